@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <VX_Platform/VX_Export.h>
+
+#include <atomic>
+#include <cstddef>
+
+class NSString;
+
+/// Root of the classes that live by reference counts.
+///
+/// Ownership: what comes from `new`, `retain`, `copy` or an operation documented to give it away is the
+/// caller's to `release`; everything else is borrowed. Counts are atomic, so objects may be retained and
+/// released from any thread; nothing else about them is synchronised unless their class says so.
+///
+/// Created as `(new Class)->init...()`. Objects live on the heap only.
+class VX_EXPORT NSObject {
+public:
+    /// Zero-filled storage, also for the fields of a host's subclass.
+    static void* operator new(std::size_t size);
+    static void operator delete(void* storage);
+
+    NSObject(const NSObject&) = delete;
+    NSObject& operator=(const NSObject&) = delete;
+
+    /// Sets the new object up. Returns the object, or releases it and returns null.
+    virtual NSObject* init();
+
+    /// Adds one to the count. Returns the object.
+    NSObject* retain();
+
+    /// Takes one from the count; the last one calls `dealloc`. Releasing more often than retaining is a
+    /// caller's bug and ends the process with a message in a build with checks.
+    void release();
+
+    /// Releases the object when the calling thread's innermost `NSAutoreleasePool` ends. Returns the object.
+    NSObject* autorelease();
+
+    /// The present count, for tests and diagnostics; meaningless while other threads hold references.
+    int retainCount() const;
+
+    /// Called by the last `release`. An override gives up what it owns and ends with the base's `dealloc`.
+    virtual void dealloc();
+
+    /// Whether the two stand for the same value; identity unless a class says otherwise.
+    virtual bool isEqual(const NSObject* other) const;
+
+    /// Text for "%@" in formats. Borrowed, autoreleased.
+    virtual NSString* description() const;
+
+protected:
+    NSObject() = default;
+    virtual ~NSObject() = default;
+
+private:
+    mutable std::atomic<int> m_RetainCount{1};
+};
+
+/// Owning handle on a counted object, empty when null. Copies retain, moves hand over.
+template <class T>
+class NSRef {
+public:
+    NSRef() = default;
+    NSRef(std::nullptr_t) {}
+
+    /// Takes over a reference that the caller owns.
+    static NSRef adopt(T* object) {
+        NSRef ref;
+        ref.m_Object = object;
+        return ref;
+    }
+
+    /// Adds a reference of its own.
+    static NSRef retain(T* object) {
+        if (object)
+            object->retain();
+        return adopt(object);
+    }
+
+    NSRef(const NSRef& other) : NSRef(retain(other.m_Object)) {}
+    NSRef(NSRef&& other) noexcept : m_Object(other.m_Object) { other.m_Object = nullptr; }
+    NSRef& operator=(NSRef other) noexcept {
+        T* old = m_Object;
+        m_Object = other.m_Object;
+        other.m_Object = old;
+        return *this;
+    }
+    ~NSRef() {
+        if (m_Object)
+            m_Object->release();
+    }
+
+    T* get() const { return m_Object; }
+    T* operator->() const { return m_Object; }
+    T& operator*() const { return *m_Object; }
+    explicit operator bool() const { return m_Object != nullptr; }
+
+private:
+    T* m_Object = nullptr;
+};

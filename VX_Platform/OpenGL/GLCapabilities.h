@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <VX_Platform/VX_Export.h>
+
+namespace vx {
+
+/// What the driver behind a share group can and cannot do, where the toolkit has to know. Read once for each
+/// share group; a test may switch an entry to walk the other road.
+struct GLCapabilities {
+    /// `GL_EXT_clip_volume_hint`. Without it the hint leaves GL_INVALID_ENUM behind, which the next texture
+    /// load would take for its own error.
+    bool clipVolumeHint = false;
+    /// `GL_EXT_geometry_shader4`: the dialect and `glProgramParameteriEXT`. Mesa has neither.
+    bool geometryShader4 = false;
+};
+
+/// The record of the calling thread's current context. Needs a current context; without one nothing is
+/// claimed to be there.
+VX_EXPORT GLCapabilities& currentGLCapabilities();
+
+} // namespace vx

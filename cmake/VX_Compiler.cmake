@@ -1,0 +1,13 @@
+# Warnings and sanitizers for our own targets; none of it reaches a consumer.
+add_library(VX_compile_options INTERFACE)
+target_compile_options(VX_compile_options INTERFACE
+    -Wall -Wextra -Wnon-virtual-dtor -Wno-unused-parameter
+    $<$<BOOL:${VX_WARNINGS_AS_ERRORS}>:-Werror>)
+
+if(VX_SANITIZE)
+    add_compile_options(-fsanitize=${VX_SANITIZE} -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${VX_SANITIZE})
+    if(VX_SANITIZE MATCHES "undefined")
+        add_compile_options(-fno-sanitize-recover=undefined)
+    endif()
+endif()
