@@ -13,10 +13,15 @@ public:
 
     void dealloc() override;
 
+    /// Names an object without retaining it, for one that ends: to be taken back (null) once it has been
+    /// posted.
+    void setUnretainedObject(NSObject* object) { m_Unretained = object; }
+
     NSString* name() const { return m_Name; }
-    NSObject* object() const { return m_Object; }
+    NSObject* object() const { return m_Unretained ? m_Unretained : m_Object; }
 
 private:
     NSString* m_Name = nullptr;
     NSObject* m_Object = nullptr;
+    NSObject* m_Unretained = nullptr;
 };

@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: MIT
+#include <VX_Platform/AppKit/NSApplication.h>
+
+#include <VX_Platform/AppKit/NSWindow.h>
+#include <VX_Platform/Foundation/NSAutoreleasePool.h>
+#include <VX_Platform/Foundation/NSLog.h>
+#include <VX_Platform/Foundation/NSNotificationQueue.h>
+#include <VX_Platform/Foundation/NSRunLoop.h>
+#include <VX_Platform/backends/Platform.h>
+
+#include <algorithm>
+#include <exception>
+
+namespace {
+// Longest wait of one step of `run`: requests for display made on other threads are seen after it at the
+// latest.
+constexpr double kLongestWait = 0.05;
+} // namespace
+
+NSApplication* NSApplication::sharedApplication() {
+    static NSApplication* application = new NSApplication;
+    return application;
+}
+
+void NSApplication::useHeadlessPlatform(int device) {
+    vx::HeadlessOptions options;
+    options.device = device;
+    vx::chooseHeadlessPlatform(options);
+}
+
+void NSApplication::useHeadlessPlatform(int device, CGSize displaySize, double refreshRate) {
+    vx::chooseHeadlessPlatform({device, displaySize, refreshRate});
+}
+
+bool NSApplication::finishLaunching() {
+    return vx::Platform::current() != nullptr;
+}
+
+const char* NSApplication::platformName() const {
+    return vx::Platform::isStarted() ? vx::Platform::current()->name() : nullptr;
+}
+
+void NSApplication::run() {
+    if (!finishLaunching())
+        return;
+    m_Running = true;
+    while (m_Running)
+        runStep(kLongestWait);
+}
+
+void NSApplication::runStep(double seconds) {
+    NSAutoreleasePool::drainThreadPool();
+    NSRef<NSAutoreleasePool> pool = NSRef<NSAutoreleasePool>::adopt((new NSAutoreleasePool)->init());
+    const double timer = NSRunLoop::currentRunLoop()->secondsToNextTimer();
+    if (vx::Platform* platform = vx::Platform::current())
+        platform->handleEvents(timer < 0.0 ? seconds : std::min(seconds, timer));
+    NSRunLoop::currentRunLoop()->fireDueTimers();
+    displayPass();
+    NSNotificationQueue::defaultQueue()->postWaiting();
+}
+
+void NSApplication::displayPass() {
+    const std::vector<NSWindow*> windows = m_Windows;
+    for (NSWindow* window : windows) {
+        if (std::find(m_Windows.begin(), m_Windows.end(), window) == m_Windows.end())
+            continue;
+        NSRef<NSWindow> keep = NSRef<NSWindow>::retain(window);
+        // A view that fails to set itself up must not take the other windows' pictures with it.
+        try {
+            window->displayIfNeeded();
+        } catch (const std::exception& failure) {
+            NSLog("Setting up a view of window \"%@\" failed: %s", window->title(), failure.what());
+        }
+    }
+}
+
+void NSApplication::stop() {
+    m_Running = false;
+    if (vx::Platform::isStarted())
+        vx::Platform::current()->wake();
+}
+
+void NSApplication::terminatePlatform() {
+    vx::Platform::shutDown();
+}
+
+void NSApplication::addWindow(NSWindow* window) {
+    m_Windows.push_back(window);
+}
+
+void NSApplication::removeWindow(NSWindow* window) {
+    std::erase(m_Windows, window);
+}
+
+void NSApplication::windowDidClose() {
+    if (std::none_of(m_Windows.begin(), m_Windows.end(), [](const NSWindow* w) { return w->isVisible(); }))
+        stop();
+}

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <VX_Platform/Foundation/NSObject.h>
+
+class NSEvent;
+
+/// What can be told of key and mouse events, on the main thread. An override that does not call its base
+/// keeps the event; the base hands it to the next responder: from view to parent view, and from the content
+/// view to the window.
+class VX_EXPORT NSResponder : public NSObject {
+public:
+    VX_RETURNS_OWN_TYPE(NSResponder)
+
+    virtual void keyDown(NSEvent* event);
+    virtual void keyUp(NSEvent* event);
+    virtual void mouseDown(NSEvent* event);
+    virtual void mouseUp(NSEvent* event);
+    virtual void mouseDragged(NSEvent* event);
+    virtual void mouseMoved(NSEvent* event);
+    virtual void rightMouseDown(NSEvent* event);
+    virtual void rightMouseUp(NSEvent* event);
+    virtual void rightMouseDragged(NSEvent* event);
+    virtual void otherMouseDown(NSEvent* event);
+    virtual void otherMouseUp(NSEvent* event);
+    virtual void otherMouseDragged(NSEvent* event);
+    virtual void scrollWheel(NSEvent* event);
+
+    /// Who is told next; borrowed, null at the end of the chain.
+    virtual NSResponder* nextResponder() const { return nullptr; }
+
+    /// Calls the operation above that belongs to the event's type.
+    void handle(NSEvent* event);
+};

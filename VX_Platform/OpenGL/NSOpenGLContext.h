@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <VX_Platform/CoreGraphics/CGGeometry.h>
+#include <VX_Platform/Foundation/NSObject.h>
+#include <VX_Platform/OpenGL/CGL.h>
+
+#include <atomic>
+#include <condition_variable>
+#include <memory>
+#include <mutex>
+#include <thread>
+
+class NSOpenGLPixelFormat;
+class NSOpenGLView;
+
+namespace vx {
+struct GLCapabilities;
+class Surface;
+class WindowBackend;
+struct ShareGroup;
+} // namespace vx
+
+enum NSOpenGLContextParameter { NSOpenGLCPSwapInterval = 222 };
+
+/// A GL context of the compatibility profile, and the surface of the view it draws to.
+///
+/// A context is current on one thread at most. `makeCurrentContext` waits while another thread is about to
+/// hand it over; `tryMakeCurrentContext` never waits. A thread keeps what it made current (and a reference to
+/// it) until it makes another current, calls `clearCurrentContext` or ends.
+class VX_EXPORT NSOpenGLContext : public NSObject {
+public:
+    VX_RETURNS_OWN_TYPE(NSOpenGLContext)
+
+    /// A context of the format that shares textures, buffers, shaders and programs with `share` (may be
+    /// null). Any thread. Returns the object, or releases it and returns null, with a line in the log.
+    NSOpenGLContext* initWithFormat(NSOpenGLPixelFormat* format, NSOpenGLContext* share);
+    void dealloc() override;
+
+    /// Makes this context current on the calling thread, with its surface if it has one. Waits up to two
+    /// seconds while it is current on another thread; when that does not hand it over, logs one line and
+    /// returns false.
+    bool makeCurrentContext();
+    /// The same without waiting.
+    bool tryMakeCurrentContext();
+    bool isCurrent() const;
+    /// The calling thread's current context, borrowed, or null.
+    static NSOpenGLContext* currentContext();
+    /// Releases whatever context is current on the calling thread.
+    static void clearCurrentContext();
+
+    /// Presents the back buffer (`eglSwapBuffers`). Where another context is current on the calling thread,
+    /// this one is made current for the swap and the other one afterwards again. Nothing without a surface.
+    void flushBuffer();
+
+    /// Sets `NSOpenGLCPSwapInterval` from `values[0]`; remembered and applied to each surface bound from now
+    /// on.
+    void setValues(const int* values, NSOpenGLContextParameter parameter);
+    void getValues(int* values, NSOpenGLContextParameter parameter) const;
+
+    /// Gives the context the view's surface, or none for null; the view is not retained. Waits as
+    /// `makeCurrentContext` does when the context is current on another thread.
+    void setView(NSOpenGLView* view);
+    NSOpenGLView* view() const { return m_View; }
+    /// Takes the surface away.
+    void clearDrawable();
+    /// Follows a change of the view's frame or window, at the next time that the context is made current. On
+    /// the view's thread.
+    void update();
+
+    /// The object itself, under CGL's name for it.
+    NSOpenGLContext* CGLContextObj() { return this; }
+    void lock() { m_Lock.lock(); }
+    void unlock() { m_Lock.unlock(); }
+
+    /// The surface, for the display link; null when there is none.
+    std::shared_ptr<vx::Surface> surface() const;
+    /// What the share group's driver can do; read when a context of the group is first made current.
+    vx::GLCapabilities& capabilities();
+
+private:
+    bool becomeCurrent(bool wait);
+    bool claim(bool wait);
+    void handOver();
+    bool bind();
+    void refreshSurface();
+
+    void* m_Config = nullptr;
+    void* m_Context = nullptr;
+    NSOpenGLView* m_View = nullptr;
+    std::shared_ptr<vx::Surface> m_Surface;
+    std::shared_ptr<vx::ShareGroup> m_Group;
+    std::recursive_mutex m_Lock;
+
+    // Who has the context current. Everything about the surface belongs to that thread.
+    mutable std::mutex m_OwnerLock;
+    std::condition_variable m_OwnerGone;
+    std::thread::id m_Owner;
+
+    // What the view wants, written by its thread and taken by the thread that has the context current.
+    struct Target {
+        bool present = false;
+        vx::WindowBackend* window = nullptr;
+        CGRect frame;
+    };
+    Target m_Target;
+    std::atomic<bool> m_SurfaceStale{false};
+    std::atomic<int> m_SwapInterval{0};
+    int m_AppliedSwapInterval = -1;
+    bool m_RefusalLogged = false;
+};

@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: MIT
+#include <VX_Platform/OpenGL/NSOpenGLView.h>
+
+#include <VX_Platform/AppKit/NSWindow.h>
+#include <VX_Platform/OpenGL/NSOpenGLContext.h>
+#include <VX_Platform/OpenGL/NSOpenGLPixelFormat.h>
+#include <VX_Platform/backends/Platform.h>
+
+NSOpenGLView* NSOpenGLView::initWithFrame(CGRect frame, NSOpenGLPixelFormat* format) {
+    if (!NSView::initWithFrame(frame))
+        return nullptr;
+    setPixelFormat(format);
+    return this;
+}
+
+void NSOpenGLView::dealloc() {
+    clearGLContext();
+    setPixelFormat(nullptr);
+    NSView::dealloc();
+}
+
+void NSOpenGLView::setPixelFormat(NSOpenGLPixelFormat* format) {
+    if (format)
+        format->retain();
+    if (m_PixelFormat)
+        m_PixelFormat->release();
+    m_PixelFormat = format;
+}
+
+NSOpenGLContext* NSOpenGLView::openGLContext() {
+    if (!m_Context && m_PixelFormat) {
+        m_Context = (new NSOpenGLContext)->initWithFormat(m_PixelFormat, nullptr);
+        m_Prepared = false;
+        if (m_Context)
+            m_Context->setView(this);
+    }
+    return m_Context;
+}
+
+void NSOpenGLView::setOpenGLContext(NSOpenGLContext* context) {
+    if (context == m_Context)
+        return;
+    if (context)
+        context->retain();
+    if (m_Context) {
+        if (m_Context->view() == this && !context)
+            m_Context->setView(nullptr);
+        m_Context->release();
+    }
+    m_Context = context;
+    m_Prepared = false;
+}
+
+void NSOpenGLView::clearGLContext() {
+    if (!m_Context)
+        return;
+    m_Context->clearDrawable();
+    if (m_Context->isCurrent())
+        NSOpenGLContext::clearCurrentContext();
+    setOpenGLContext(nullptr);
+}
+
+void NSOpenGLView::update() {
+    if (m_Context)
+        m_Context->update();
+}
+
+void NSOpenGLView::display() {
+    if (!canHaveSurface() || !window() || !window()->isVisible() || !openGLContext())
+        return;
+    setNeedsDisplay(false);
+    if (!m_Prepared) {
+        m_Prepared = true;
+        m_Context->makeCurrentContext();
+        prepareOpenGL();
+    }
+    drawRect(bounds());
+}
+
+void NSOpenGLView::viewDidMoveToWindow() {
+    // The old window may be gone in a moment, so this is not left to the next frame.
+    if (m_Context)
+        m_Context->setView(this);
+    setNeedsDisplay(true);
+}
+
+void NSOpenGLView::frameDidChange() {
+    update();
+}
+
+vx::WindowBackend* NSOpenGLView::surfaceWindow() const {
+    return window() ? window()->backend() : nullptr;
+}
+
+bool NSOpenGLView::canHaveSurface() const {
+    vx::Platform* platform = vx::Platform::current();
+    return platform && (surfaceWindow() || platform->drawsWithoutWindow());
+}

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <VX_Platform/AppKit/NSView.h>
+
+class NSOpenGLContext;
+class NSOpenGLPixelFormat;
+
+namespace vx {
+class WindowBackend;
+}
+
+/// A view that owns a GL context and draws with it.
+///
+/// The run loop's display pass calls `prepareOpenGL` once for each new context, with that context current, as
+/// soon as the view needs display in a shown window.
+class VX_EXPORT NSOpenGLView : public NSView {
+public:
+    VX_RETURNS_OWN_TYPE(NSOpenGLView)
+
+    using NSView::initWithFrame;
+    /// Frame in the parent's coordinates, in pixels; the format is retained and may be null, in which case
+    /// the view has no context until `setPixelFormat`.
+    virtual NSOpenGLView* initWithFrame(CGRect frame, NSOpenGLPixelFormat* format);
+    void dealloc() override;
+
+    /// The view's context, borrowed; made on the first call. Null without a pixel format or when the driver
+    /// gives none.
+    NSOpenGLContext* openGLContext();
+    /// Puts another context in place, retained, which is then prepared like a new one. Null gives the present
+    /// one up; its surface goes where it is this view's.
+    void setOpenGLContext(NSOpenGLContext* context);
+    /// Drops the context: its surface goes at once, the context with its last reference. Where it is current
+    /// on the calling thread it is released there.
+    void clearGLContext();
+    NSOpenGLPixelFormat* pixelFormat() const { return m_PixelFormat; }
+    void setPixelFormat(NSOpenGLPixelFormat* format);
+
+    /// Hook: the context is new, current, and has its surface.
+    virtual void prepareOpenGL() {}
+    /// Called after a change of the view's frame or window: the context follows when it is next made current.
+    virtual void update();
+    /// Accepted and ignored: one unit is one pixel on every display here.
+    void setWantsBestResolutionOpenGLSurface(bool) {}
+
+    void display() override;
+    void viewDidMoveToWindow() override;
+    void frameDidChange() override;
+
+    /// Whether the view can be drawn to where it is now.
+    bool canHaveSurface() const;
+    /// The window that holds the surface; null for a view in none.
+    vx::WindowBackend* surfaceWindow() const;
+
+private:
+    NSOpenGLPixelFormat* m_PixelFormat = nullptr;
+    NSOpenGLContext* m_Context = nullptr;
+    bool m_Prepared = false;
+};

@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+#include <VX_Platform/OpenGL/CGL.h>
+#include <VX_Platform/OpenGL/GLCapabilities.h>
+#include <tests/support/HeadlessContext.h>
+
+#include <epoxy/gl.h>
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <chrono>
+#include <thread>
+
+using vx::test::HeadlessContext;
+
+namespace {
+
+NSRef<NSOpenGLContext> sharing(const HeadlessContext& other) {
+    return NSRef<NSOpenGLContext>::adopt(
+        (new NSOpenGLContext)->initWithFormat(other.view()->pixelFormat(), other.context()));
+}
+
+unsigned pixelAt(int x, int y) {
+    unsigned char rgba[4] = {};
+    glReadPixels(x, y, 1, 1, GL_RGBA, GL_UNSIGNED_BYTE, rgba);
+    return rgba[0] << 24 | rgba[1] << 16 | rgba[2] << 8 | rgba[3];
+}
+
+} // namespace
+
+TEST(NSOpenGLContext, DrawsToItsViewsSurfaceAndFollowsItsSize) {
+    HeadlessContext gl(32, 16);
+    glClearColor(1, 0, 0, 1);
+    glClear(GL_COLOR_BUFFER_BIT);
+    EXPECT_EQ(pixelAt(31, 15), 0xFF0000FFu);
+    gl.view()->setFrame(CGRectMake(0, 0, 100, 50));
+    ASSERT_TRUE(gl.context()->makeCurrentContext());
+    glClear(GL_COLOR_BUFFER_BIT);
+    EXPECT_EQ(pixelAt(99, 49), 0xFF0000FFu);
+    EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));
+}
+
+TEST(NSOpenGLContext, SharesObjectsAndRecordOfTheDriver) {
+    HeadlessContext gl(8, 8);
+    GLuint texture = 0;
+    glGenTextures(1, &texture);
+    glBindTexture(GL_TEXTURE_2D, texture);
+    NSRef<NSOpenGLContext> child = sharing(gl);
+    ASSERT_TRUE(child->makeCurrentContext());
+    EXPECT_TRUE(glIsTexture(texture));
+    EXPECT_EQ(&child->capabilities(), &gl.context()->capabilities());
+    EXPECT_EQ(&vx::currentGLCapabilities(), &child->capabilities());
+    NSOpenGLContext::clearCurrentContext();
+    EXPECT_FALSE(vx::currentGLCapabilities().geometryShader4);
+}
+
+TEST(NSOpenGLContext, IsHandedFromThreadToThread) {
+    HeadlessContext gl(8, 8);
+    NSOpenGLContext* context = gl.context();
+    std::thread([&] { EXPECT_EQ(CGLSetCurrentContext(context), kCGLBadContext) << "it never waits"; }).join();
+
+    std::atomic<bool> waiting{false};
+    bool got = false;
+    std::thread taker([&] {
+        waiting = true;
+        got = context->makeCurrentContext();
+    });
+    while (!waiting)
+        std::this_thread::yield();
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    NSOpenGLContext::clearCurrentContext();
+    taker.join();
+    EXPECT_TRUE(got);
+    EXPECT_TRUE(context->tryMakeCurrentContext()) << "a thread that ends gives back what it had";
+    EXPECT_EQ(NSOpenGLContext::currentContext(), context);
+}
+
+TEST(NSOpenGLContext, FlushesWhileAnotherContextIsCurrent) {
+    HeadlessContext gl(8, 8);
+    NSRef<NSOpenGLContext> child = sharing(gl);
+    ASSERT_TRUE(child->makeCurrentContext());
+    gl.context()->flushBuffer();
+    EXPECT_EQ(NSOpenGLContext::currentContext(), child.get());
+    NSOpenGLContext::clearCurrentContext();
+    gl.context()->flushBuffer();
+    EXPECT_EQ(NSOpenGLContext::currentContext(), nullptr);
+}
+
+TEST(NSOpenGLContext, LivesAsLongAsItIsCurrent) {
+    HeadlessContext gl(8, 8);
+    NSOpenGLContext* child = sharing(gl)->retain();
+    ASSERT_TRUE(child->makeCurrentContext());
+    child->release();
+    EXPECT_NE(glGetString(GL_VERSION), nullptr);
+    NSOpenGLContext::clearCurrentContext();
+}
