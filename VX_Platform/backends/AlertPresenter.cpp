@@ -2,6 +2,7 @@
 #include <VX_Platform/backends/AlertPresenter.h>
 
 #include <VX_Platform/Foundation/NSLog.h>
+#include <VX_Platform/backends/x11/X11AlertWindow.h>
 
 #include <algorithm>
 
@@ -24,6 +25,10 @@ int logAlert(const AlertContents& contents) {
 } // namespace
 
 int presentAlert(const AlertContents& contents) {
+    if (!alertsGoToLog) {
+        if (const std::optional<int> result = runX11AlertWindow(contents))
+            return *result;
+    }
     return logAlert(contents);
 }
 
