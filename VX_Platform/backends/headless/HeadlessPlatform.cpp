@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <VX_Platform/AppKit/NSWindow.h>
 #include <VX_Platform/Foundation/NSLog.h>
+#include <VX_Platform/backends/AlertPresenter.h>
 #include <VX_Platform/backends/Platform.h>
 #include <VX_Platform/backends/headless/EGLDevices.h>
 
@@ -83,7 +84,9 @@ public:
         m_Display.name = "Headless";
         m_Display.bounds.size = options.displaySize;
         m_Display.refreshRate = options.refreshRate;
+        alertsGoToLog = true;
     }
+    ~HeadlessPlatform() override { alertsGoToLog = false; }
 
     const char* name() const override { return "headless"; }
     GLDriver& gl() override { return m_GL; }

@@ -1,0 +1,152 @@
+// SPDX-License-Identifier: MIT
+#include <VX_Platform/AppKit/NSAlert.h>
+#include <VX_Platform/Foundation/NSAutoreleasePool.h>
+#include <VX_Platform/Foundation/NSString.h>
+
+#include <gtest/gtest.h>
+#include <tests/support/X11Input.h>
+
+#include <algorithm>
+#include <atomic>
+#include <string>
+#include <thread>
+
+namespace {
+
+constexpr std::uint32_t Return = 0xff0d, Escape = 0xff1b, Tab = 0xff09, Space = 0x20;
+constexpr std::uint32_t DefaultButton = 0x2f74c8;
+
+NSString* text(const std::string& bytes) {
+    return NSString::stringWithUTF8String(bytes.c_str());
+}
+
+// One alert with three buttons on a thread of its own; `result` is 99 as long as it stands.
+class RunningAlert {
+public:
+    explicit RunningAlert(const std::string& informativeText) {
+        m_Thread = std::thread([this, informativeText] {
+            result = NSAlert::alertWithMessageText(text("Can't load shader"), text("OK"), text("Später"),
+                                                   text("その他"), "%@", text(informativeText))
+                         ->runModal();
+        });
+        window = user.waitForWindow(program_invocation_short_name);
+    }
+    ~RunningAlert() {
+        if (result == 99)
+            user.close(window);
+        m_Thread.join();
+    }
+    bool waitForFirstPicture() {
+        for (int tries = 0; tries < 100; ++tries) {
+            if (count(DefaultButton) > 100)
+                return true;
+            std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        }
+        return false;
+    }
+    long count(std::uint32_t color) {
+        const auto pixels = user.pixels(window);
+        return std::count(pixels.begin(), pixels.end(), color);
+    }
+    int finalResult() {
+        EXPECT_TRUE(user.waitForEnd(window));
+        for (int tries = 0; tries < 100 && result == 99; ++tries)
+            std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        return result;
+    }
+
+    vx::test::X11Input user;
+    vx::test::X11Input::Window window;
+    std::atomic<int> result{99};
+
+private:
+    std::thread m_Thread;
+};
+
+} // namespace
+
+TEST(NSAlertWindow, ShowsItsTextsCentredAndEndsByEachOfItsRoads) {
+    struct Road {
+        const char* name;
+        int result;
+        void (*take)(RunningAlert&);
+    };
+    const Road roads[] = {
+        {"Return", 1, [](RunningAlert& alert) { alert.user.press(Return); }},
+        {"Escape", 1, [](RunningAlert& alert) { alert.user.press(Escape); }},
+        {"close", 1, [](RunningAlert& alert) { alert.user.close(alert.window); }},
+        {"Tab and space", 0,
+         [](RunningAlert& alert) {
+             alert.user.press(Tab);
+             alert.user.press(Space);
+         }},
+        {"Escape away from the default", 1,
+         [](RunningAlert& alert) {
+             alert.user.press(Tab);
+             alert.user.press(Escape);
+         }},
+        {"click on the default button", 1,
+         [](RunningAlert& alert) {
+             const auto& window = alert.window;
+             alert.user.click(window.x + window.width - 40, window.y + window.height - 35);
+         }},
+        {"click on the other button", -1,
+         [](RunningAlert& alert) {
+             const auto& window = alert.window;
+             alert.user.click(window.x + window.width - 220, window.y + window.height - 35);
+         }},
+    };
+    for (const Road& road : roads) {
+        SCOPED_TRACE(road.name);
+        RunningAlert alert("lit.fs — grün, 日本語");
+        ASSERT_NE(alert.window.id, 0u);
+        ASSERT_TRUE(alert.waitForFirstPicture());
+        EXPECT_NEAR(alert.window.x + alert.window.width / 2, 640, 1);
+        EXPECT_NEAR(alert.window.y + alert.window.height / 2, 512, 1);
+        EXPECT_GT(alert.count(0x202020), 100) << "no text";
+        EXPECT_EQ(alert.result, 99);
+        road.take(alert);
+        EXPECT_EQ(alert.finalResult(), road.result);
+    }
+}
+
+TEST(NSAlertWindow, StaysOpenWhenNothingIsPressed) {
+    RunningAlert alert("text");
+    ASSERT_TRUE(alert.waitForFirstPicture());
+    alert.user.press('a');
+    alert.user.click(alert.window.x + 5, alert.window.y + 5);
+    // Pressed on a button, let go beside it.
+    std::this_thread::sleep_for(std::chrono::milliseconds(200));
+    EXPECT_EQ(alert.result, 99);
+    alert.user.press(Return);
+    EXPECT_EQ(alert.finalResult(), 1);
+}
+
+TEST(NSAlertWindow, KeepsItsButtonsOnTheScreenWhateverTheLengthOfTheText) {
+    std::string path;
+    for (int index = 0; index < 3000; ++index)
+        path += "/a_directory_without_a_blank";
+    RunningAlert alert(path + "\n" + path);
+    ASSERT_TRUE(alert.waitForFirstPicture());
+    EXPECT_LE(alert.window.width, 600);
+    EXPECT_LE(alert.window.height, 1024);
+    alert.user.click(alert.window.x + alert.window.width - 40, alert.window.y + alert.window.height - 35);
+    EXPECT_EQ(alert.finalResult(), 1);
+}
+
+TEST(NSAlertWindow, BlocksOnlyItsOwnThread) {
+    RunningAlert first("first");
+    ASSERT_TRUE(first.waitForFirstPicture());
+    std::atomic<int> second{99};
+    std::thread other([&] {
+        second =
+            NSAlert::alertWithMessageText(text("second"), text("OK"), nullptr, nullptr, nullptr)->runModal();
+    });
+    std::vector<vx::test::X11Input::Window> windows;
+    while (windows.size() < 2)
+        windows = first.user.windows(program_invocation_short_name);
+    first.user.close(windows[windows[0].id == first.window.id ? 1 : 0]);
+    other.join();
+    EXPECT_EQ(second, 1);
+    EXPECT_EQ(first.result, 99);
+}

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+struct xcb_connection_t;
+struct xcb_screen_t;
+
+namespace vx::test {
+
+/// Plays the user of the X server that DISPLAY names: finds windows, presses keys and buttons, looks at the
+/// screen. On a connection of its own.
+class X11Input {
+public:
+    struct Window {
+        std::uint32_t id = 0;
+        int x = 0, y = 0, width = 0, height = 0; ///< on the screen
+    };
+
+    X11Input();
+    ~X11Input();
+    X11Input(const X11Input&) = delete;
+    X11Input& operator=(const X11Input&) = delete;
+
+    /// Waits up to ten seconds for a visible top-level window with that title; id 0 when there is none.
+    Window waitForWindow(const std::string& title);
+    /// The visible top-level windows with that title.
+    std::vector<Window> windows(const std::string& title);
+    /// Waits up to ten seconds for the window to go away.
+    bool waitForEnd(const Window& window);
+
+    /// Presses and releases the first key that has the keysym.
+    void press(std::uint32_t keysym);
+    /// Clicks the left button at the point on the screen.
+    void click(int x, int y);
+    /// Moves the pointer there.
+    void move(int x, int y);
+    /// Asks the window to close, as a window manager does.
+    void close(const Window& window);
+
+    /// Rows of 0xrrggbb, top row first.
+    std::vector<std::uint32_t> pixels(const Window& window);
+    /// Writes the window's pixels as a PPM file.
+    void save(const Window& window, const std::string& path);
+
+private:
+    std::uint32_t atom(const char* name);
+    std::string titleOf(std::uint32_t window);
+    void fake(int type, int detail, int x, int y);
+
+    xcb_connection_t* m_Connection;
+    xcb_screen_t* m_Screen;
+};
+
+} // namespace vx::test
