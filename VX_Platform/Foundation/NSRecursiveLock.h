@@ -20,6 +20,8 @@ public:
     void unlock();
     /// Whether the calling thread holds the lock.
     bool isHeldByCurrentThread() const;
+    /// How often the calling thread holds it; 0 when it does not.
+    int holdCount() const { return isHeldByCurrentThread() ? m_Depth : 0; }
 
 private:
     void noteTaken();

@@ -27,6 +27,8 @@ public:
     /// The view's context, borrowed; made on the first call. Null without a pixel format or when the driver
     /// gives none.
     NSOpenGLContext* openGLContext();
+    /// The context if there is one by now; never makes one.
+    NSOpenGLContext* existingOpenGLContext() const { return m_Context; }
     /// Puts another context in place, retained, which is then prepared like a new one. Null gives the present
     /// one up; its surface goes where it is this view's.
     void setOpenGLContext(NSOpenGLContext* context);

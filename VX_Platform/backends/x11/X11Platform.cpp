@@ -1,8 +1,111 @@
 // SPDX-License-Identifier: MIT
+#include <VX_Platform/AppKit/NSWindow.h>
 #include <VX_Platform/Foundation/NSLog.h>
 #include <VX_Platform/backends/Platform.h>
+#include <VX_Platform/backends/x11/ForeignWindow.h>
+#include <VX_Platform/backends/x11/SDLWindow.h>
+#include <VX_Platform/backends/x11/X11Surface.h>
 
-std::unique_ptr<vx::Platform> vx::makeX11Platform() {
-    NSLog("The x11 platform is not built yet; choose the headless one (NSApplication::useHeadlessPlatform)");
-    return nullptr;
+#include <EGL/egl.h>
+#include <EGL/eglext.h>
+#include <SDL.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
+namespace vx {
+
+namespace {
+
+class X11Platform : public Platform {
+public:
+    X11Platform(std::unique_ptr<X11Connection> connection, EGLDisplay display, Uint32 wakeEvent)
+        : m_Connection(std::move(connection)),
+          m_GL(std::make_unique<GLDriver>(display, GLDriver::SurfaceKind::window)),
+          m_WakeEvent(wakeEvent) {}
+
+    ~X11Platform() override {
+        // EGL draws on the connection, so it goes first.
+        m_GL.reset();
+        m_Connection.reset();
+        SDL_QuitSubSystem(SDL_INIT_VIDEO);
+    }
+
+    const char* name() const override { return "x11"; }
+    GLDriver& gl() override { return *m_GL; }
+    std::vector<DisplayInfo> displays() override { return m_Connection->displays(); }
+
+    std::unique_ptr<WindowBackend> makeWindow(NSWindow* window, CGRect frame, bool bordered) override {
+        return makeSDLWindow(window, frame, bordered);
+    }
+    std::unique_ptr<WindowBackend> adoptWindow(NSWindow* window, unsigned long native) override {
+        return makeForeignWindow(*m_Connection, window, native);
+    }
+    std::unique_ptr<Surface> makeSurface(GLDriver::Handle config, WindowBackend* window,
+                                         CGRect frame) override {
+        return makeX11Surface(*m_Connection, *m_GL, config, window, frame);
+    }
+    bool drawsWithoutWindow() const override { return false; }
+
+    void handleEvents(double seconds) override {
+        SDL_Event event;
+        const int milliseconds = static_cast<int>(std::ceil(std::max(seconds, 0.0) * 1000.0));
+        if (SDL_WaitEventTimeout(&event, milliseconds))
+            do {
+                dispatchSDLEvent(event);
+            } while (SDL_PollEvent(&event));
+        followForeignWindows(*m_Connection);
+    }
+
+    void wake() override {
+        SDL_Event event{};
+        event.type = m_WakeEvent;
+        SDL_PushEvent(&event);
+    }
+
+private:
+    std::unique_ptr<X11Connection> m_Connection;
+    std::unique_ptr<GLDriver> m_GL;
+    Uint32 m_WakeEvent;
+};
+
+// SDL takes windows and input only, and leaves signals and the screen saver's wishes to the host.
+bool startSDL() {
+    SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
+    SDL_SetHint(SDL_HINT_VIDEODRIVER, "x11");
+    SDL_SetHint(SDL_HINT_MOUSE_FOCUS_CLICKTHROUGH, "1");
+    SDL_SetMainReady();
+    return SDL_InitSubSystem(SDL_INIT_VIDEO) == 0;
 }
+
+EGLDisplay openEGL(const X11Connection& connection) {
+    EGLDisplay display = eglGetPlatformDisplay(EGL_PLATFORM_X11_KHR, connection.display(), nullptr);
+    return display != EGL_NO_DISPLAY && eglInitialize(display, nullptr, nullptr) ? display : EGL_NO_DISPLAY;
+}
+
+} // namespace
+
+std::unique_ptr<Platform> makeX11Platform() {
+    std::unique_ptr<X11Connection> connection = X11Connection::open();
+    if (!connection) {
+        NSLog(
+            "No display: the X server %s cannot be reached. A host without one chooses the headless platform "
+            "(NSApplication::useHeadlessPlatform)",
+            std::getenv("DISPLAY") ? std::getenv("DISPLAY") : "(DISPLAY is not set)");
+        return nullptr;
+    }
+    EGLDisplay display = openEGL(*connection);
+    if (display == EGL_NO_DISPLAY) {
+        NSLog("The X server gives no EGL: %s", GLDriver::lastError().c_str());
+        return nullptr;
+    }
+    if (!startSDL()) {
+        NSLog("Windows cannot be had: %s", SDL_GetError());
+        eglTerminate(display);
+        return nullptr;
+    }
+    return std::make_unique<X11Platform>(std::move(connection), display, SDL_RegisterEvents(1));
+}
+
+} // namespace vx

@@ -1,0 +1,283 @@
+// SPDX-License-Identifier: MIT
+#include <VX_OpenGL64/host/VX_GLMainView.h>
+
+#include <VX_OpenGL64/host/VX_GLChildView.h>
+#include <VX_OpenGL64/host/VX_GLRenderpipeline.h>
+#include <VX_Platform/AppKit/NSWindow.h>
+#include <VX_Platform/CoreImage/CIContext.h>
+#include <VX_Platform/Foundation/NSLog.h>
+#include <VX_Platform/Foundation/NSMutableArray.h>
+#include <VX_Platform/Foundation/NSNotification.h>
+#include <VX_Platform/Foundation/NSNotificationCenter.h>
+#include <VX_Platform/Foundation/NSNotificationQueue.h>
+#include <VX_Platform/OpenGL/GLCapabilities.h>
+#include <VX_Platform/OpenGL/NSOpenGLContext.h>
+#include <VX_Platform/OpenGL/NSOpenGLPixelFormat.h>
+
+#include <epoxy/gl.h>
+
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+// A list is closed by one word.
+constexpr int kLastAttribute = 63;
+
+class RenderThreadHold {
+public:
+    explicit RenderThreadHold(VX_GLMainView* view) : m_View(view) { view->RenderThreadLock(); }
+    ~RenderThreadHold() { m_View->RenderThreadUnLock(); }
+
+private:
+    VX_GLMainView* m_View;
+};
+
+} // namespace
+
+VX_GLMainView* VX_GLMainView::initWithFrame(CGRect frame, NSOpenGLPixelFormat* format) {
+    if (!NSOpenGLView::initWithFrame(frame, format))
+        return nullptr;
+    setWantsBestResolutionOpenGLSurface(false);
+    m_RenderThreadLock = (new NSRecursiveLock)->init();
+    void* storage = std::malloc(sizeof(_VX_GLMainViewCallbackContext));
+    if (!storage)
+        throw std::bad_alloc();
+    m_cbCtx = new (storage) _VX_GLMainViewCallbackContext{};
+    return this;
+}
+
+void VX_GLMainView::dealloc() {
+    NSNotificationCenter::defaultCenter()->removeObserver(this);
+    if (m_DisplayLink) {
+        NSLog("VX_GLMainView::dealloc: view %p was still drawing; call stopRender and releaseResources first",
+              static_cast<void*>(this));
+        CVDisplayLinkRelease(m_DisplayLink);
+        m_DisplayLink = nullptr;
+    }
+    if (m_TargetRenderpipeline)
+        m_TargetRenderpipeline->release();
+    if (m_ChildSharedViews)
+        m_ChildSharedViews->release();
+    if (m_RenderThreadLock)
+        m_RenderThreadLock->release();
+    std::free(m_cbCtx);
+    m_cbCtx = nullptr;
+    NSOpenGLView::dealloc();
+}
+
+void VX_GLMainView::releaseResources() {
+    // The view registers no such observer; a subclass that does is freed of it here.
+    NSNotificationCenter::defaultCenter()->removeObserver(this, NSWindowDidMoveNotification, nullptr);
+    if (m_ChildSharedViews)
+        for (NSObject* child : m_ChildSharedViews->objects())
+            if (auto* view = dynamic_cast<VX_GLChildView*>(child))
+                view->releaseResources();
+    makeExistingContextCurrent();
+    detachPipelineFromContext();
+    if (m_ciContext)
+        m_ciContext->release();
+    m_ciContext = nullptr;
+    setFrameContext(nullptr);
+    clearGLContext();
+}
+
+void VX_GLMainView::ResetPixelFormatAttributes() {
+    m_PixelFormatAttributeIndex = 0;
+    m_PixelFormatAttributes[0] = 0;
+}
+
+void VX_GLMainView::AddPixelFormatAttribute(std::uint32_t word) {
+    if (m_PixelFormatAttributeIndex < kLastAttribute)
+        m_PixelFormatAttributes[m_PixelFormatAttributeIndex++] = word;
+}
+
+void VX_GLMainView::AddPixelFormatAttribute(std::uint32_t attribute, std::uint32_t value) {
+    AddPixelFormatAttribute(attribute);
+    AddPixelFormatAttribute(value);
+}
+
+const std::uint32_t* VX_GLMainView::GetPixelFormatAttributes() {
+    m_PixelFormatAttributes[m_PixelFormatAttributeIndex] = 0;
+    return m_PixelFormatAttributes;
+}
+
+bool VX_GLMainView::initializationWithPixelFormat(VX_GLRenderpipeline* pipeline,
+                                                  const std::uint32_t* attributes) {
+    if (!m_ChildSharedViews)
+        m_ChildSharedViews = (new NSMutableArray)->init();
+    releaseResources();
+    setPipeline(pipeline);
+    if (!pipeline)
+        return false;
+    NSOpenGLPixelFormat* format = (new NSOpenGLPixelFormat)->initWithAttributes(attributes);
+    if (!format)
+        return false;
+    setPixelFormat(format);
+    format->release();
+    if (!openGLContext())
+        return false;
+    openGLContext()->makeCurrentContext();
+    setNeedsDisplay(true);
+    return true;
+}
+
+void VX_GLMainView::setPipeline(VX_GLRenderpipeline* pipeline) {
+    if (m_TargetRenderpipeline == pipeline)
+        return;
+    NSRef<VX_GLRenderpipeline> former = NSRef<VX_GLRenderpipeline>::adopt(m_TargetRenderpipeline);
+    if (pipeline)
+        pipeline->retain();
+    std::lock_guard guard(m_FrameObjectsLock);
+    m_TargetRenderpipeline = pipeline;
+}
+
+void VX_GLMainView::detachRenderpipeline() {
+    std::lock_guard guard(m_FrameObjectsLock);
+    m_TargetRenderpipeline = nullptr;
+}
+
+NSRef<VX_GLRenderpipeline> VX_GLMainView::framePipeline() {
+    std::lock_guard guard(m_FrameObjectsLock);
+    return NSRef<VX_GLRenderpipeline>::retain(m_TargetRenderpipeline);
+}
+
+void VX_GLMainView::sampleSize() {
+    const CGRect area = bounds();
+    m_Width = static_cast<float>(area.origin.x + area.size.width) - static_cast<float>(area.origin.x);
+    m_Height = static_cast<float>(area.origin.y + area.size.height) - static_cast<float>(area.origin.y);
+}
+
+void VX_GLMainView::makeImageContext() {
+    if (m_ciContext)
+        m_ciContext->release();
+    m_ciContext = CIContext::contextWithCGLContext(openGLContext()->CGLContextObj())->retain();
+}
+
+void VX_GLMainView::prepareOpenGL() {
+    sampleSize();
+    if (m_NeedCIContext)
+        makeImageContext();
+    NSOpenGLContext* context = openGLContext();
+    setFrameContext(context);
+    context->makeCurrentContext();
+    if (vx::currentGLCapabilities().clipVolumeHint)
+        glHint(GL_CLIP_VOLUME_CLIPPING_HINT_EXT, GL_FASTEST);
+    glHint(GL_PERSPECTIVE_CORRECTION_HINT, GL_NICEST);
+    const int everyRetrace = 1;
+    context->setValues(&everyRetrace, NSOpenGLCPSwapInterval);
+    if (m_ChildSharedViews)
+        for (NSObject* child : m_ChildSharedViews->objects())
+            if (auto* view = dynamic_cast<VX_GLChildView*>(child))
+                view->initialization(this);
+    startRender();
+    NSNotificationQueue::defaultQueue()->enqueueNotification(
+        NSNotification::notificationWithName(VX_GLMainView_PreparedOpenGLNotification, this), NSPostASAP);
+}
+
+void VX_GLMainView::initChildShardedViews() {
+    makeCurrentContext();
+    if (m_ChildSharedViews)
+        for (NSObject* child : m_ChildSharedViews->objects())
+            if (auto* view = dynamic_cast<VX_GLChildView*>(child))
+                view->initialization(this);
+}
+
+void VX_GLMainView::addChildSharedView(VX_GLChildView* view) {
+    if (!m_ChildSharedViews)
+        m_ChildSharedViews = (new NSMutableArray)->init();
+    m_ChildSharedViews->addObject(dynamic_cast<NSObject*>(view));
+}
+
+void VX_GLMainView::removeAllChildSharedViews() {
+    if (m_ChildSharedViews)
+        m_ChildSharedViews->removeAllObjects();
+}
+
+bool VX_GLMainView::startRender() {
+    RenderThreadHold hold(this);
+    NSOpenGLContext* context = openGLContext();
+    // Without a context there is nothing to clear and nothing to attach.
+    if (context && context->makeCurrentContext()) {
+        clearToBlack();
+        context->flushBuffer();
+        if (m_TargetRenderpipeline) {
+            m_TargetRenderpipeline->attachGLContext(context, pixelFormat());
+            m_TargetRenderpipeline->doStartRender();
+        }
+    }
+    startRenderThread();
+    return true;
+}
+
+void VX_GLMainView::stopRender() {
+    stopRenderThread();
+    makeExistingContextCurrent();
+    if (m_TargetRenderpipeline)
+        m_TargetRenderpipeline->doStopRender();
+    detachPipelineFromContext();
+}
+
+void VX_GLMainView::startRenderThread() {
+    if (!m_DisplayLink) {
+        m_cbCtx->FrameTimeSum = 0.0;
+        m_cbCtx->FrameCount = 0;
+        m_LostRefreshes = 0;
+        CVDisplayLinkCreateWithActiveCGDisplays(&m_DisplayLink);
+        CVDisplayLinkSetCurrentCGDisplayFromOpenGLContext(m_DisplayLink, frameContext().get(), pixelFormat());
+        CVDisplayLinkSetOutputCallback(m_DisplayLink, Heartbeat, m_cbCtx);
+        CVDisplayLinkStart(m_DisplayLink);
+    }
+    m_BenchMarkSum = 0.0;
+}
+
+void VX_GLMainView::stopRenderThread() {
+    // Ahead of the lock, so that the pipeline can end running work before this waits for the frame.
+    if (m_TargetRenderpipeline)
+        m_TargetRenderpipeline->onNotify_StopRenderThread();
+    m_RenderThreadLock->lock();
+    if (m_DisplayLink) {
+        CVDisplayLinkStop(m_DisplayLink);
+        CVDisplayLinkRelease(m_DisplayLink);
+        m_DisplayLink = nullptr;
+    }
+    m_RenderThreadLock->unlock();
+}
+
+void VX_GLMainView::makeCurrentContext() {
+    if (NSOpenGLContext* context = openGLContext())
+        context->makeCurrentContext();
+}
+
+// For teardown hooks, which delete GL objects: current where a context exists, and none is made for them.
+bool VX_GLMainView::makeExistingContextCurrent() {
+    NSOpenGLContext* context = existingOpenGLContext();
+    return context && context->makeCurrentContext();
+}
+
+void VX_GLMainView::detachPipelineFromContext() {
+    if (m_TargetRenderpipeline)
+        m_TargetRenderpipeline->attachGLContext(nullptr, nullptr);
+}
+
+void VX_GLMainView::RenderThreadLock() {
+    m_RenderThreadLock->lock();
+}
+
+void VX_GLMainView::RenderThreadUnLock() {
+    // Ahead of the unlock, so that the very next refresh finds the context free.
+    if (m_RenderThreadLock->holdCount() == 1)
+        NSOpenGLContext::clearCurrentContext();
+    m_RenderThreadLock->unlock();
+}
+
+NSRef<NSOpenGLContext> VX_GLMainView::frameContext() {
+    std::lock_guard guard(m_FrameObjectsLock);
+    return NSRef<NSOpenGLContext>::retain(m_cbCtx->GLContext);
+}
+
+void VX_GLMainView::setFrameContext(NSOpenGLContext* context) {
+    std::lock_guard guard(m_FrameObjectsLock);
+    m_cbCtx->GLContext = context;
+    m_cbCtx->MainView = this;
+}

@@ -1,0 +1,186 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <VX_Platform/CoreVideo/CVDisplayLink.h>
+#include <VX_Platform/Foundation/NSRecursiveLock.h>
+#include <VX_Platform/OpenGL/NSOpenGLView.h>
+
+#include <atomic>
+#include <cstdint>
+#include <mutex>
+#include <string>
+
+class CIContext;
+class NSMutableArray;
+class NSOpenGLContext;
+class VX_GLChildView;
+class VX_GLMainView;
+class VX_GLRenderpipeline;
+
+/// Name of the notification that a view posts, with itself as the object, after `prepareOpenGL` has returned.
+inline constexpr const char* VX_GLMainView_PreparedOpenGLNotification =
+    "VX_GLMainView_PreparedOpenGLNotification";
+
+/// All that `Heartbeat` knows of a view. Context and view are not retained.
+struct _VX_GLMainViewCallbackContext {
+    NSOpenGLContext* GLContext;
+    VX_GLMainView* MainView;
+    double FrameTimeSum;
+    std::int32_t FrameCount;
+};
+
+/// One refresh of the view whose callback record `user` is: makes its context current without waiting, takes
+/// the CGL lock, calls `DisplayLink_Render` with `output`, and releases both. Called by the display link on
+/// its thread; a test may call it on its own. Returns 0.
+VX_EXPORT CVReturn Heartbeat(CVDisplayLinkRef link, const CVTimeStamp* now, const CVTimeStamp* output,
+                             CVOptionFlags flagsIn, CVOptionFlags* flagsOut, void* user);
+
+/// The view that draws by itself, at its display's refresh rate and on a thread of its own, by calling the
+/// hooks of a pipeline.
+///
+/// A host creates it with `initWithFrame`, gathers a pixel format, puts the view into a window and calls
+/// `initializationWithPixelFormat`; the run loop then calls `prepareOpenGL`, which starts drawing. To end it
+/// calls `stopRender`, `releaseResources` and `release`.
+///
+/// A context is current on one thread at most, so the render lock is also the hand-over of the view's
+/// contexts: a host that works on GL objects calls `RenderThreadLock`, `makeCurrentContext`, does its work
+/// and calls `RenderThreadUnLock`, which releases the context from its thread. A refresh that does not get
+/// the lock or the context draws nothing and runs no hook.
+class VX_EXPORT VX_GLMainView : public NSOpenGLView {
+public:
+    VX_RETURNS_OWN_TYPE(VX_GLMainView)
+
+    using NSOpenGLView::initWithFrame;
+    /// Frame in the parent's coordinates, in pixels. The format may be null. Host's thread. Returns the view,
+    /// or null.
+    VX_GLMainView* initWithFrame(CGRect frame, NSOpenGLPixelFormat* format) override;
+    /// Detaches the pipeline (its `attachGLContext` with two nulls, the context current where there is one),
+    /// releases the children's contexts, the image context and the view's own. Does not stop the display
+    /// link. Host's thread.
+    void releaseResources();
+    /// The host has called `stopRender` and `releaseResources` before. A display link that still runs is
+    /// stopped without a hook, with a line in the log.
+    void dealloc() override;
+
+    /// Asks for an image context, made in the next `prepareOpenGL`.
+    void SetNeedCIContext() { m_NeedCIContext = true; }
+
+    /// Empties the list of pixel format words.
+    void ResetPixelFormatAttributes();
+    /// Appends one word. A list holds 63 words and its terminator; the view does not tell a host of more, and
+    /// keeps the first 63.
+    void AddPixelFormatAttribute(std::uint32_t word);
+    /// Appends an attribute and its value.
+    void AddPixelFormatAttribute(std::uint32_t attribute, std::uint32_t value);
+    /// Terminates the list and returns it; borrowed, valid as long as the view.
+    const std::uint32_t* GetPixelFormatAttributes();
+
+    /// Releases what the view had, retains the pipeline and takes a pixel format from a list closed by 0; the
+    /// view then prepares itself in the next display pass. Host's thread; the new context is current there
+    /// afterwards. False for a null pipeline, an unusable list, or without a platform; the earlier resources
+    /// are gone then too.
+    bool initializationWithPixelFormat(VX_GLRenderpipeline* pipeline, const std::uint32_t* attributes);
+    /// Forgets the pipeline without releasing it: the view's reference becomes the caller's. Not while
+    /// drawing.
+    void detachRenderpipeline();
+
+    /// Called by the display pass, once for each new context: samples the view's size, sets hints and the
+    /// swap interval of 1, initialises the children and starts drawing.
+    void prepareOpenGL() override;
+
+    /// Makes the view's context current and calls `initialization` of each child.
+    void initChildShardedViews();
+    /// Appends a child, retained; it must be an `NSObject`. While drawing the host holds `RenderThreadLock`
+    /// around this and the next one: a change during the walk of a frame ends the process.
+    void addChildSharedView(VX_GLChildView* view);
+    /// Empties the list without releasing the children's GL resources.
+    void removeAllChildSharedViews();
+
+    /// Clears the screen to black, hands the context to the pipeline (`attachGLContext`, `doStartRender`) and
+    /// starts the display link. Waits for the render lock; releases the context from the calling thread if
+    /// that held no render lock before. Always true.
+    bool startRender();
+    /// Stops the display link, then calls `doStopRender` and the detaching `attachGLContext` with the context
+    /// current, which stays current on the calling thread. Harmless in any state, when repeated, and from a
+    /// hook: that frame is then the last.
+    void stopRender();
+    /// Makes and starts the display link if there is none, and sets the frame average to 0.
+    void startRenderThread();
+    /// Calls `onNotify_StopRenderThread`, waits for the frame and ends the display link.
+    void stopRenderThread();
+
+    /// Makes the view's context current on the calling thread, waiting up to two seconds for a frame in
+    /// progress.
+    void makeCurrentContext();
+
+    /// One frame: hooks, children, flush. With the skip set: clear and flush alone. Needs the render lock,
+    /// and the context current or free.
+    void callBackRender(const CVTimeStamp* time);
+    /// Tries the render lock, draws a frame if it gets it, and measures. Never waits.
+    void DisplayLink_Render(const CVTimeStamp* time);
+
+    /// Borrowed; null unless `SetNeedCIContext` came before `prepareOpenGL`.
+    CIContext* ciContext() const { return m_ciContext; }
+    /// Borrowed, or null.
+    VX_GLRenderpipeline* renderpipeline() const { return m_TargetRenderpipeline; }
+    /// Size in pixels as of the last `prepareOpenGL`; a later resize leaves it alone.
+    float width() const { return m_Width; }
+    float height() const { return m_Height; }
+
+    /// A rough figure of how fast frames are drawn: 1 over the smoothed seconds spent in one; 0 before the
+    /// first. It is not the display's rate. Any thread.
+    double GetAvgFPS() const;
+    /// Refreshes since the display link was made that drew nothing because the render lock or the context was
+    /// taken. Any thread.
+    std::uint64_t GetLostRefreshes() const { return m_LostRefreshes; }
+    /// The display link, for its throttle and rate; null while not drawing. Under the render lock.
+    CVDisplayLinkRef displayLink() const { return m_DisplayLink; }
+
+    /// Waits for the frame in progress and pauses drawing until `RenderThreadUnLock`. Recursive. Any thread.
+    void RenderThreadLock();
+    /// Resumes drawing. With its last hold the thread also gives back whatever context is current on it.
+    void RenderThreadUnLock();
+    /// While true, frames only clear to black and swap. Any thread; seen by the next frame.
+    void SetSkipRenderThread(bool skip) { m_SkipRenderThread = skip; }
+
+private:
+    friend CVReturn Heartbeat(CVDisplayLinkRef, const CVTimeStamp*, const CVTimeStamp*, CVOptionFlags,
+                              CVOptionFlags*, void*);
+
+    void sampleSize();
+    void clearToBlack();
+    void makeImageContext();
+    void detachPipelineFromContext();
+    bool makeExistingContextCurrent();
+    NSRef<NSOpenGLContext> frameContext();
+    void setFrameContext(NSOpenGLContext* context);
+    NSRef<VX_GLRenderpipeline> framePipeline();
+    void setPipeline(VX_GLRenderpipeline* pipeline);
+    void drawFrame(const CVTimeStamp* time);
+    void skipFrame();
+    void drawChildren();
+    bool drawLocked(const CVTimeStamp* time);
+    void noteLostRefresh(bool contextWasTaken);
+    void noteFailure(const char* text);
+    void measure(double seconds);
+
+    NSRecursiveLock* m_RenderThreadLock = nullptr;
+    float m_Width = 0.0f;
+    float m_Height = 0.0f;
+    std::int32_t m_PixelFormatAttributeIndex = 0;
+    std::uint32_t m_PixelFormatAttributes[64] = {};
+    std::atomic<double> m_BenchMarkSum{0.0};
+    CIContext* m_ciContext = nullptr;
+    bool m_NeedCIContext = false;
+    std::atomic<bool> m_SkipRenderThread{false};
+    VX_GLRenderpipeline* m_TargetRenderpipeline = nullptr;
+    NSMutableArray* m_ChildSharedViews = nullptr;
+    CVDisplayLinkRef m_DisplayLink = nullptr;
+    _VX_GLMainViewCallbackContext* m_cbCtx = nullptr;
+
+    // Guards `GLContext` of the record and the pipeline, which a frame takes while the host may put others in place.
+    std::mutex m_FrameObjectsLock;
+    std::atomic<std::uint64_t> m_LostRefreshes{0};
+    int m_ContextRefusals = 0;
+    std::string m_LastFailure;
+};

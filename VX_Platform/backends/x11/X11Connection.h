@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <VX_Platform/backends/Platform.h>
+
+struct _XDisplay;
+
+namespace vx {
+
+/// The platform's own connection to the X server, beside that of SDL: EGL draws on it, the views' windows are
+/// made on it, displays are asked for on it. Any thread.
+class X11Connection {
+public:
+    /// Null when there is no server.
+    static std::unique_ptr<X11Connection> open();
+    ~X11Connection();
+
+    _XDisplay* display() const { return m_Display; }
+    /// Present displays, the primary one first; one named "X screen" where the server knows no outputs.
+    std::vector<DisplayInfo> displays() const;
+    /// The display that shows most of a window.
+    DisplayInfo displayOf(unsigned long window) const;
+    /// Size and desktop position of a window; false when there is no such window.
+    bool frameOf(unsigned long window, CGRect& frame) const;
+
+private:
+    explicit X11Connection(_XDisplay* display);
+
+    _XDisplay* m_Display;
+};
+
+} // namespace vx
