@@ -178,7 +178,8 @@ private:
     CVDisplayLinkRef m_DisplayLink = nullptr;
     _VX_GLMainViewCallbackContext* m_cbCtx = nullptr;
 
-    // Guards `GLContext` of the record and the pipeline, which a frame takes while the host may put others in place.
+    // Guards `GLContext` of the record and the pipeline, which a frame takes while the host may put others in
+    // place.
     std::mutex m_FrameObjectsLock;
     std::atomic<std::uint64_t> m_LostRefreshes{0};
     int m_ContextRefusals = 0;

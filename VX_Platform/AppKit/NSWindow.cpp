@@ -9,6 +9,9 @@
 #include <VX_Platform/Foundation/NSString.h>
 #include <VX_Platform/backends/Platform.h>
 
+NSWindow::NSWindow() = default;
+NSWindow::~NSWindow() = default;
+
 NSWindow* NSWindow::initWithContentRect(CGRect rect, unsigned styleMask) {
     vx::Platform* platform = vx::Platform::current();
     return adopt(platform ? platform->makeWindow(this, rect, styleMask & NSTitledWindowMask) : nullptr);

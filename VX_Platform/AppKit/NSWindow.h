@@ -36,6 +36,8 @@ class VX_EXPORT NSWindow : public NSResponder {
 public:
     VX_RETURNS_OWN_TYPE(NSWindow)
 
+    NSWindow();
+
     /// A window that is not shown yet, with an empty content view. Starts the platform if need be. Returns
     /// the object, or releases it and returns null, with one line in the log, when there is no platform.
     NSWindow* initWithContentRect(CGRect rect, unsigned styleMask);
@@ -94,6 +96,9 @@ public:
     void backendFocusChanged(bool key);
     vx::WindowBackend* backend() const { return m_Backend.get(); }
     void displayIfNeeded();
+
+protected:
+    ~NSWindow() override;
 
 private:
     NSWindow* adopt(std::unique_ptr<vx::WindowBackend> backend);

@@ -4,5 +4,6 @@
 int main() {
     NSRef<NSAutoreleasePool> pool = NSRef<NSAutoreleasePool>::adopt((new NSAutoreleasePool)->init());
     NSLog("%@", NSString::stringWithFormat("%d", 42));
-    return NSString::stringWithFormat("%d", 42)->isEqualToString(NSString::stringWithUTF8String("42")) ? 0 : 1;
+    return NSString::stringWithFormat("%d", 42)->isEqualToString(NSString::stringWithUTF8String("42")) ? 0
+                                                                                                       : 1;
 }

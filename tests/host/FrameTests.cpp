@@ -1,0 +1,255 @@
+// SPDX-License-Identifier: MIT
+#include <VX_OpenGL64/host/VX_GLChildView.h>
+#include <VX_Platform/Foundation/NSDate.h>
+#include <tests/support/ScriptedPipeline.h>
+
+#include <epoxy/gl.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cmath>
+#include <stdexcept>
+#include <thread>
+
+using vx::test::LogCollector;
+using vx::test::ScriptedPipeline;
+using vx::test::Stage;
+
+namespace {
+
+class FrameTest : public testing::Test {
+protected:
+    FrameTest() { NSApplication::useHeadlessPlatform(); }
+};
+
+class Child : public NSObject, public VX_GLChildView {
+public:
+    explicit Child(ScriptedPipeline* pipeline) : m_Pipeline(pipeline) {}
+    void initialization(VX_GLMainView* owner) override {
+        m_Pipeline->noteCall("childInit");
+        context = NSRef<NSOpenGLContext>::adopt(
+            (new NSOpenGLContext)->initWithFormat(owner->pixelFormat(), owner->openGLContext()));
+    }
+    void callBackRender() override {
+        m_Pipeline->noteCall("child");
+        if (context)
+            context->makeCurrentContext();
+    }
+    void releaseResources() override {
+        m_Pipeline->noteCall("childRelease");
+        context = nullptr;
+    }
+    NSRef<NSOpenGLContext> context;
+
+private:
+    ScriptedPipeline* m_Pipeline;
+};
+
+double secondsPerFrame(const Stage& stage) {
+    return stage.view->GetAvgFPS() > 0 ? 1.0 / stage.view->GetAvgFPS() : 0.0;
+}
+
+void spend(double seconds) {
+    const double end = NSDate::timeIntervalSinceReferenceDate() + seconds;
+    while (NSDate::timeIntervalSinceReferenceDate() < end) {
+    }
+}
+
+// Holds the render lock on a thread of its own.
+class LockHolder {
+public:
+    explicit LockHolder(VX_GLMainView* view)
+        : m_Thread([this, view] {
+              view->RenderThreadLock();
+              m_Held = true;
+              while (!m_Release)
+                  std::this_thread::yield();
+              view->RenderThreadUnLock();
+          }) {
+        while (!m_Held)
+            std::this_thread::yield();
+    }
+    ~LockHolder() {
+        m_Release = true;
+        m_Thread.join();
+    }
+
+private:
+    std::atomic<bool> m_Held{false};
+    std::atomic<bool> m_Release{false};
+    std::thread m_Thread;
+};
+
+} // namespace
+
+TEST_F(FrameTest, RunsTheHooksInOrderWithTheContextCurrentAndNoErrorLeft) {
+    Stage stage;
+    GLenum error = GL_INVALID_ENUM;
+    bool current = false;
+    stage.pipeline->onCallBack = [&] {
+        current = stage.view->openGLContext()->isCurrent();
+        error = glGetError();
+    };
+    stage.frame();
+    EXPECT_EQ(stage.pipeline->takeCalls(), "callBack render afterFlush");
+    EXPECT_TRUE(current);
+    EXPECT_EQ(error, GLenum(GL_NO_ERROR));
+    EXPECT_EQ(stage.pipeline->lastBounds.size.width, 64.0);
+    EXPECT_EQ(stage.pipeline->lastBounds.size.height, 48.0);
+    EXPECT_EQ(stage.pipeline->lastTime, &stage.time);
+}
+
+TEST_F(FrameTest, DrawsChildrenInOrderAndLeavesTheLastOnesContextCurrent) {
+    Stage stage(Stage::Draws::byHand, {64, 48}, false);
+    auto first = NSRef<Child>::adopt(new Child(stage.pipeline.get()));
+    auto second = NSRef<Child>::adopt(new Child(stage.pipeline.get()));
+    stage.view->addChildSharedView(first.get());
+    stage.view->addChildSharedView(second.get());
+    ASSERT_TRUE(stage.attachPipeline());
+    stage.step();
+    stage.view->stopRenderThread();
+    // Taken up by the first attachment, initialised by the second.
+    EXPECT_EQ(stage.pipeline->takeCalls().substr(0, 57),
+              "childRelease childRelease childInit childInit attach star");
+    NSOpenGLContext* afterFlush = nullptr;
+    stage.pipeline->onAfterFlush = [&] { afterFlush = NSOpenGLContext::currentContext(); };
+    stage.frame();
+    EXPECT_EQ(stage.pipeline->takeCalls(), "callBack render child child afterFlush");
+    EXPECT_EQ(afterFlush, second->context.get());
+    NSOpenGLContext::clearCurrentContext();
+    stage.view->removeAllChildSharedViews();
+    stage.frame();
+    EXPECT_EQ(stage.pipeline->takeCalls(), "callBack render afterFlush");
+}
+
+TEST_F(FrameTest, BlendsTheLongAverageFromThe31stCallOn) {
+    Stage stage;
+    // Skipped frames leave the frame's own blend out, so that the long average is seen alone.
+    stage.view->startRenderThread();
+    stage.view->stopRenderThread();
+    stage.view->SetSkipRenderThread(true);
+    const double before = NSDate::timeIntervalSinceReferenceDate();
+    for (int call = 1; call <= 30; ++call)
+        stage.frame();
+    EXPECT_EQ(stage.view->GetAvgFPS(), 0.0) << "the 30th call blends nothing";
+    stage.frame();
+    const double spent = NSDate::timeIntervalSinceReferenceDate() - before;
+    const double first = secondsPerFrame(stage);
+    EXPECT_GT(first, 0.0);
+    EXPECT_LE(first, spent / 31 * 0.5) << "31 calls, at weight one half";
+    EXPECT_GT(first, spent / 31 * 0.5 * 0.5);
+    const double beforeNext = NSDate::timeIntervalSinceReferenceDate();
+    stage.frame();
+    const double next = NSDate::timeIntervalSinceReferenceDate() - beforeNext;
+    EXPECT_GE(secondsPerFrame(stage), first * 0.5);
+    EXPECT_LE(secondsPerFrame(stage), (next / 32 + first) * 0.5) << "one call's time over 32";
+}
+
+TEST_F(FrameTest, BlendsEachFramesOwnTimeAtWeightOneHalf) {
+    Stage stage;
+    stage.view->startRenderThread();
+    stage.view->stopRenderThread();
+    stage.pipeline->onRender = [] { spend(0.010); };
+    stage.frame();
+    EXPECT_GE(secondsPerFrame(stage), 0.005);
+    const double once = secondsPerFrame(stage);
+    stage.frame();
+    EXPECT_GE(secondsPerFrame(stage), (once + 0.010) * 0.5);
+    stage.view->startRenderThread();
+    EXPECT_EQ(stage.view->GetAvgFPS(), 0.0);
+}
+
+TEST_F(FrameTest, GivesUpTheFrameWhileAnotherThreadHoldsTheLock) {
+    Stage stage;
+    NSOpenGLContext::clearCurrentContext();
+    {
+        LockHolder holder(stage.view.get());
+        const double start = NSDate::timeIntervalSinceReferenceDate();
+        stage.frame();
+        EXPECT_LT(NSDate::timeIntervalSinceReferenceDate() - start, 0.5) << "it never waits";
+    }
+    EXPECT_EQ(stage.pipeline->takeCalls(), "");
+    EXPECT_EQ(stage.view->GetLostRefreshes(), 1u);
+    stage.view->RenderThreadLock();
+    stage.frame();
+    stage.view->RenderThreadUnLock();
+    EXPECT_EQ(stage.pipeline->takeCalls(), "callBack render afterFlush") << "the lock is recursive";
+}
+
+TEST_F(FrameTest, SkipsToBlackWithoutHooksBetweenSuspendAndResume) {
+    Stage stage;
+    stage.pipeline->onRender = [] {
+        glClearColor(1, 1, 1, 1);
+        glClear(GL_COLOR_BUFFER_BIT);
+    };
+    stage.frame();
+    stage.pipeline->takeCalls();
+    stage.pipeline->DoSuspend();
+    stage.frame();
+    EXPECT_EQ(stage.pipeline->takeCalls(), "");
+    unsigned char pixel[4] = {9, 9, 9, 9};
+    glReadPixels(5, 5, 1, 1, GL_RGBA, GL_UNSIGNED_BYTE, pixel);
+    EXPECT_EQ(pixel[0] + pixel[1] + pixel[2], 0);
+    stage.pipeline->DoResume();
+    stage.frame();
+    EXPECT_EQ(stage.pipeline->takeCalls(), "callBack render afterFlush");
+}
+
+TEST_F(FrameTest, SurvivesAHookThatThrowsAndLogsItsTextOnce) {
+    Stage stage;
+    LogCollector log;
+    stage.pipeline->onRender = [] { throw std::runtime_error("the scene is broken"); };
+    for (int i = 0; i < 5; ++i)
+        stage.frame();
+    EXPECT_EQ(log.count("the scene is broken"), 1);
+    stage.pipeline->onRender = [] { throw 7; };
+    stage.frame();
+    EXPECT_EQ(log.count("without a text"), 1);
+    stage.pipeline->takeCalls();
+    stage.pipeline->onRender = {};
+    stage.frame();
+    EXPECT_EQ(stage.pipeline->takeCalls(), "callBack render afterFlush");
+    std::thread([&] {
+        stage.view->RenderThreadLock();
+        stage.view->RenderThreadUnLock();
+    }).join();
+}
+
+TEST_F(FrameTest, EndsWhatAFrameAutoreleases) {
+    Stage stage;
+    int atRender = 0;
+    stage.pipeline->onRender = [&] {
+        (new ScriptedPipeline)->autorelease();
+        atRender = ScriptedPipeline::living;
+    };
+    stage.frame();
+    EXPECT_EQ(ScriptedPipeline::living, atRender - 1);
+}
+
+TEST_F(FrameTest, DrawsWithoutAPipeline) {
+    Stage stage;
+    stage.view->detachRenderpipeline();
+    stage.frame();
+    EXPECT_EQ(stage.pipeline->takeCalls(), "");
+    EXPECT_EQ(stage.view->GetLostRefreshes(), 0u);
+    EXPECT_GT(stage.view->GetAvgFPS(), 0.0) << "the frame ran, with its hooks left out";
+    stage.pipeline->release(); // the view's reference, which is the caller's now
+}
+
+using FrameDeathTest = FrameTest;
+
+TEST_F(FrameDeathTest, DiesOfAChangeOfTheChildrenDuringTheirWalk) {
+    Stage stage;
+    class Remover : public Child {
+    public:
+        Remover(Stage& stage) : Child(stage.pipeline.get()), m_View(stage.view.get()) {}
+        void callBackRender() override { m_View->removeAllChildSharedViews(); }
+
+    private:
+        VX_GLMainView* m_View;
+    };
+    auto child = NSRef<Remover>::adopt(new Remover(stage));
+    stage.view->addChildSharedView(child.get());
+    EXPECT_DEATH(stage.frame(), "changed while it was being walked");
+    stage.view->removeAllChildSharedViews();
+}

@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: MIT
+#include <tests/support/ScriptedPipeline.h>
+
+#include <epoxy/gl.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <thread>
+
+using vx::test::LogCollector;
+using vx::test::Stage;
+
+namespace {
+
+class HandOverTest : public testing::Test {
+protected:
+    HandOverTest() { NSApplication::useHeadlessPlatform(); }
+
+    // The view's callback record, as the display link has it.
+    static CVReturn beat(Stage& stage) {
+        _VX_GLMainViewCallbackContext record{stage.view->existingOpenGLContext(), stage.view.get(), 0.0, 0};
+        return Heartbeat(nullptr, nullptr, &stage.time, 0, nullptr, &record);
+    }
+};
+
+} // namespace
+
+TEST_F(HandOverTest, GivesTheContextBackAfterEachHeartbeat) {
+    Stage stage;
+    NSOpenGLContext::clearCurrentContext();
+    bool current = false;
+    stage.pipeline->onRender = [&] { current = stage.view->existingOpenGLContext()->isCurrent(); };
+    EXPECT_EQ(beat(stage), 0);
+    EXPECT_TRUE(current);
+    EXPECT_EQ(NSOpenGLContext::currentContext(), nullptr);
+}
+
+TEST_F(HandOverTest, RunsNoHookWhileAnotherThreadHasTheContextAndNamesTheRemedyOnce) {
+    Stage stage;
+    LogCollector log;
+    NSOpenGLContext::clearCurrentContext();
+    stage.view->makeCurrentContext();
+    std::thread([&] {
+        for (int i = 0; i < 200; ++i)
+            beat(stage);
+    }).join();
+    EXPECT_EQ(stage.pipeline->takeCalls(), "");
+    EXPECT_EQ(stage.view->GetLostRefreshes(), 200u);
+    EXPECT_EQ(log.count("between RenderThreadLock and RenderThreadUnLock"), 1);
+    NSOpenGLContext::clearCurrentContext();
+    std::thread([&] { beat(stage); }).join();
+    EXPECT_EQ(stage.pipeline->takeCalls(), "callBack render afterFlush");
+}
+
+TEST_F(HandOverTest, GivesTheContextBackWithTheLastUnlock) {
+    Stage stage;
+    stage.view->RenderThreadLock();
+    stage.view->RenderThreadLock();
+    stage.view->makeCurrentContext();
+    stage.view->RenderThreadUnLock();
+    EXPECT_EQ(NSOpenGLContext::currentContext(), stage.view->existingOpenGLContext());
+    stage.view->RenderThreadUnLock();
+    EXPECT_EQ(NSOpenGLContext::currentContext(), nullptr);
+}
+
+TEST_F(HandOverTest, LetsTheHostWorkOnGLObjectsBetweenFrames) {
+    Stage stage(Stage::Draws::byItself);
+    std::atomic<unsigned> shared{0};
+    std::atomic<int> seen{0};
+    stage.view->RenderThreadLock();
+    stage.pipeline->onRender = [&] {
+        if (const unsigned name = shared)
+            seen += glIsTexture(name);
+    };
+    stage.view->RenderThreadUnLock();
+    for (int round = 0; round < 30; ++round) {
+        stage.view->RenderThreadLock();
+        stage.view->makeCurrentContext();
+        ASSERT_TRUE(stage.view->existingOpenGLContext()->isCurrent());
+        GLuint name = shared;
+        if (name)
+            glDeleteTextures(1, &name);
+        glGenTextures(1, &name);
+        glBindTexture(GL_TEXTURE_2D, name);
+        shared = name;
+        stage.view->RenderThreadUnLock();
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+    EXPECT_GT(seen, 0) << "frames were drawn in between";
+}
+
+TEST_F(HandOverTest, StopsUnderTheHostsOwnHoldOfTheLock) {
+    Stage stage(Stage::Draws::byItself);
+    stage.view->RenderThreadLock();
+    std::this_thread::sleep_for(std::chrono::milliseconds(40));
+    stage.view->stopRender();
+    EXPECT_EQ(stage.view->displayLink(), nullptr);
+    stage.view->RenderThreadUnLock();
+}
+
+TEST_F(HandOverTest, ResizesItsSurfaceWhileDrawing) {
+    Stage stage(Stage::Draws::byItself);
+    std::atomic<int> frames{0};
+    stage.view->RenderThreadLock();
+    stage.pipeline->onRender = [&] {
+        glClear(GL_COLOR_BUFFER_BIT);
+        ++frames;
+    };
+    stage.view->RenderThreadUnLock();
+    for (int i = 0; i < 20; ++i) {
+        stage.window->setFrame(CGRectMake(0, 0, 32 + i * 8, 32 + i * 4));
+        stage.step();
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    EXPECT_GT(frames, 5);
+    EXPECT_EQ(stage.view->bounds().size.width, 184.0);
+}

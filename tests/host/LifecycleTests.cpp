@@ -1,0 +1,237 @@
+// SPDX-License-Identifier: MIT
+#include <VX_OpenGL64/output/VX_FinalOutputManager.h>
+#include <VX_Platform/Foundation/NSNotification.h>
+#include <VX_Platform/Foundation/NSNotificationCenter.h>
+#include <VX_Platform/Foundation/NSTimer.h>
+#include <tests/support/ScriptedPipeline.h>
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <stdexcept>
+#include <thread>
+
+using vx::test::LogCollector;
+using vx::test::ScriptedPipeline;
+using vx::test::Stage;
+
+namespace {
+
+class LifecycleTest : public testing::Test {
+protected:
+    LifecycleTest() { NSApplication::useHeadlessPlatform(); }
+};
+
+bool waitFor(const std::function<bool()>& condition, double seconds = 5.0) {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
+    while (!condition())
+        if (std::chrono::steady_clock::now() > end)
+            return false;
+        else
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    return true;
+}
+
+class PipelineWithTimer : public ScriptedPipeline {
+public:
+    void useTimer(NSTimer* timer) { m_PrimaryThreadTimer = timer->retain(); }
+    bool started() const { return m_StartUpInitialized; }
+    double idleInterval() const { return m_IdleTimerInterval; }
+    double timeCounter() const { return m_TimeCounter; }
+};
+
+} // namespace
+
+TEST_F(LifecycleTest, GathersAttributesUpTo63) {
+    Stage stage(Stage::Draws::byHand, {8, 8}, false);
+    VX_GLMainView* view = stage.view.get();
+    view->ResetPixelFormatAttributes();
+    EXPECT_EQ(view->GetPixelFormatAttributes()[0], 0u);
+    view->AddPixelFormatAttribute(NSOpenGLPFADepthSize, 24);
+    EXPECT_EQ(view->GetPixelFormatAttributes(), view->GetPixelFormatAttributes());
+    view->AddPixelFormatAttribute(NSOpenGLPFADoubleBuffer);
+    const std::uint32_t* list = view->GetPixelFormatAttributes();
+    EXPECT_EQ(list[0], NSOpenGLPFADepthSize);
+    EXPECT_EQ(list[1], 24u);
+    EXPECT_EQ(list[2], NSOpenGLPFADoubleBuffer) << "written over the terminator";
+    EXPECT_EQ(list[3], 0u);
+    for (int i = 0; i < 200; ++i)
+        view->AddPixelFormatAttribute(1000 + i);
+    list = view->GetPixelFormatAttributes();
+    EXPECT_EQ(list[62], 1059u);
+    EXPECT_EQ(list[63], 0u) << "more words than the list holds stay out of it";
+}
+
+TEST_F(LifecycleTest, StartsFromTheDisplayPassAndPostsItsNotificationAfterwards) {
+    Stage stage(Stage::Draws::byHand, {64, 48}, false);
+    ASSERT_TRUE(stage.attachPipeline());
+    EXPECT_EQ(stage.pipeline->takeCalls(), "") << "nothing runs before the display pass";
+    std::string atNotification;
+    NSObject* subject = nullptr;
+    NSNotificationCenter::defaultCenter()->addObserver(
+        this,
+        [&](NSNotification* notification) {
+            atNotification = stage.pipeline->takeCalls().substr(0, 12);
+            subject = notification->object();
+        },
+        VX_GLMainView_PreparedOpenGLNotification, stage.view.get());
+    stage.step();
+    NSNotificationCenter::defaultCenter()->removeObserver(this);
+    EXPECT_EQ(atNotification, "attach start");
+    EXPECT_EQ(subject, stage.view.get());
+    EXPECT_EQ(stage.view->width(), 64.0f);
+    stage.view->setFrame(CGRectMake(0, 0, 100, 100));
+    EXPECT_EQ(stage.view->width(), 64.0f) << "sampled in prepareOpenGL alone";
+}
+
+TEST_F(LifecycleTest, StopsAndStartsFromAnyState) {
+    Stage stage;
+    stage.view->startRender();
+    EXPECT_EQ(stage.pipeline->takeCalls().substr(0, 12), "attach start");
+    CVDisplayLinkRef link = stage.view->displayLink();
+    ASSERT_NE(link, nullptr);
+    stage.view->startRender();
+    EXPECT_EQ(stage.view->displayLink(), link) << "two starts make one link";
+    ASSERT_TRUE(waitFor([&] { return stage.pipeline->takeCalls().find("render") != std::string::npos; }));
+    stage.view->stopRender();
+    EXPECT_EQ(stage.view->displayLink(), nullptr);
+    const std::string calls = stage.pipeline->takeCalls();
+    EXPECT_EQ(calls.substr(calls.find("stop")), "stop detach");
+    stage.view->stopRender();
+    EXPECT_EQ(stage.pipeline->takeCalls(), "notify stop detach") << "stopping twice is harmless";
+    stage.view->startRender();
+    EXPECT_TRUE(waitFor([&] { return stage.pipeline->takeCalls().find("render") != std::string::npos; }));
+}
+
+TEST_F(LifecycleTest, CountsFramesAnewWithEachDisplayLink) {
+    Stage stage;
+    stage.view->SetSkipRenderThread(true);
+    for (int i = 0; i < 31; ++i)
+        stage.frame();
+    EXPECT_GT(stage.view->GetAvgFPS(), 0.0);
+    stage.view->startRenderThread();
+    stage.view->stopRenderThread();
+    stage.frame();
+    EXPECT_EQ(stage.view->GetAvgFPS(), 0.0) << "the count began at 0 again";
+}
+
+TEST_F(LifecycleTest, ComesBackAfterItsResourcesWereReleased) {
+    Stage stage;
+    bool contextAtDetach = false;
+    stage.pipeline->onStop = [&] { contextAtDetach = stage.view->existingOpenGLContext()->isCurrent(); };
+    stage.view->stopRender();
+    EXPECT_TRUE(contextAtDetach) << "a host deletes its GL objects there";
+    stage.pipeline->takeCalls();
+    stage.view->releaseResources();
+    EXPECT_EQ(stage.pipeline->takeCalls(), "detach");
+    EXPECT_EQ(stage.view->existingOpenGLContext(), nullptr);
+    stage.frame();
+    EXPECT_EQ(stage.pipeline->takeCalls(), "") << "no context, no hook";
+    ASSERT_TRUE(stage.attachPipeline());
+    stage.step();
+    EXPECT_NE(stage.pipeline->takeCalls().find("attach start"), std::string::npos);
+}
+
+TEST_F(LifecycleTest, RefusesAnAbsentPipelineAndAnUnusableList) {
+    Stage stage;
+    const std::uint32_t unusable[] = {NSOpenGLPFADepthSize, 400, 0};
+    EXPECT_FALSE(stage.view->initializationWithPixelFormat(stage.pipeline.get(), unusable));
+    EXPECT_EQ(stage.view->renderpipeline(), stage.pipeline.get()) << "the pipeline stays attached";
+    const int count = stage.pipeline->retainCount();
+    EXPECT_FALSE(stage.view->initializationWithPixelFormat(nullptr, stage.view->GetPixelFormatAttributes()));
+    EXPECT_EQ(stage.view->renderpipeline(), nullptr);
+    EXPECT_EQ(stage.pipeline->retainCount(), count - 1);
+}
+
+TEST_F(LifecycleTest, StopsFromAHook) {
+    Stage stage(Stage::Draws::byItself);
+    std::atomic<bool> stopped{false};
+    std::atomic<int> framesAfter{0};
+    stage.view->RenderThreadLock();
+    stage.pipeline->onRender = [&] {
+        if (stopped)
+            ++framesAfter;
+        stage.view->stopRender();
+        stopped = true;
+    };
+    stage.view->RenderThreadUnLock();
+    ASSERT_TRUE(waitFor([&] { return stopped.load(); }));
+    std::this_thread::sleep_for(std::chrono::milliseconds(60));
+    EXPECT_EQ(framesAfter, 0);
+    stage.view->RenderThreadLock();
+    stage.pipeline->onRender = {};
+    stage.view->RenderThreadUnLock();
+    stage.pipeline->takeCalls();
+    stage.view->startRender();
+    EXPECT_TRUE(waitFor([&] { return stage.pipeline->takeCalls().find("render") != std::string::npos; }));
+}
+
+TEST_F(LifecycleTest, EndsWithoutAStop) {
+    LogCollector log;
+    auto view = (new VX_GLMainView)->initWithFrame(CGRectMake(0, 0, 16, 16), nullptr);
+    auto pipeline = NSRef<ScriptedPipeline>::adopt(new ScriptedPipeline);
+    pipeline->init();
+    view->AddPixelFormatAttribute(NSOpenGLPFADoubleBuffer);
+    ASSERT_TRUE(view->initializationWithPixelFormat(pipeline.get(), view->GetPixelFormatAttributes()));
+    view->prepareOpenGL();
+    view->stopRenderThread();
+    view->startRenderThread();
+    // A notification of the view waits with a reference to it; the run loop posts it.
+    NSApplication::sharedApplication()->runStep(0.0);
+    view->release();
+    EXPECT_EQ(log.count("was still drawing"), 1);
+    EXPECT_EQ(pipeline->retainCount(), 1);
+}
+
+TEST_F(LifecycleTest, KeepsTwoViewsApart) {
+    Stage first(Stage::Draws::byItself), second(Stage::Draws::byItself, {32, 32});
+    std::atomic<bool> mixed{false};
+    std::atomic<int> frames{0};
+    for (Stage* stage : {&first, &second}) {
+        stage->view->RenderThreadLock();
+        stage->pipeline->onRender = [&, stage] {
+            mixed = mixed || !stage->view->existingOpenGLContext()->isCurrent();
+            ++frames;
+        };
+        stage->view->RenderThreadUnLock();
+    }
+    EXPECT_TRUE(waitFor([&] { return frames > 20; }));
+    EXPECT_FALSE(mixed);
+    first.view->stopRender();
+    const int before = frames;
+    EXPECT_TRUE(waitFor([&] { return frames > before + 5; })) << "one stops, the other goes on";
+}
+
+TEST_F(LifecycleTest, SaysSoWhenAViewCannotBeSetUp) {
+    Stage stage(Stage::Draws::byHand, {64, 48}, false);
+    LogCollector log;
+    ASSERT_TRUE(stage.attachPipeline());
+    stage.pipeline->onStart = [] { throw std::runtime_error("no shaders"); };
+    stage.step();
+    EXPECT_EQ(log.count("no shaders"), 1);
+    EXPECT_EQ(stage.view->displayLink(), nullptr);
+    std::thread([&] {
+        stage.view->RenderThreadLock();
+        stage.view->RenderThreadUnLock();
+    }).join();
+}
+
+TEST(VX_GLRenderpipeline, SetsUpAndWindsDown) {
+    auto pipeline = NSRef<PipelineWithTimer>::adopt(new PipelineWithTimer);
+    pipeline->init();
+    EXPECT_EQ(pipeline->idleInterval(), 0.03333333333333333);
+    EXPECT_STREQ(pipeline->finalOutputManager()->ToString()->UTF8String(), "640 x 480");
+    EXPECT_EQ(pipeline->glextension(), nullptr);
+    pipeline->doStopRender();
+    NSTimer* timer = NSTimer::scheduledTimerWithTimeInterval(
+        60.0, [](NSTimer*) {}, true);
+    pipeline->useTimer(timer);
+    pipeline->doStopRender();
+    EXPECT_FALSE(timer->isValid());
+    pipeline->doStopRender();
+    pipeline->DoResume();
+    EXPECT_TRUE(pipeline->started());
+    EXPECT_EQ(pipeline->timeCounter(), -1.0);
+    pipeline->DoSuspend();
+    EXPECT_FALSE(pipeline->started()) << "without a view it changes the flag alone";
+}

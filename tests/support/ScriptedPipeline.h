@@ -1,0 +1,148 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <VX_OpenGL64/host/VX_GLMainView.h>
+#include <VX_OpenGL64/host/VX_GLRenderpipeline.h>
+#include <VX_Platform/AppKit/NSApplication.h>
+#include <VX_Platform/AppKit/NSWindow.h>
+#include <VX_Platform/Foundation/NSLog.h>
+#include <VX_Platform/OpenGL/NSOpenGLContext.h>
+#include <VX_Platform/OpenGL/NSOpenGLPixelFormat.h>
+
+#include <functional>
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace vx::test {
+
+/// Notes each hook, and does in `onRender` and the like what a test asks for.
+class ScriptedPipeline : public VX_GLRenderpipeline {
+public:
+    VX_RETURNS_OWN_TYPE(ScriptedPipeline)
+
+    static inline std::atomic<int> living{0};
+    ScriptedPipeline() { ++living; }
+    ~ScriptedPipeline() override { --living; }
+
+    std::function<void()> onCallBack, onRender, onStart, onStop, onNotify, onAfterFlush;
+
+    void onNotify_StopRenderThread() override { note("notify", onNotify); }
+    void callBackRender() override { note("callBack", onCallBack); }
+    void doStartRender() override { note("start", onStart); }
+    void doStopRender() override {
+        note("stop", onStop);
+        VX_GLRenderpipeline::doStopRender();
+    }
+    void renderPipeline(CGRect* bounds) override {
+        lastBounds = *bounds;
+        note("render", onRender);
+    }
+    void afterGLFlushBuffer(const CVTimeStamp* time) override {
+        lastTime = time;
+        note("afterFlush", onAfterFlush);
+    }
+    bool attachGLContext(NSOpenGLContext* context, NSOpenGLPixelFormat* format) override {
+        note(context && format ? "attach" : "detach", {});
+        // The result is ignored.
+        return false;
+    }
+
+    /// What was noted since the last call, joined by blanks.
+    std::string takeCalls() {
+        std::lock_guard guard(m_Lock);
+        std::string calls;
+        for (const std::string& call : m_Calls)
+            calls += (calls.empty() ? "" : " ") + call;
+        m_Calls.clear();
+        return calls;
+    }
+    void noteCall(const char* name) {
+        std::lock_guard guard(m_Lock);
+        m_Calls.push_back(name);
+    }
+
+    CGRect lastBounds;
+    const CVTimeStamp* lastTime = nullptr;
+
+private:
+    void note(const char* name, const std::function<void()>& action) {
+        noteCall(name);
+        if (action)
+            action();
+    }
+
+    std::mutex m_Lock;
+    std::vector<std::string> m_Calls;
+};
+
+/// A main view in a window, with a scripted pipeline: attached, and prepared by one step of the run loop.
+/// Drawing by itself only when asked for; else a test draws frame by frame with `frame`.
+class Stage {
+public:
+    enum class Draws { byHand, byItself };
+
+    explicit Stage(Draws draws = Draws::byHand, CGSize size = {64, 48}, bool attach = true) {
+        window = NSRef<NSWindow>::adopt(
+            (new NSWindow)->initWithContentRect({{}, size}, NSTitledWindowMask | NSResizableWindowMask));
+        view = NSRef<VX_GLMainView>::adopt((new VX_GLMainView)->initWithFrame({{}, size}, nullptr));
+        pipeline = NSRef<ScriptedPipeline>::adopt(new ScriptedPipeline);
+        pipeline->init();
+        pipeline->setTargetGLView(view.get());
+        window->setContentView(view.get());
+        window->makeKeyAndOrderFront();
+        if (!attach)
+            return;
+        attachPipeline();
+        step();
+        if (draws == Draws::byHand)
+            view->stopRenderThread();
+        pipeline->takeCalls();
+    }
+    ~Stage() {
+        view->stopRender();
+        view->releaseResources();
+        window->close();
+    }
+
+    bool attachPipeline() {
+        view->ResetPixelFormatAttributes();
+        view->AddPixelFormatAttribute(NSOpenGLPFADoubleBuffer);
+        view->AddPixelFormatAttribute(NSOpenGLPFAColorSize, 24);
+        view->AddPixelFormatAttribute(NSOpenGLPFADepthSize, 24);
+        return view->initializationWithPixelFormat(pipeline.get(), view->GetPixelFormatAttributes());
+    }
+    /// One step of the run loop.
+    void step() { NSApplication::sharedApplication()->runStep(0.0); }
+    /// One refresh on the calling thread.
+    void frame() { view->DisplayLink_Render(&time); }
+
+    CVTimeStamp time;
+    NSRef<NSWindow> window;
+    NSRef<VX_GLMainView> view;
+    NSRef<ScriptedPipeline> pipeline;
+};
+
+/// Collects the log while it lives.
+class LogCollector {
+public:
+    LogCollector() {
+        NSLogSetSink(
+            [](const char* line, void* self) { static_cast<LogCollector*>(self)->m_Lines.push_back(line); },
+            this);
+    }
+    ~LogCollector() { NSLogSetSink(nullptr, nullptr); }
+
+    /// Number of lines so far that hold the text.
+    int count(const std::string& text) const {
+        int found = 0;
+        for (const std::string& line : m_Lines)
+            found += line.find(text) != std::string::npos;
+        return found;
+    }
+
+private:
+    std::vector<std::string> m_Lines;
+};
+
+} // namespace vx::test
