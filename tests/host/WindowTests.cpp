@@ -1,6 +1,195 @@
 // SPDX-License-Identifier: MIT
+#include <VX_Platform/AppKit/NSEvent.h>
+#include <VX_Platform/Foundation/NSDate.h>
+#include <VX_Platform/Foundation/NSNotificationCenter.h>
+#include <VX_Platform/Foundation/NSTimer.h>
 #include <tests/support/ScriptedPipeline.h>
+#include <tests/support/X11Input.h>
 
+#include <epoxy/gl.h>
 #include <gtest/gtest.h>
 
-TEST(Placeholder, Placeholder) {}
+// Behind the others: its macros take common words.
+#include <X11/Xlib.h>
+#include <X11/Xutil.h>
+#include <X11/keysym.h>
+
+using vx::test::LogCollector;
+using vx::test::Stage;
+
+namespace {
+
+// Steps the run loop for a while, or until the condition holds.
+bool runUntil(const std::function<bool()>& condition, double seconds = 5.0) {
+    const double end = NSDate::timeIntervalSinceReferenceDate() + seconds;
+    while (!condition()) {
+        if (NSDate::timeIntervalSinceReferenceDate() > end)
+            return false;
+        NSApplication::sharedApplication()->runStep(0.005);
+    }
+    return true;
+}
+
+// What the X server shows at a place of a window, as 0xRRGGBB.
+unsigned long shownPixel(unsigned long window, int x, int y) {
+    Display* display = XOpenDisplay(nullptr);
+    XImage* image = XGetImage(display, window, x, y, 1, 1, AllPlanes, ZPixmap);
+    const unsigned long pixel = image ? XGetPixel(image, 0, 0) & 0xFFFFFF : 0;
+    if (image)
+        XDestroyImage(image);
+    XCloseDisplay(display);
+    return pixel;
+}
+
+void fill(float red, float green, float blue) {
+    glClearColor(red, green, blue, 1.0f);
+    glClear(GL_COLOR_BUFFER_BIT);
+}
+
+} // namespace
+
+TEST(Window, ShowsFramesAtTheDisplaysRateAndFollowsItsSize) {
+    Stage stage(Stage::Draws::byItself, {200, 150});
+    std::atomic<int> frames{0};
+    stage.view->RenderThreadLock();
+    stage.pipeline->onRender = [&] {
+        fill(0.0f, 1.0f, 0.0f);
+        ++frames;
+    };
+    EXPECT_STREQ(CVDisplayLinkGetThrottleName(stage.view->displayLink()), "Present events");
+    stage.view->RenderThreadUnLock();
+    ASSERT_TRUE(runUntil([&] { return frames > 10; }));
+    EXPECT_EQ(shownPixel(stage.window->nativeWindow(), 100, 75), 0x00FF00u);
+
+    stage.window->setFrame(CGRectMake(30, 30, 320, 240));
+    ASSERT_TRUE(runUntil([&] { return stage.view->bounds().size.width == 320.0; }));
+    const int before = frames;
+    ASSERT_TRUE(runUntil([&] { return frames > before + 5; }));
+    EXPECT_EQ(shownPixel(stage.window->nativeWindow(), 310, 230), 0x00FF00u);
+}
+
+TEST(Window, HandsKeysAndMouseThroughTheViewToTheHost) {
+    class Keys : public VX_GLMainView {
+    public:
+        using VX_GLMainView::initWithFrame;
+        void keyDown(NSEvent* event) override { key = event->key(); }
+        void mouseDown(NSEvent* event) override { place = event->locationInWindow(); }
+        unsigned key = 0;
+        CGPoint place;
+    };
+    Stage stage(Stage::Draws::byItself, {200, 150});
+    auto view = NSRef<Keys>::adopt(new Keys);
+    view->initWithFrame(CGRectMake(0, 0, 200, 150), nullptr);
+    stage.window->setContentView(view.get());
+    stage.window->makeKeyAndOrderFront();
+    stage.window->setTitle("Input");
+    runUntil([] { return false; }, 0.2);
+    vx::test::X11Input input;
+    const auto shown = input.waitForWindow("Input");
+    ASSERT_NE(shown.id, 0u);
+    input.click(shown.x + 60, shown.y + 40);
+    EXPECT_TRUE(runUntil([&] { return view->place.x != 0.0; }));
+    EXPECT_NEAR(view->place.x, 60.0, 1.0);
+    EXPECT_NEAR(view->place.y, 40.0, 1.0);
+    input.press(XK_Escape);
+    EXPECT_TRUE(runUntil([&] { return view->key == NSEscapeKey; }));
+    input.close(shown);
+    EXPECT_TRUE(runUntil([&] { return stage.window->isClosed(); }));
+}
+
+TEST(Window, GivesAViewToAWindowOfAnotherToolkit) {
+    Display* other = XOpenDisplay(nullptr);
+    ::Window foreign = XCreateSimpleWindow(other, DefaultRootWindow(other), 10, 10, 120, 90, 0, 0, 0);
+    XMapWindow(other, foreign);
+    XSync(other, False);
+    {
+        auto window = NSRef<NSWindow>::adopt((new NSWindow)->initWithX11Window(foreign));
+        ASSERT_TRUE(window);
+        Stage stage(Stage::Draws::byItself, {64, 48});
+        std::atomic<int> frames{0};
+        stage.view->stopRender();
+        window->setContentView(stage.view.get());
+        stage.view->startRender();
+        stage.view->RenderThreadLock();
+        stage.pipeline->onRender = [&] {
+            fill(1.0f, 0.0f, 1.0f);
+            ++frames;
+        };
+        stage.view->RenderThreadUnLock();
+        ASSERT_TRUE(runUntil([&] { return frames > 5; }));
+        EXPECT_EQ(shownPixel(foreign, 100, 80), 0xFF00FFu);
+        XResizeWindow(other, foreign, 180, 160);
+        XSync(other, False);
+        EXPECT_TRUE(runUntil([&] { return stage.view->bounds().size.width == 180.0; }));
+        stage.view->stopRender();
+        stage.view->releaseResources();
+    }
+    XWindowAttributes attributes;
+    EXPECT_TRUE(XGetWindowAttributes(other, foreign, &attributes)) << "it stays its owner's";
+    EXPECT_EQ((new NSWindow)->initWithX11Window(0x7fffff1), nullptr);
+    XCloseDisplay(other);
+}
+
+TEST(Window, MovesAViewFromWindowToWindowWhileItIsStopped) {
+    Stage stage(Stage::Draws::byItself, {100, 100});
+    std::atomic<int> frames{0};
+    auto second = NSRef<NSWindow>::adopt(
+        (new NSWindow)->initWithContentRect(CGRectMake(400, 300, 150, 120), NSBorderlessWindowMask));
+    second->makeKeyAndOrderFront();
+    stage.view->stopRenderThread();
+    second->setContentView(stage.view.get());
+    stage.window->orderOut();
+    stage.view->RenderThreadLock();
+    stage.pipeline->onRender = [&] {
+        fill(0.0f, 0.0f, 1.0f);
+        ++frames;
+    };
+    stage.view->RenderThreadUnLock();
+    stage.view->startRenderThread();
+    ASSERT_TRUE(runUntil([&] { return frames > 5; }));
+    EXPECT_EQ(shownPixel(second->nativeWindow(), 140, 110), 0x0000FFu);
+}
+
+TEST(Window, ClosesWithTheViewStillDrawing) {
+    Stage stage(Stage::Draws::byItself, {100, 100});
+    std::atomic<int> frames{0};
+    stage.view->RenderThreadLock();
+    stage.pipeline->onRender = [&] { ++frames; };
+    stage.view->RenderThreadUnLock();
+    ASSERT_TRUE(runUntil([&] { return frames > 3; }));
+    int closed = 0;
+    NSNotificationCenter::defaultCenter()->addObserver(
+        &closed, [&](NSNotification*) { ++closed; }, NSWindowWillCloseNotification, stage.window.get());
+    stage.window->performClose();
+    stage.window->close();
+    NSNotificationCenter::defaultCenter()->removeObserver(&closed);
+    EXPECT_EQ(closed, 1);
+    stage.window = NSRef<NSWindow>::adopt((new NSWindow)->initWithContentRect(CGRectMake(0, 0, 10, 10), 0));
+    const int before = frames;
+    EXPECT_TRUE(runUntil([&] { return frames > before + 3; })) << "hooks run on, with nothing to show";
+}
+
+TEST(Window, EndsTheRunLoopWithTheLastWindow) {
+    Stage stage(Stage::Draws::byItself, {100, 100});
+    NSWindow* window = stage.window.get();
+    NSTimer::scheduledTimerWithTimeInterval(
+        0.05, [window](NSTimer*) { window->performClose(); }, false);
+    NSApplication::sharedApplication()->run();
+    EXPECT_TRUE(window->isClosed());
+}
+
+TEST(WindowDeathTest, SaysInOneLineThatThereIsNoDisplay) {
+    const auto startWithoutDisplay = [] {
+        unsetenv("DISPLAY");
+        LogCollector log;
+        auto view = (new VX_GLMainView)->initWithFrame(CGRectMake(0, 0, 10, 10), nullptr);
+        auto pipeline = (new vx::test::ScriptedPipeline)->init();
+        const std::uint32_t none[] = {0};
+        const bool attached =
+            view->initializationWithPixelFormat(static_cast<VX_GLRenderpipeline*>(pipeline), none);
+        const bool window = (new NSWindow)->initWithContentRect(CGRectMake(0, 0, 10, 10), 0) != nullptr;
+        const bool once = log.count("No display") == 1;
+        std::_Exit(!attached && !window && once ? 42 : 1);
+    };
+    EXPECT_EXIT(startWithoutDisplay(), testing::ExitedWithCode(42), "");
+}
