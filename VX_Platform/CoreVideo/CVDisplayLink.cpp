@@ -87,7 +87,8 @@ void runLink(const std::shared_ptr<Run>& run) {
 } // namespace
 
 struct CVDisplayLink {
-    std::shared_ptr<vx::Surface> surface;
+    // Not kept: the view decides how long its surface lives.
+    std::weak_ptr<vx::Surface> surface;
     double period = 1.0 / 60.0;
     CVDisplayLinkOutputCallback callback = nullptr;
     void* user = nullptr;
@@ -112,9 +113,10 @@ CVReturn CVDisplayLinkSetCurrentCGDisplayFromOpenGLContext(CVDisplayLinkRef link
                                                            CGLPixelFormatObj) {
     if (!link || !context)
         return kCVReturnInvalidArgument;
-    link->surface = context->surface();
-    if (link->surface)
-        link->period = 1.0 / link->surface->display().refreshRate;
+    const std::shared_ptr<vx::Surface> surface = context->surface();
+    link->surface = surface;
+    if (surface)
+        link->period = 1.0 / surface->display().refreshRate;
     return kCVReturnSuccess;
 }
 
@@ -134,8 +136,8 @@ CVReturn CVDisplayLinkStart(CVDisplayLinkRef link) {
         return kCVReturnDisplayLinkAlreadyRunning;
     if (!link->callback)
         return kCVReturnDisplayLinkCallbacksNotSet;
-    link->run =
-        std::make_shared<Run>(link->surface ? link->surface->makeRefreshSource() : nullptr, link->period);
+    const std::shared_ptr<vx::Surface> surface = link->surface.lock();
+    link->run = std::make_shared<Run>(surface ? surface->makeRefreshSource() : nullptr, link->period);
     link->run->link = link;
     link->run->callback = link->callback;
     link->run->user = link->user;
