@@ -2,6 +2,15 @@
 #pragma once
 
 // Everything a host may use, in one include.
+#include <VX_OpenGL64/host/VX_CheckGLExtensions.h>
+#include <VX_OpenGL64/host/VX_GLChildView.h>
+#include <VX_OpenGL64/host/VX_GLMainView.h>
+#include <VX_OpenGL64/host/VX_GLRenderpipeline.h>
+#include <VX_OpenGL64/meshes/VX_GLGeometryCube.h>
+#include <VX_OpenGL64/meshes/VX_GLMeshData.h>
+#include <VX_OpenGL64/meshes/VX_GLVertex.h>
+#include <VX_OpenGL64/meshes/VertexLayout.h>
+#include <VX_OpenGL64/output/VX_FinalOutputManager.h>
 #include <VX_Platform/AppKit/NSAlert.h>
 #include <VX_Platform/AppKit/NSApplication.h>
 #include <VX_Platform/AppKit/NSEvent.h>
@@ -9,6 +18,8 @@
 #include <VX_Platform/AppKit/NSView.h>
 #include <VX_Platform/AppKit/NSWindow.h>
 #include <VX_Platform/CoreGraphics/CGGeometry.h>
+#include <VX_Platform/CoreImage/CIContext.h>
+#include <VX_Platform/CoreVideo/CVDisplayLink.h>
 #include <VX_Platform/Foundation/NSAutoreleasePool.h>
 #include <VX_Platform/Foundation/NSDate.h>
 #include <VX_Platform/Foundation/NSFileManager.h>

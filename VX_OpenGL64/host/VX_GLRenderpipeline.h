@@ -18,17 +18,17 @@ struct CVTimeStamp;
 ///
 /// Hooks are empty here and called by the library:
 ///
-/// | Hook                          | Thread       | State |
-/// |-------------------------------|--------------|------------------------------------------------------------|
-/// | `attachGLContext` (context)   | host's       | context current, render lock held, screen cleared | |
-/// `doStartRender`               | host's       | the same | | `callBackRender`              | display link |
-/// context current, both locks held                           | | `renderPipeline`              | display
-/// link | the same                                                   | | `renderSubPipeline`           |
-/// display link | the child's context current                                | | `afterGLFlushBuffer` |
-/// display link | swapped; with children, the last child's context current   | | `onNotify_StopRenderThread`
-/// | the caller's | no lock held: a frame may be running                       | | `doStopRender` | the
-/// caller's | display link gone, context current                         | | `attachGLContext` (two nulls) |
-/// the caller's | context current; may come more than once in a row          |
+/// | Hook                          | Thread       | State                                                    |
+/// |-------------------------------|--------------|----------------------------------------------------------|
+/// | `attachGLContext` (context)   | host's       | context current, render lock held, screen cleared        |
+/// | `doStartRender`               | host's       | the same                                                 |
+/// | `callBackRender`              | display link | context current, both locks held                         |
+/// | `renderPipeline`              | display link | the same                                                 |
+/// | `renderSubPipeline`           | display link | the child's context current                              |
+/// | `afterGLFlushBuffer`          | display link | swapped; with children, the last child's context current |
+/// | `onNotify_StopRenderThread`   | the caller's | no lock held: a frame may be running                     |
+/// | `doStopRender`                | the caller's | display link gone, context current                       |
+/// | `attachGLContext` (two nulls) | the caller's | context current; may come more than once in a row        |
 ///
 /// A per-frame hook that throws ends its frame; the text is logged once and drawing goes on with the next
 /// refresh. An exception from another hook passes to the caller of the operation that called it.

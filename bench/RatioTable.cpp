@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: MIT
+#include <bench/RatioTable.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <map>
+
+namespace vx::bench {
+
+namespace {
+
+std::vector<Row>& rows() {
+    static std::vector<Row> all;
+    return all;
+}
+
+std::vector<ReadingRow>& readings() {
+    static std::vector<ReadingRow> all;
+    return all;
+}
+
+// Keeps the nanoseconds of each round by the candidate's name.
+class Collector : public benchmark::BenchmarkReporter {
+public:
+    bool ReportContext(const Context&) override { return true; }
+    void ReportRuns(const std::vector<Run>& runs) override {
+        for (const Run& run : runs) {
+            if (run.error_occurred)
+                failure = run.error_message;
+            else if (run.run_type == Run::RT_Iteration)
+                times[run.run_name.function_name].push_back(run.GetAdjustedRealTime());
+        }
+    }
+
+    std::map<std::string, std::vector<double>> times;
+    std::string failure;
+};
+
+double quantile(std::vector<double> values, double part) {
+    if (values.empty())
+        return None;
+    std::sort(values.begin(), values.end());
+    return values[std::size_t(part * double(values.size() - 1) + 0.5)];
+}
+
+std::string number(double value, const char* unit = "") {
+    if (std::isnan(value))
+        return "-";
+    char text[32];
+    std::snprintf(text, sizeof text, std::fabs(value) < 10 ? "%.2f%s" : "%.1f%s", value, unit);
+    return text;
+}
+
+std::string verdict(double value, double must) {
+    if (std::isnan(must))
+        return "-";
+    return value <= must ? "met" : "NOT MET";
+}
+
+void printLine(const char* name, const std::string& value, const std::string& limit,
+               const std::string& spread, const std::string& must, const std::string& aim,
+               const std::string& met, const std::string& peers) {
+    std::printf("%-44s %12s %12s %8s %10s %10s  %-8s %s\n", name, value.c_str(), limit.c_str(),
+                spread.c_str(), must.c_str(), aim.c_str(), met.c_str(), peers.c_str());
+    std::fflush(stdout);
+}
+
+std::string duration(double nanoseconds) {
+    if (nanoseconds < 1e3)
+        return number(nanoseconds, " ns");
+    return nanoseconds < 1e6 ? number(nanoseconds / 1e3, " us") : number(nanoseconds / 1e6, " ms");
+}
+
+void runRow(const Row& row, int rounds) {
+    benchmark::ClearRegisteredBenchmarks();
+    std::vector<std::pair<std::string, Work>> candidates = {{"limit", row.limit}, {"ours", row.ours}};
+    candidates.insert(candidates.end(), row.peers.begin(), row.peers.end());
+    for (const auto& [name, work] : candidates)
+        benchmark::RegisterBenchmark(name.c_str(), work)->UseRealTime()->Repetitions(rounds);
+    Collector collector;
+    benchmark::RunSpecifiedBenchmarks(&collector, ".*");
+    if (!collector.failure.empty()) {
+        printLine(row.name.c_str(), "-", "-", "-", "-", "-", "-", collector.failure);
+        return;
+    }
+
+    const double limit = quantile(collector.times["limit"], 0.5);
+    const std::vector<double>& ours = collector.times["ours"];
+    const auto compared = [&](double time) {
+        return row.inMicroseconds ? (time - limit) / 1e3 : time / limit;
+    };
+    const char* unit = row.inMicroseconds ? " us" : "";
+    std::string peers;
+    for (const auto& [name, work] : row.peers)
+        peers += name + " " + number(compared(quantile(collector.times[name], 0.5)), unit) + "  ";
+    const double value = compared(quantile(ours, 0.5));
+    const double spread = (quantile(ours, 0.75) - quantile(ours, 0.25)) / quantile(ours, 0.5);
+    printLine(row.name.c_str(), (row.inMicroseconds ? "+" : "") + number(value, unit), duration(limit),
+              number(100 * spread, "%"), number(row.must, unit), number(row.aim, unit),
+              verdict(value, row.must), peers);
+}
+
+void runReading(const ReadingRow& row) {
+    const Reading reading = row.read();
+    if (!reading.failure.empty()) {
+        printLine(row.name.c_str(), "-", "-", "-", "-", "-", "-", reading.failure);
+        return;
+    }
+    const std::string unit = " " + row.unit;
+    std::string peers;
+    for (const auto& [name, value] : reading.peers)
+        peers += name + " " + number(value, unit.c_str()) + "  ";
+    printLine(row.name.c_str(), number(reading.ours, unit.c_str()), number(reading.limit, unit.c_str()), "-",
+              number(row.must, unit.c_str()), number(row.aim, unit.c_str()), verdict(reading.ours, row.must),
+              peers);
+}
+
+} // namespace
+
+bool addRow(Row row) {
+    rows().push_back(std::move(row));
+    return true;
+}
+
+bool addReading(ReadingRow row) {
+    readings().push_back(std::move(row));
+    return true;
+}
+
+int runTable(const std::string& filter, int rounds) {
+    const auto chosen = [&](const std::string& name) { return name.find(filter) != std::string::npos; };
+    printLine("row", "ours", "limit", "spread", "must", "aim", "met", "peers");
+    int count = 0;
+    for (const Row& row : rows()) {
+        if (!chosen(row.name))
+            continue;
+        runRow(row, rounds);
+        ++count;
+    }
+    for (const ReadingRow& row : readings()) {
+        if (!chosen(row.name))
+            continue;
+        runReading(row);
+        ++count;
+    }
+    return count;
+}
+
+} // namespace vx::bench
