@@ -2,6 +2,7 @@
 #include <VX_Platform/OpenGL/NSOpenGLContext.h>
 
 #include <VX_Platform/Foundation/NSLog.h>
+#include <VX_Platform/OpenGL/DriverMessages.h>
 #include <VX_Platform/OpenGL/GLCapabilities.h>
 #include <VX_Platform/OpenGL/NSOpenGLPixelFormat.h>
 #include <VX_Platform/OpenGL/NSOpenGLView.h>
@@ -25,16 +26,24 @@ CurrentOnThread& current() {
     return current;
 }
 
+std::atomic<bool> logsDriverMessages{false};
+
 vx::GLDriver& driver() {
     return vx::Platform::current()->gl();
 }
 
 } // namespace
 
+void NSOpenGLContext::setLogsDriverMessages(bool logs) {
+    logsDriverMessages = logs;
+}
+
 NSOpenGLContext* NSOpenGLContext::initWithFormat(NSOpenGLPixelFormat* format, NSOpenGLContext* share) {
     if (format) {
         m_Config = format->configuration();
-        m_Context = driver().createContext(m_Config, share ? share->m_Context : nullptr);
+        m_DriverMessagesWanted = logsDriverMessages;
+        m_Context =
+            driver().createContext(m_Config, share ? share->m_Context : nullptr, m_DriverMessagesWanted);
     }
     if (!m_Context) {
         release();
@@ -128,6 +137,10 @@ bool NSOpenGLContext::bind() {
         driver().setSwapInterval(m_AppliedSwapInterval);
     }
     m_Group->noteFirstUse();
+    if (m_DriverMessagesWanted) {
+        m_DriverMessagesWanted = false;
+        vx::logDriverMessages();
+    }
     return true;
 }
 

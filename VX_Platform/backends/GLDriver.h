@@ -37,8 +37,9 @@ public:
     /// The native visual of a configuration (an X11 visual id), 0 without one.
     unsigned long nativeVisual(Handle config) const;
 
-    /// A compatibility context sharing with `share` (may be null), or null with a line in the log.
-    Handle createContext(Handle config, Handle share) const;
+    /// A compatibility context sharing with `share` (may be null), or null with a line in the log. A debug
+    /// context tells of faults by GL's debug output.
+    Handle createContext(Handle config, Handle share, bool debug) const;
     void destroyContext(Handle context) const;
 
     /// A surface on a native window, or null with a line in the log.

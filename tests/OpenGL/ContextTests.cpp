@@ -2,6 +2,7 @@
 #include <VX_Platform/OpenGL/CGL.h>
 #include <VX_Platform/OpenGL/GLCapabilities.h>
 #include <tests/support/HeadlessContext.h>
+#include <tests/support/LogCollector.h>
 
 #include <epoxy/gl.h>
 #include <gtest/gtest.h>
@@ -92,4 +93,17 @@ TEST(NSOpenGLContext, LivesAsLongAsItIsCurrent) {
     child->release();
     EXPECT_NE(glGetString(GL_VERSION), nullptr);
     NSOpenGLContext::clearCurrentContext();
+}
+
+TEST(NSOpenGLContext, TellsTheLogOfFaultsWhenAskedTo) {
+    vx::test::LogCollector log;
+    NSOpenGLContext::setLogsDriverMessages(true);
+    HeadlessContext gl(8, 8);
+    NSOpenGLContext::setLogsDriverMessages(false);
+    glEnable(0xBAD);
+    EXPECT_EQ(log.count("OpenGL error"), 1);
+    EXPECT_EQ(glGetError(), GLenum(GL_INVALID_ENUM)) << "the error is still there for who looks for it";
+    HeadlessContext quiet(8, 8);
+    glEnable(0xBAD);
+    EXPECT_EQ(log.count("OpenGL error"), 1);
 }

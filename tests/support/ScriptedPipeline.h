@@ -5,9 +5,9 @@
 #include <VX_OpenGL64/host/VX_GLRenderpipeline.h>
 #include <VX_Platform/AppKit/NSApplication.h>
 #include <VX_Platform/AppKit/NSWindow.h>
-#include <VX_Platform/Foundation/NSLog.h>
 #include <VX_Platform/OpenGL/NSOpenGLContext.h>
 #include <VX_Platform/OpenGL/NSOpenGLPixelFormat.h>
+#include <tests/support/LogCollector.h>
 
 #include <functional>
 #include <mutex>
@@ -121,28 +121,6 @@ public:
     NSRef<NSWindow> window;
     NSRef<VX_GLMainView> view;
     NSRef<ScriptedPipeline> pipeline;
-};
-
-/// Collects the log while it lives.
-class LogCollector {
-public:
-    LogCollector() {
-        NSLogSetSink(
-            [](const char* line, void* self) { static_cast<LogCollector*>(self)->m_Lines.push_back(line); },
-            this);
-    }
-    ~LogCollector() { NSLogSetSink(nullptr, nullptr); }
-
-    /// Number of lines so far that hold the text.
-    int count(const std::string& text) const {
-        int found = 0;
-        for (const std::string& line : m_Lines)
-            found += line.find(text) != std::string::npos;
-        return found;
-    }
-
-private:
-    std::vector<std::string> m_Lines;
 };
 
 } // namespace vx::test

@@ -84,10 +84,10 @@ unsigned long GLDriver::nativeVisual(Handle config) const {
     return attribute(config, EGL_NATIVE_VISUAL_ID);
 }
 
-GLDriver::Handle GLDriver::createContext(Handle config, Handle share) const {
+GLDriver::Handle GLDriver::createContext(Handle config, Handle share, bool debug) const {
     eglBindAPI(EGL_OPENGL_API);
-    const EGLint none[] = {EGL_NONE};
-    EGLContext context = eglCreateContext(m_Display, config, share, none);
+    const EGLint wanted[] = {debug ? EGL_CONTEXT_OPENGL_DEBUG : EGL_NONE, EGL_TRUE, EGL_NONE};
+    EGLContext context = eglCreateContext(m_Display, config, share, wanted);
     if (context == EGL_NO_CONTEXT)
         NSLog("The driver gives no OpenGL context: %s", lastError().c_str());
     return context;
