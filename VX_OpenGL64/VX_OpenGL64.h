@@ -11,6 +11,7 @@
 #include <VX_OpenGL64/host/VX_GLRenderpipeline.h>
 #include <VX_OpenGL64/meshes/VX_GLGeometryCube.h>
 #include <VX_OpenGL64/meshes/VX_GLMeshData.h>
+#include <VX_OpenGL64/meshes/VX_GLMeshDataRenderer.h>
 #include <VX_OpenGL64/meshes/VX_GLVertex.h>
 #include <VX_OpenGL64/meshes/VertexLayout.h>
 #include <VX_OpenGL64/output/VX_FinalOutputManager.h>
