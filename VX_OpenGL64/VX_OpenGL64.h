@@ -2,15 +2,29 @@
 #pragma once
 
 // Everything a host may use, in one include.
+#include <VX_OpenGL64/camera/VX_GLCamera.h>
+#include <VX_OpenGL64/camera/VX_GLCameraLight.h>
+#include <VX_OpenGL64/camera/VX_GLLight.h>
 #include <VX_OpenGL64/host/VX_CheckGLExtensions.h>
 #include <VX_OpenGL64/host/VX_GLChildView.h>
 #include <VX_OpenGL64/host/VX_GLMainView.h>
 #include <VX_OpenGL64/host/VX_GLRenderpipeline.h>
 #include <VX_OpenGL64/meshes/VX_GLGeometryCube.h>
 #include <VX_OpenGL64/meshes/VX_GLMeshData.h>
+#include <VX_OpenGL64/meshes/VX_GLMeshDataRenderer.h>
 #include <VX_OpenGL64/meshes/VX_GLVertex.h>
 #include <VX_OpenGL64/meshes/VertexLayout.h>
 #include <VX_OpenGL64/output/VX_FinalOutputManager.h>
+#include <VX_OpenGL64/shaders/VX_FragmentShader.h>
+#include <VX_OpenGL64/shaders/VX_GLFilter.h>
+#include <VX_OpenGL64/shaders/VX_GLFilterManager.h>
+#include <VX_OpenGL64/shaders/VX_GeometryShader.h>
+#include <VX_OpenGL64/shaders/VX_Program.h>
+#include <VX_OpenGL64/shaders/VX_VertexShader.h>
+#include <VX_OpenGL64/targets/VX_GLRenderTarget.h>
+#include <VX_OpenGL64/targets/VX_GLVBOBase.h>
+#include <VX_OpenGL64/targets/VX_GLVBOIndex.h>
+#include <VX_OpenGL64/targets/VX_GLVBOVertex.h>
 #include <VX_Platform/AppKit/NSAlert.h>
 #include <VX_Platform/AppKit/NSApplication.h>
 #include <VX_Platform/AppKit/NSEvent.h>

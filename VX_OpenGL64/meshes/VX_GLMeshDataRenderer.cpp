@@ -1,0 +1,343 @@
+// SPDX-License-Identifier: MIT
+#include <VX_OpenGL64/meshes/VX_GLMeshDataRenderer.h>
+
+#include <VX_OpenGL64/meshes/VX_GLMeshData.h>
+#include <VX_OpenGL64/meshes/VertexLayout.h>
+#include <VX_OpenGL64/targets/VX_GLVBOIndex.h>
+#include <VX_OpenGL64/targets/VX_GLVBOVertex.h>
+
+#include <epoxy/gl.h>
+
+#include <algorithm>
+#include <cstdint>
+
+namespace {
+
+using vx::VertexLayout;
+
+// Sizes are 32 bits wide at the buffers; -1 for what does not fit.
+int bytesOf(int stride, int count) {
+    const std::int64_t bytes = std::int64_t(stride) * count;
+    return bytes == std::int32_t(bytes) ? int(bytes) : -1;
+}
+
+// Writes into the buffer if it is large enough, else gives it new storage.
+template <class Buffer>
+void upload(Buffer*& buffer, unsigned int usage, int bytes, void* data) {
+    if (!buffer)
+        buffer = new Buffer;
+    const int size = buffer->m_Size;
+    buffer->BindBuffer();
+    if (size >= bytes)
+        buffer->Copy(0, bytes, data);
+    else
+        buffer->Allocate(bytes, usage, data);
+    buffer->UnBindBuffer();
+}
+
+// An offset into the buffer that is bound, in the shape GL wants it.
+const void* offset(int bytes) {
+    return reinterpret_cast<const void*>(static_cast<std::intptr_t>(bytes));
+}
+
+void enableArrays(const VertexLayout& layout) {
+    glEnableClientState(GL_VERTEX_ARRAY);
+    if (layout.normal != VertexLayout::none)
+        glEnableClientState(GL_NORMAL_ARRAY);
+    if (layout.diffuse != VertexLayout::none)
+        glEnableClientState(GL_COLOR_ARRAY);
+    if (layout.uv != VertexLayout::none)
+        glEnableClientState(GL_TEXTURE_COORD_ARRAY);
+}
+
+void disableArrays(const VertexLayout& layout) {
+    if (layout.uv != VertexLayout::none)
+        glDisableClientState(GL_TEXTURE_COORD_ARRAY);
+    if (layout.diffuse != VertexLayout::none)
+        glDisableClientState(GL_COLOR_ARRAY);
+    if (layout.normal != VertexLayout::none)
+        glDisableClientState(GL_NORMAL_ARRAY);
+    glDisableClientState(GL_VERTEX_ARRAY);
+}
+
+void setPointers(const VertexLayout& layout) {
+    glVertexPointer(3, GL_FLOAT, layout.stride, offset(0));
+    if (layout.diffuse != VertexLayout::none)
+        glColorPointer(4, GL_FLOAT, layout.stride, offset(layout.diffuse));
+    if (layout.normal != VertexLayout::none)
+        glNormalPointer(GL_FLOAT, layout.stride, offset(layout.normal));
+    if (layout.uv != VertexLayout::none)
+        glTexCoordPointer(2, GL_FLOAT, layout.stride, offset(layout.uv));
+}
+
+void enableTangents(const VertexLayout& layout, GLuint attribute) {
+    enableArrays(layout);
+    glEnableVertexAttribArrayARB(attribute);
+}
+
+void disableTangents(const VertexLayout& layout, GLuint attribute) {
+    glDisableVertexAttribArrayARB(attribute);
+    disableArrays(layout);
+}
+
+void setTangentPointers(const VertexLayout& layout, GLuint attribute) {
+    setPointers(layout);
+    glVertexAttribPointerARB(attribute, 3, GL_FLOAT, GL_FALSE, layout.stride, offset(layout.tangent));
+}
+
+} // namespace
+
+VX_GLMeshDataRenderer::~VX_GLMeshDataRenderer() {
+    ClearAll();
+}
+
+void VX_GLMeshDataRenderer::ClearAll() {
+    delete m_VertexBuffer;
+    delete m_IndexBuffer;
+    m_VertexBuffer = nullptr;
+    m_IndexBuffer = nullptr;
+    m_VertexCount = 0;
+    m_IndexCount = 0;
+    m_HasVertices = false;
+}
+
+void VX_GLMeshDataRenderer::makeVBOIndex(unsigned int usage, int count, unsigned int* data) {
+    m_IndexCount = count;
+    const int bytes = bytesOf(sizeof *data, count);
+    if (count <= 0 || bytes < 0) {
+        delete m_IndexBuffer;
+        m_IndexBuffer = nullptr;
+        return;
+    }
+    upload(m_IndexBuffer, usage, bytes, data);
+}
+
+void VX_GLMeshDataRenderer::makeVBOVertex(unsigned int usage, int stride, int count, void* data) {
+    const int bytes = bytesOf(stride, count);
+    if (count < 1 || bytes < 0) {
+        delete m_VertexBuffer;
+        m_VertexBuffer = nullptr;
+        m_VertexCount = 0;
+        m_HasVertices = false;
+        return;
+    }
+    upload(m_VertexBuffer, usage, bytes, data);
+    m_VertexCount = count;
+    m_HasVertices = true;
+}
+
+void VX_GLMeshDataRenderer::UpdateByMeshData(unsigned int vertexUsage, unsigned int indexUsage,
+                                             VX_GLMeshData* mesh) {
+    UpdateRangeByMeshData(vertexUsage, indexUsage, mesh, mesh->m_Vertex ? mesh->m_Vertex->m_Count : 0,
+                          mesh->m_IndexCount);
+}
+
+void VX_GLMeshDataRenderer::UpdateRangeByMeshData(unsigned int vertexUsage, unsigned int indexUsage,
+                                                  VX_GLMeshData* mesh, int vertexCount, int indexCount) {
+    m_CarriedVector0 = mesh->m_CarriedVector0;
+    m_CarriedVector1 = mesh->m_CarriedVector1;
+    m_CarriedVector2 = mesh->m_CarriedVector2;
+    makeVBOIndex(indexUsage, std::min(indexCount, mesh->m_IndexCount), mesh->m_Index);
+    if (const VX_GLVertex* vertices = mesh->m_Vertex)
+        makeVBOVertex(vertexUsage, vertices->m_Stride, std::min(vertexCount, vertices->m_Count),
+                      vertices->m_Data);
+}
+
+void VX_GLMeshDataRenderer::Draw(unsigned int mode, int format, int first, int count) {
+    if (!m_HasVertices)
+        return;
+    if (count < 1)
+        count = m_VertexCount;
+    switch (format) {
+        case VX_GLVertexP:
+            return drawPVertex(mode, first, count);
+        case VX_GLVertexPN:
+            return drawPNVertex(mode, first, count);
+        case VX_GLVertexPT:
+            return drawPTVertex(mode, first, count);
+        case VX_GLVertexPNT:
+            return drawPNTVertex(mode, first, count);
+        case VX_GLVertexPD:
+            return drawPDVertex(mode, first, count);
+        case VX_GLVertexPDN:
+            return drawPDNVertex(mode, first, count);
+        case VX_GLVertexPDT:
+            return drawPDTVertex(mode, first, count);
+        case VX_GLVertexPDNT:
+            return drawPDNTVertex(mode, first, count);
+        default:
+            return;
+    }
+}
+
+void VX_GLMeshDataRenderer::DrawWithIndex(unsigned int mode, int format) {
+    if (!m_HasVertices)
+        return;
+    switch (format) {
+        case VX_GLVertexP:
+            return drawWithIndexPVertex(mode);
+        case VX_GLVertexPN:
+            return drawWithIndexPNVertex(mode);
+        case VX_GLVertexPT:
+            return drawWithIndexPTVertex(mode);
+        case VX_GLVertexPNT:
+            return drawWithIndexPNTVertex(mode);
+        case VX_GLVertexPD:
+            return drawWithIndexPDVertex(mode);
+        case VX_GLVertexPDT:
+            return drawWithIndexPDTVertex(mode);
+        case VX_GLVertexPDNT:
+            return drawWithIndexPDNTVertex(mode);
+        default: // VX_GLVertexPDN too, unlike in Draw: that is meant
+            return;
+    }
+}
+
+void VX_GLMeshDataRenderer::DrawTangent(unsigned int mode, int format, unsigned int attribute, int first,
+                                        int count) {
+    if (m_HasVertices && format == VX_GLVertexPNB)
+        drawPNBVertex(mode, attribute, first, count < 1 ? m_VertexCount : count);
+}
+
+void VX_GLMeshDataRenderer::DrawTangentWithIndex(unsigned int mode, int format, unsigned int attribute) {
+    if (m_HasVertices && format == VX_GLVertexPNB)
+        drawWithIndexPNBVertex(mode, attribute);
+}
+
+void VX_GLMeshDataRenderer::DrawPNTInstanced(unsigned int mode, int first, int count, int positionAttribute,
+                                             int normalAttribute, int uvAttribute, int instanceCount) {
+    if (!m_VertexBuffer)
+        return;
+    const VertexLayout& layout = *vx::vertexLayout(VX_GLVertexPNT);
+    const auto position = static_cast<GLuint>(positionAttribute);
+    const auto normal = static_cast<GLuint>(normalAttribute);
+    const auto uv = static_cast<GLuint>(uvAttribute);
+    glEnableVertexAttribArray(position);
+    glEnableVertexAttribArray(normal);
+    glEnableVertexAttribArray(uv);
+    m_VertexBuffer->BindBuffer();
+    glVertexAttribPointer(position, 3, GL_FLOAT, GL_FALSE, layout.stride, offset(0));
+    glVertexAttribPointer(normal, 3, GL_FLOAT, GL_FALSE, layout.stride, offset(layout.normal));
+    glVertexAttribPointer(uv, 2, GL_FLOAT, GL_FALSE, layout.stride, offset(layout.uv));
+    m_VertexBuffer->UnBindBuffer(); // the pointers keep the buffer
+    glDrawArraysInstancedARB(mode, first, count, instanceCount);
+    glDisableVertexAttribArray(uv);
+    glDisableVertexAttribArray(normal);
+    glDisableVertexAttribArray(position);
+}
+
+void VX_GLMeshDataRenderer::drawArrays(int format, unsigned int mode, int first, int count) {
+    if (!m_VertexBuffer)
+        return;
+    const VertexLayout& layout = *vx::vertexLayout(format);
+    enableArrays(layout);
+    m_VertexBuffer->BindBuffer();
+    setPointers(layout);
+    glDrawArrays(mode, first, count);
+    m_VertexBuffer->UnBindBuffer();
+    disableArrays(layout);
+}
+
+void VX_GLMeshDataRenderer::drawElements(int format, unsigned int mode) {
+    if (!m_VertexBuffer || !m_IndexBuffer)
+        return;
+    const VertexLayout& layout = *vx::vertexLayout(format);
+    enableArrays(layout);
+    m_VertexBuffer->BindBuffer();
+    m_IndexBuffer->BindBuffer();
+    setPointers(layout);
+    glDrawElements(mode, m_IndexCount, GL_UNSIGNED_INT, offset(0));
+    m_IndexBuffer->UnBindBuffer();
+    m_VertexBuffer->UnBindBuffer();
+    disableArrays(layout);
+}
+
+void VX_GLMeshDataRenderer::drawPVertex(unsigned int mode, int first, int count) {
+    drawArrays(VX_GLVertexP, mode, first, count);
+}
+
+void VX_GLMeshDataRenderer::drawPNVertex(unsigned int mode, int first, int count) {
+    drawArrays(VX_GLVertexPN, mode, first, count);
+}
+
+void VX_GLMeshDataRenderer::drawPTVertex(unsigned int mode, int first, int count) {
+    drawArrays(VX_GLVertexPT, mode, first, count);
+}
+
+void VX_GLMeshDataRenderer::drawPNTVertex(unsigned int mode, int first, int count) {
+    drawArrays(VX_GLVertexPNT, mode, first, count);
+}
+
+void VX_GLMeshDataRenderer::drawPDVertex(unsigned int mode, int first, int count) {
+    drawArrays(VX_GLVertexPD, mode, first, count);
+}
+
+void VX_GLMeshDataRenderer::drawPDNVertex(unsigned int mode, int first, int count) {
+    drawArrays(VX_GLVertexPDN, mode, first, count);
+}
+
+void VX_GLMeshDataRenderer::drawPDTVertex(unsigned int mode, int first, int count) {
+    drawArrays(VX_GLVertexPDT, mode, first, count);
+}
+
+void VX_GLMeshDataRenderer::drawPDNTVertex(unsigned int mode, int first, int count) {
+    drawArrays(VX_GLVertexPDNT, mode, first, count);
+}
+
+void VX_GLMeshDataRenderer::drawWithIndexPVertex(unsigned int mode) {
+    drawElements(VX_GLVertexP, mode);
+}
+
+void VX_GLMeshDataRenderer::drawWithIndexPNVertex(unsigned int mode) {
+    drawElements(VX_GLVertexPN, mode);
+}
+
+void VX_GLMeshDataRenderer::drawWithIndexPTVertex(unsigned int mode) {
+    drawElements(VX_GLVertexPT, mode);
+}
+
+void VX_GLMeshDataRenderer::drawWithIndexPNTVertex(unsigned int mode) {
+    drawElements(VX_GLVertexPNT, mode);
+}
+
+void VX_GLMeshDataRenderer::drawWithIndexPDVertex(unsigned int mode) {
+    drawElements(VX_GLVertexPD, mode);
+}
+
+void VX_GLMeshDataRenderer::drawWithIndexPDNVertex(unsigned int mode) {
+    drawElements(VX_GLVertexPDN, mode);
+}
+
+void VX_GLMeshDataRenderer::drawWithIndexPDTVertex(unsigned int mode) {
+    drawElements(VX_GLVertexPDT, mode);
+}
+
+void VX_GLMeshDataRenderer::drawWithIndexPDNTVertex(unsigned int mode) {
+    drawElements(VX_GLVertexPDNT, mode);
+}
+
+void VX_GLMeshDataRenderer::drawPNBVertex(unsigned int mode, unsigned int attribute, int first, int count) {
+    if (!m_VertexBuffer)
+        return;
+    const VertexLayout& layout = *vx::vertexLayout(VX_GLVertexPNB);
+    enableTangents(layout, attribute);
+    m_VertexBuffer->BindBuffer();
+    setTangentPointers(layout, attribute);
+    glDrawArrays(mode, first, count);
+    m_VertexBuffer->UnBindBuffer();
+    disableTangents(layout, attribute);
+}
+
+void VX_GLMeshDataRenderer::drawWithIndexPNBVertex(unsigned int mode, unsigned int attribute) {
+    if (!m_VertexBuffer || !m_IndexBuffer)
+        return;
+    const VertexLayout& layout = *vx::vertexLayout(VX_GLVertexPNB);
+    enableTangents(layout, attribute);
+    m_VertexBuffer->BindBuffer();
+    m_IndexBuffer->BindBuffer();
+    setTangentPointers(layout, attribute);
+    glDrawElements(mode, m_IndexCount, GL_UNSIGNED_INT, offset(0));
+    m_IndexBuffer->UnBindBuffer();
+    m_VertexBuffer->UnBindBuffer();
+    disableTangents(layout, attribute);
+}

@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <VX_Platform/VX_Export.h>
+
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+class VX_FragmentShader;
+class VX_GLFilter;
+class VX_GeometryShader;
+class VX_Program;
+class VX_VertexShader;
+
+/// Turns what a filter declares into live GL objects. Holds the directories in which shader files are looked
+/// for, a default resolution, and caches of compiled shaders by file name, so that a file is compiled once
+/// however many filters use it.
+///
+/// Shader files are plain UTF-8 text and go to GL exactly as they stand; there is no preprocessing, and a
+/// file's extension means nothing. File names are the keys of the caches as the filter's table gives them,
+/// without directory and byte by byte. A file that changes on disk is not read again; a shader that failed is
+/// not cached and is tried again by the next filter that names it.
+///
+/// Order of use: `AddResourcePath` and `SetResolution`, then `SetupFilter` for each filter. What makes or
+/// deletes a shader needs a GL 2.0 context current on the calling thread, the destructor included. Not for
+/// several threads at once.
+class VX_EXPORT VX_GLFilterManager {
+public:
+    /// Without directories, 0 x 0; makes no GL call.
+    VX_GLFilterManager() = default;
+    /// Deletes the cached vertex shaders, then the fragment shaders, each in the order of their names. The
+    /// geometry shaders in the cache are not deleted. GL: glDeleteShader.
+    virtual ~VX_GLFilterManager();
+    VX_GLFilterManager(const VX_GLFilterManager&) = delete;
+    VX_GLFilterManager& operator=(const VX_GLFilterManager&) = delete;
+
+    /// Default width and height in pixels for later calls of `SetupFilter`. Always true.
+    bool SetResolution(int width, int height);
+    /// Adds a directory (UTF-8, copied) to those searched; it need not exist, and one added twice is searched
+    /// twice. A "/" is appended in any case.
+    void AddResourcePath(const char* directory);
+
+    /// Full path of the file in the first directory, in the order of addition, that has it. When none has, an
+    /// alert blocks the calling thread until it is dismissed, and the result is empty. No other place is
+    /// searched: an absolute name too is put behind each directory.
+    std::string QueryShaderPath(std::string fileName);
+    /// Text of the file that `QueryShaderPath` finds, up to its first NUL. A file that is missing, cannot be
+    /// read or is not UTF-8 ends the process with a message, after the alert where there was one.
+    std::string LoadShaderFileToString(const char* fileName);
+
+    /// A new shader compiled from source text (NUL-terminated, not null), the caller's to delete, or null
+    /// when it does not compile, with the report of its `loadAndCompile`. Nothing is cached.
+    VX_VertexShader* CreateVShader(const char* source);
+    VX_FragmentShader* CreatePShader(const char* source);
+    VX_GeometryShader* CreateGShader(const char* source);
+
+    /// The cached shader of that file name, owned by the manager, or null. Makes no GL call.
+    VX_VertexShader* QueryVShader(const char* fileName);
+    VX_FragmentShader* QueryPShader(const char* fileName);
+    VX_GeometryShader* QueryGShader(const char* fileName);
+
+    /// Puts a shader into the cache, which takes it over. Where the name is taken the cached one stays, and
+    /// the new one stays the caller's.
+    void RegisterVShader(const char* fileName, VX_VertexShader* shader);
+    void RegisterPShader(const char* fileName, VX_FragmentShader* shader);
+    void RegisterGShader(const char* fileName, VX_GeometryShader* shader);
+
+    /// Gives the filter (not null, not taken over) what it declares, in this order: if `NeedFrameBuffer`, its
+    /// `SetResolution` with width and height in pixels, or with both of the manager's where either is below
+    /// 1, and `GetMinRTCount` textures of the internal format and pixel type in the target's size; a program
+    /// for each row of `ShadersInformation`, then of `GeometryShadersInformation`; then its `Setup`. Returns
+    /// the filter, or null when `Setup` said false; the filter keeps what it has. Shaders and programs that
+    /// fail are logged and do not fail the setup: the filter has then no program for that row. A geometry
+    /// shader that does not compile makes no line of its own in the log, and its row's program is made
+    /// without it. GL: as `VX_GLRenderTarget`, the shader classes and `VX_Program`, with what they leave
+    /// bound.
+    VX_GLFilter* SetupFilter(VX_GLFilter* filter, int width, int height, unsigned int internalFormat,
+                             unsigned int type);
+
+    /// A program for the filter, owned by it, made of two source texts outside the caches and files; null on
+    /// failure. The two shaders live on with nobody to free them.
+    VX_Program* MakeProgramForFilter(VX_GLFilter* filter, const char* vertexSource,
+                                     const char* fragmentSource);
+
+    int m_Width = 0;
+    int m_Height = 0;
+    /// Directories, each ending in "/", in the order of addition.
+    std::vector<std::string> m_ResourcePaths;
+    /// Owned, by file name.
+    std::map<std::string, VX_VertexShader*, std::less<>> m_VShaders;
+    std::map<std::string, VX_FragmentShader*, std::less<>> m_PShaders;
+    /// By file name; never deleted.
+    std::map<std::string, VX_GeometryShader*, std::less<>> m_GShaders;
+
+private:
+    void setUpRenderTarget(VX_GLFilter& filter, int width, int height, unsigned int internalFormat,
+                           unsigned int type);
+    VX_VertexShader* vertexShader(const char* fileName);
+    VX_FragmentShader* fragmentShader(const char* fileName);
+    VX_GeometryShader* geometryShader(const char* fileName);
+    std::string sourceOf(const char* fileName);
+};

@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: MIT
+#include <VX_OpenGL64/shaders/VX_Program.h>
+
+#include <VX_OpenGL64/shaders/VX_FragmentShader.h>
+#include <VX_OpenGL64/shaders/VX_GeometryShader.h>
+#include <VX_OpenGL64/shaders/VX_VertexShader.h>
+#include <VX_Platform/Foundation/NSLog.h>
+#include <VX_Platform/OpenGL/GLCapabilities.h>
+
+#include <epoxy/gl.h>
+
+#include <memory>
+
+VX_Program::~VX_Program() {
+    freeProgram();
+}
+
+void VX_Program::freeProgram() {
+    if (m_Program) {
+        glDeleteProgram(m_Program);
+        m_Program = 0;
+    }
+}
+
+bool VX_Program::attachShader(VX_VertexShader* vertex, VX_FragmentShader* fragment, bool deferLink) {
+    freeProgram();
+    m_Program = glCreateProgram();
+    if (vertex)
+        glAttachShader(m_Program, vertex->shader());
+    if (fragment)
+        glAttachShader(m_Program, fragment->shader());
+    return deferLink || execLink();
+}
+
+bool VX_Program::attachGeometryShader(VX_GeometryShader* geometry, int inputType, int outputType,
+                                      int verticesOut) {
+    if (!geometry || !m_Program)
+        return false;
+    glAttachShader(m_Program, geometry->shader());
+    // libepoxy ends the process on an entry point that the driver does not have.
+    if (vx::currentGLCapabilities().geometryShader4) {
+        glProgramParameteriEXT(m_Program, GL_GEOMETRY_INPUT_TYPE_EXT, inputType);
+        glProgramParameteriEXT(m_Program, GL_GEOMETRY_OUTPUT_TYPE_EXT, outputType);
+        glProgramParameteriEXT(m_Program, GL_GEOMETRY_VERTICES_OUT_EXT, verticesOut);
+    }
+    return execLink();
+}
+
+bool VX_Program::execLink() {
+    glLinkProgram(m_Program);
+    GLint linked = 0;
+    glGetProgramiv(m_Program, GL_LINK_STATUS, &linked);
+    if (linked)
+        return true;
+
+    constexpr GLsizei size = 4096;
+    const auto log = std::make_unique_for_overwrite<char[]>(size);
+    log[0] = '\0'; // GL writes nothing when there is no program
+    GLsizei length = 0;
+    glGetProgramInfoLog(m_Program, size, &length, log.get());
+    NSLog("Link error: %s", log.get());
+    glDeleteProgram(m_Program);
+    m_Program = 0;
+    return false;
+}
+
+void VX_Program::activeProgram() {
+    glUseProgram(m_Program);
+}
+
+void VX_Program::deactiveProgram() {
+    glUseProgram(0);
+}
+
+void VX_Program::set1f(const char* name, float x) {
+    glUniform1f(glGetUniformLocation(m_Program, name), x);
+}
+
+void VX_Program::set1fv(const char* name, int count, const float* values) {
+    glUniform1fv(glGetUniformLocation(m_Program, name), count, values);
+}
+
+void VX_Program::set1i(const char* name, int x) {
+    glUniform1i(glGetUniformLocation(m_Program, name), x);
+}
+
+void VX_Program::set2f(const char* name, float x, float y) {
+    glUniform2f(glGetUniformLocation(m_Program, name), x, y);
+}
+
+void VX_Program::set2fv(const char* name, int count, const float* values) {
+    glUniform2fv(glGetUniformLocation(m_Program, name), count, values);
+}
+
+void VX_Program::set3f(const char* name, float x, float y, float z) {
+    glUniform3f(glGetUniformLocation(m_Program, name), x, y, z);
+}
+
+void VX_Program::set3fv(const char* name, int count, const float* values) {
+    glUniform3fv(glGetUniformLocation(m_Program, name), count, values);
+}
+
+void VX_Program::set4f(const char* name, float x, float y, float z, float w) {
+    glUniform4f(glGetUniformLocation(m_Program, name), x, y, z, w);
+}
+
+void VX_Program::set4fv(const char* name, int count, const float* values) {
+    glUniform4fv(glGetUniformLocation(m_Program, name), count, values);
+}
+
+void VX_Program::setMatrix3fv(const char* name, int count, unsigned char transpose, const float* values) {
+    glUniformMatrix3fv(glGetUniformLocation(m_Program, name), count, transpose, values);
+}
+
+void VX_Program::setMatrix4fv(const char* name, int count, unsigned char transpose, const float* values) {
+    glUniformMatrix4fv(glGetUniformLocation(m_Program, name), count, transpose, values);
+}
+
+void VX_Program::setVertexAttrib3fv(const char* name, const float* values) {
+    glVertexAttrib3fv(static_cast<GLuint>(glGetAttribLocation(m_Program, name)), values);
+}
+
+void VX_Program::setVertexAttrib3fv(unsigned int index, const float* values) {
+    glVertexAttrib3fv(index, values);
+}
+
+int VX_Program::getAttribLocation(const char* name) {
+    return glGetAttribLocation(m_Program, name);
+}

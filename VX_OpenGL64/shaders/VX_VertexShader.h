@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <VX_Platform/VX_Export.h>
+
+/// Owns one GL vertex shader, compiled from source text in memory.
+///
+/// Everything but the constructor and `shader` needs a GL 2.0 context current on the calling thread, the
+/// destructor included while a shader is held. No binding is changed.
+class VX_EXPORT VX_VertexShader {
+public:
+    /// Empty; makes no GL call.
+    VX_VertexShader() = default;
+    /// As `freeShader`.
+    virtual ~VX_VertexShader();
+    VX_VertexShader(const VX_VertexShader&) = delete;
+    VX_VertexShader& operator=(const VX_VertexShader&) = delete;
+
+    /// Compiles `source`: NUL-terminated, not null, borrowed for the call, handed to GL as it stands. True on
+    /// success. On failure the GL shader is deleted, the info log goes to `NSLog` and the object is empty. A
+    /// shader already held is overwritten without being deleted: call `freeShader` first.
+    /// GL: glCreateShader, glShaderSource, glCompileShader, glGetShaderiv, glGetShaderInfoLog,
+    /// glDeleteShader.
+    bool loadAndCompile(const char* source);
+    /// Deletes the GL shader, if there is one. GL: glDeleteShader.
+    void freeShader();
+    /// The GL name, owned by this object; 0 when empty.
+    unsigned int shader() const { return m_Shader; }
+
+    unsigned int m_Shader = 0;
+};
