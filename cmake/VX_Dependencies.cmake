@@ -8,3 +8,6 @@ add_library(VX_dependencies INTERFACE)
 target_link_libraries(VX_dependencies INTERFACE PkgConfig::VX_PKG Threads::Threads)
 
 find_package(glm REQUIRED)
+
+# For host programs in this tree that call GL themselves.
+pkg_check_modules(VX_EPOXY REQUIRED IMPORTED_TARGET epoxy)

@@ -7,5 +7,6 @@ list(FILTER VX_PUBLIC_HEADERS EXCLUDE REGEX "^VX_Platform/backends/")
 set(VX_INTERNAL_HEADERS
     VX_Platform/CoreVideo/RefreshPacer.h
     VX_Platform/Foundation/TextFormat.h
+    VX_Platform/OpenGL/DriverMessages.h
     VX_Platform/OpenGL/ShareGroup.h)
 list(REMOVE_ITEM VX_PUBLIC_HEADERS ${VX_INTERNAL_HEADERS})
