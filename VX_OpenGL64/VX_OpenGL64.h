@@ -7,9 +7,10 @@
 #include <VX_OpenGL64/host/VX_GLMainView.h>
 #include <VX_OpenGL64/host/VX_GLRenderpipeline.h>
 #include <VX_OpenGL64/meshes/VX_GLGeometryCube.h>
+#include <VX_OpenGL64/meshes/VX_GLMeshBaseLoader.h>
 #include <VX_OpenGL64/meshes/VX_GLMeshData.h>
+#include <VX_OpenGL64/meshes/VX_GLMeshXLoader.h>
 #include <VX_OpenGL64/meshes/VX_GLVertex.h>
-#include <VX_OpenGL64/meshes/VertexLayout.h>
 #include <VX_OpenGL64/output/VX_FinalOutputManager.h>
 #include <VX_Platform/AppKit/NSAlert.h>
 #include <VX_Platform/AppKit/NSApplication.h>
@@ -41,3 +42,4 @@
 #include <VX_Platform/OpenGL/NSOpenGLPixelFormat.h>
 #include <VX_Platform/OpenGL/NSOpenGLView.h>
 #include <VX_Platform/VX_Export.h>
+#include <VX_System/VX_SystemSimpleLex.h>
