@@ -10,10 +10,11 @@
 #include <VX_OpenGL64/host/VX_GLMainView.h>
 #include <VX_OpenGL64/host/VX_GLRenderpipeline.h>
 #include <VX_OpenGL64/meshes/VX_GLGeometryCube.h>
+#include <VX_OpenGL64/meshes/VX_GLMeshBaseLoader.h>
 #include <VX_OpenGL64/meshes/VX_GLMeshData.h>
 #include <VX_OpenGL64/meshes/VX_GLMeshDataRenderer.h>
+#include <VX_OpenGL64/meshes/VX_GLMeshXLoader.h>
 #include <VX_OpenGL64/meshes/VX_GLVertex.h>
-#include <VX_OpenGL64/meshes/VertexLayout.h>
 #include <VX_OpenGL64/output/VX_FinalOutputManager.h>
 #include <VX_OpenGL64/shaders/VX_FragmentShader.h>
 #include <VX_OpenGL64/shaders/VX_GLFilter.h>
@@ -55,3 +56,4 @@
 #include <VX_Platform/OpenGL/NSOpenGLPixelFormat.h>
 #include <VX_Platform/OpenGL/NSOpenGLView.h>
 #include <VX_Platform/VX_Export.h>
+#include <VX_System/VX_SystemSimpleLex.h>

@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace vx {
+
+/// The value that `atoi` gives: the digits saturate at 64 bits and are then cut to 32.
+int intOfText(const std::string& text);
+
+/// The value that `atof` gives in the C locale, whatever the locale of the process is.
+double doubleOfText(const std::string& text);
+
+/// What `atoi` and `atof` skip in front of a number.
+inline bool isNumberSpace(char c) {
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+inline bool isDigit(char c) {
+    return static_cast<unsigned char>(c - '0') < 10;
+}
+
+/// Reads white space and a sign; true for a minus.
+[[gnu::always_inline]] inline bool scanSign(const char*& text) {
+    if (isDigit(*text))
+        return false;
+    while (isNumberSpace(*text))
+        ++text;
+    const bool negative = *text == '-';
+    text += negative || *text == '+';
+    return negative;
+}
+
+/// Reads digits into `value`, behind those that are there; more than 19 of them make it worthless. One branch
+/// a digit is faster than any arithmetic on many at once: the processor then guesses where the next number
+/// begins and need not wait for it.
+template <class Value>
+[[gnu::always_inline]] inline int scanDigits(const char*& text, Value& value) {
+    const char* first = text;
+    for (; isDigit(*text); ++text)
+        value = value * 10 + static_cast<Value>(*text - '0');
+    return static_cast<int>(text - first);
+}
+
+constexpr double exactPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
+                                       1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+constexpr int largestExactPower = 22;
+
+/// Reads white space, a sign and at most nine digits from `text` on, which ends with a NUL. Returns the
+/// address behind them; null for numbers that need a closer look.
+[[gnu::always_inline]] inline const char* scanInt(const char* text, int& value) {
+    const bool negative = scanSign(text);
+    std::uint32_t magnitude = 0;
+    if (scanDigits(text, magnitude) > 9)
+        return nullptr;
+    value = static_cast<int>(negative ? -magnitude : magnitude);
+    return text;
+}
+
+/// Reads "e" and up to seven digits, if they stand there, and adds them to `exponent`.
+[[gnu::always_inline]] inline const char* scanExponent(const char* text, int& exponent) {
+    if ((*text | 0x20) != 'e')
+        return text;
+    int value;
+    const char* end = isNumberSpace(text[1]) ? nullptr : scanInt(text + 1, value);
+    if (!end || end[-1] < '0' || end[-1] > '9')
+        return nullptr;
+    exponent += value;
+    return end;
+}
+
+/// Reads white space and a decimal number, likewise. The number is correctly rounded because it is the
+/// product or quotient of two doubles that are exact.
+[[gnu::always_inline]] inline const char* scanDouble(const char* text, double& value) {
+    const bool negative = scanSign(text);
+    std::uint64_t mantissa = 0;
+    int digits = scanDigits(text, mantissa);
+    int exponent = 0;
+    if (*text == '.') {
+        exponent = -scanDigits(++text, mantissa);
+        digits -= exponent;
+    }
+    text = scanExponent(text, exponent);
+    if (!text || digits == 0 || digits > 19 || mantissa > (std::uint64_t{1} << 53) ||
+        exponent < -largestExactPower || exponent > largestExactPower)
+        return nullptr;
+    const auto whole = static_cast<double>(static_cast<std::int64_t>(mantissa));
+    const double magnitude =
+        exponent < 0 ? whole / exactPowersOfTen[-exponent] : whole * exactPowersOfTen[exponent];
+    value = negative ? -magnitude : magnitude;
+    return text;
+}
+
+} // namespace vx

@@ -1,0 +1,284 @@
+// SPDX-License-Identifier: MIT
+#include <VX_System/LexCursor.h>
+#include <VX_System/VX_SystemSimpleLex.h>
+#include <tests/support/TemporaryFile.h>
+
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <clocale>
+#include <cmath>
+#include <cstdlib>
+#include <filesystem>
+#include <random>
+#include <string>
+#include <vector>
+
+using vx::test::TemporaryFile;
+
+namespace {
+
+constexpr int semicolon = ';';
+
+class Lexing : public TemporaryFile {
+public:
+    explicit Lexing(std::string_view bytes) : TemporaryFile(bytes), lexer(std::fopen(path(), "r")) {}
+
+    std::string rest() {
+        std::string characters;
+        for (int c = lexer.get(); c != VX_SystemSimpleLex::endOfFile; c = lexer.get())
+            characters += static_cast<char>(c);
+        return characters;
+    }
+    std::string onlyToken() {
+        std::string token = "old";
+        lexer.getStringOnlyToken(token, 1, &semicolon);
+        return token;
+    }
+    std::string whiteToken() {
+        constexpr int ends[] = {'{', ';'};
+        std::string token = "old";
+        lexer.getStringWhiteToken(token, 2, ends);
+        return token;
+    }
+
+    VX_SystemSimpleLex lexer;
+};
+
+/// Texts that reach every way of reading a number, and what stands around them.
+std::vector<std::string> numbers() {
+    std::vector<std::string> texts = {"",
+                                      " ",
+                                      "0",
+                                      "-0",
+                                      "+0",
+                                      "-",
+                                      "+",
+                                      ".",
+                                      "-.",
+                                      "5",
+                                      "-17",
+                                      "+17",
+                                      " \t\r\n\v\f 12",
+                                      "12 13",
+                                      "- 5",
+                                      "+-5",
+                                      "--5",
+                                      "2147483647",
+                                      "2147483648",
+                                      "-2147483648",
+                                      "-2147483649",
+                                      "4294967296",
+                                      "4294967301",
+                                      "999999999",
+                                      "1234567890",
+                                      "9223372036854775807",
+                                      "9223372036854775808",
+                                      "-9223372036854775808",
+                                      "-9223372036854775809",
+                                      "18446744073709551617",
+                                      "99999999999999999999999",
+                                      "00000000000000000000000012",
+                                      "1.5",
+                                      "-.5",
+                                      "5.",
+                                      ".25",
+                                      "1.5.5",
+                                      "1e5",
+                                      "1E5",
+                                      "1e+5",
+                                      "1e-5",
+                                      "1e",
+                                      "1e+",
+                                      "1e 5",
+                                      "1.e3",
+                                      ".e3",
+                                      "e3",
+                                      "1e22",
+                                      "1e23",
+                                      "9007199254740991",
+                                      "9007199254740992",
+                                      "9007199254740993",
+                                      "9007199254740992e1",
+                                      "0.1",
+                                      "0.3",
+                                      "123456.789012",
+                                      "3.4028236e38",
+                                      "1e-45",
+                                      "7.0064923216240854e-46",
+                                      "1e400",
+                                      "-1e400",
+                                      "1e-400",
+                                      "4.9e-324",
+                                      "2.4703282292062327208e-324",
+                                      "1e99999999999",
+                                      "1e-99999999999",
+                                      "0.000000000000000000000000000000000000000001",
+                                      "1.7976931348623157e308",
+                                      "1.7976931348623159e308",
+                                      "0.1234567890123456789012345678901234567890",
+                                      "123456789012345678901234567890.5",
+                                      "0x1p3",
+                                      "0x1.8P-2",
+                                      "0X.8",
+                                      "0x",
+                                      "0xg",
+                                      "inf",
+                                      "-INFINITY",
+                                      "infinit",
+                                      "nan",
+                                      "-nan",
+                                      "nan(12)",
+                                      "NaN(",
+                                      "1,5",
+                                      "1d5",
+                                      "1f",
+                                      "abc",
+                                      "\xff",
+                                      "1\xc3",
+                                      "12abc",
+                                      "\xa0"
+                                      "5"};
+    std::mt19937_64 random(7);
+    for (int i = 0; i < 20000; ++i) {
+        char text[64];
+        const double uniform = std::uniform_real_distribution<double>(-1000, 1000)(random);
+        const double any = std::bit_cast<double>(random());
+        constexpr const char* formats[] = {"%.6f", "%.9g", "%.17g", "%.3e", "%.20f", "%.0f", "%a", "%f"};
+        std::snprintf(text, sizeof text, formats[i % 8], i % 3 ? uniform : any);
+        texts.push_back(text);
+    }
+    return texts;
+}
+
+/// Bit for bit; which of the many values that are no number is nobody's to tell.
+void expectSame(double got, double want, const std::string& text) {
+    if (std::isnan(want))
+        EXPECT_TRUE(std::isnan(got)) << text;
+    else
+        EXPECT_EQ(std::bit_cast<std::uint64_t>(got), std::bit_cast<std::uint64_t>(want)) << text;
+}
+
+/// The same file of numbers, each read by the lexer and by its cursor, at every offset from the block's end.
+void expectNumbersOfTheCLocale(const std::vector<std::string>& texts, const std::vector<int>& integers,
+                               const std::vector<double>& doubles) {
+    std::string file;
+    for (const std::string& text : texts)
+        file += text + ';';
+    Lexing first(file), second(file), third(file), fourth(file);
+    vx::LexCursor cursorOfIntegers(third.lexer), cursorOfDoubles(fourth.lexer);
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        ASSERT_EQ(first.lexer.getInt(';'), integers[i]) << texts[i];
+        expectSame(second.lexer.getDouble(';'), doubles[i], texts[i]);
+        ASSERT_EQ(cursorOfIntegers.getInt<';'>(), integers[i]) << texts[i];
+        expectSame(cursorOfDoubles.getDouble<';'>(), doubles[i], texts[i]);
+    }
+    EXPECT_TRUE(cursorOfIntegers.isEOF());
+    EXPECT_TRUE(cursorOfDoubles.isEOF());
+}
+
+} // namespace
+
+TEST(SimpleLex, HandsReturnAndLineFeedOverAsOneLineEnd) {
+    EXPECT_EQ(Lexing("a\r\nb\n\r\r\nc\r").rest(), "a\nb\n\r\nc\r");
+    EXPECT_EQ(Lexing("\r\n").lexer.peek(), '\n');
+    EXPECT_EQ(Lexing("\rx").lexer.peek(), '\r');
+    EXPECT_EQ(Lexing("\xff").lexer.get(), 0xff);
+    Lexing untouched("ab\r\n\r\nc");
+    char bytes[6] = {};
+    EXPECT_EQ(untouched.lexer.read(5, bytes), 5);
+    EXPECT_EQ(std::string(bytes), "ab\r\n\r");
+    EXPECT_EQ(untouched.rest(), "\nc") << "what read took is no part of a line end";
+    EXPECT_EQ(Lexing("abc").lexer.read(9, bytes), 3);
+}
+
+TEST(SimpleLex, TokensEndAtTerminatorsWhiteSpaceOrTheEnd) {
+    Lexing only("  a b\r\nc;;d");
+    EXPECT_EQ(only.onlyToken(), "  a b\nc");
+    EXPECT_EQ(only.onlyToken(), "");
+    EXPECT_EQ(only.onlyToken(), "d");
+    EXPECT_TRUE(only.lexer.isEOF());
+    EXPECT_EQ(only.onlyToken(), "");
+
+    Lexing white(" \r\t\n Mesh{x y;\rz");
+    EXPECT_EQ(white.whiteToken(), "Mesh");
+    EXPECT_EQ(white.whiteToken(), "") << "the terminator stays unread";
+    EXPECT_EQ(white.lexer.get(), '{');
+    EXPECT_EQ(white.whiteToken(), "x");
+    EXPECT_EQ(white.lexer.peek(), ' ');
+    EXPECT_EQ(white.whiteToken(), "y");
+    EXPECT_EQ(white.lexer.get(), ';');
+    EXPECT_EQ(white.whiteToken(), "z");
+    EXPECT_EQ(white.whiteToken(), "");
+}
+
+TEST(SimpleLex, FindStandsBehindWhatItFound) {
+    constexpr int braces[] = {'{', '}'};
+    Lexing found("ab{c}\r\nd\re");
+    found.lexer.find('{');
+    EXPECT_EQ(found.lexer.peek(), 'c');
+    EXPECT_EQ(found.lexer.findAny(2, braces), '}');
+    found.lexer.find('\r');
+    EXPECT_EQ(found.lexer.peek(), 'e') << "the return of a line end is not there to be found";
+    found.lexer.find('?');
+    EXPECT_TRUE(found.lexer.isEOF());
+    EXPECT_EQ(found.lexer.findAny(2, braces), VX_SystemSimpleLex::endOfFile);
+    Lexing nothing("abc");
+    nothing.lexer.find(VX_SystemSimpleLex::endOfFile);
+    EXPECT_TRUE(nothing.lexer.isEOF());
+}
+
+TEST(SimpleLex, BlocksLeaveNoTraceInTheText) {
+    // Line ends and tokens across the ends of the blocks, whatever their size.
+    std::string file, text;
+    for (int i = 0; i < 60000; ++i) {
+        file += i % 3 ? "\r\n" : "token;";
+        text += i % 3 ? "\n" : "token;";
+    }
+    for (int shift = 0; shift < 4; ++shift) {
+        EXPECT_EQ(Lexing(std::string(shift, 'x') + file).rest(), std::string(shift, 'x') + text);
+        Lexing tokens(std::string(shift, 'x') + file);
+        EXPECT_EQ(tokens.onlyToken(), std::string(shift, 'x') + "token");
+        for (int i = 1; i < 20000; ++i)
+            ASSERT_EQ(tokens.onlyToken(), "\n\ntoken");
+    }
+    EXPECT_EQ(Lexing(std::string(300000, 'a') + ";").onlyToken().size(), 300000u);
+}
+
+TEST(SimpleLex, NumbersAreThoseOfTheCLocaleInAnyLocale) {
+    const std::vector<std::string> texts = numbers();
+    std::vector<int> integers;
+    std::vector<double> doubles;
+    for (const std::string& text : texts) {
+        integers.push_back(std::atoi(text.c_str()));
+        doubles.push_back(std::atof(text.c_str()));
+    }
+    expectNumbersOfTheCLocale(texts, integers, doubles);
+
+    const auto folder = std::filesystem::temp_directory_path() / ("vx_locale_" + std::to_string(getpid()));
+    std::filesystem::create_directory(folder);
+    const std::string command =
+        "localedef -i de_DE -f UTF-8 '" + (folder / "de_DE").string() + "' 2>/dev/null";
+    ASSERT_EQ(std::system(command.c_str()), 0) << "localedef makes the locale with the comma";
+    setenv("LOCPATH", folder.c_str(), 1);
+    ASSERT_NE(std::setlocale(LC_ALL, "de_DE"), nullptr);
+    EXPECT_EQ(std::atof("1,5"), 1.5);
+    expectNumbersOfTheCLocale(texts, integers, doubles);
+    std::setlocale(LC_ALL, "C");
+    std::filesystem::remove_all(folder);
+}
+
+TEST(SimpleLex, FilesThatAreNone) {
+    for (FILE* file : {static_cast<FILE*>(nullptr), std::fopen("/", "r"), std::fopen("/dev/null", "r")}) {
+        VX_SystemSimpleLex lexer(file);
+        EXPECT_TRUE(lexer.isEOF());
+        EXPECT_EQ(lexer.get(), VX_SystemSimpleLex::endOfFile);
+        EXPECT_EQ(lexer.peek(), VX_SystemSimpleLex::endOfFile);
+        EXPECT_EQ(lexer.getDouble(';'), 0.0);
+        lexer.skipWhiteSpace();
+        lexer.find('x');
+    }
+    Lexing sized("0123456789");
+    sized.lexer.get();
+    EXPECT_EQ(sized.lexer.bytesLeft(), 9u);
+}
