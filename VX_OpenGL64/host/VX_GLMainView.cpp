@@ -151,16 +151,19 @@ void VX_GLMainView::sampleSize() {
 void VX_GLMainView::makeImageContext() {
     if (m_ciContext)
         m_ciContext->release();
-    m_ciContext = CIContext::contextWithCGLContext(openGLContext()->CGLContextObj())->retain();
+    m_ciContext = CIContext::contextWithCGLContext(openGLContext())->retain();
 }
 
 void VX_GLMainView::prepareOpenGL() {
     sampleSize();
+    NSOpenGLContext* context = openGLContext();
+    if (!context)
+        return;
     if (m_NeedCIContext)
         makeImageContext();
-    NSOpenGLContext* context = openGLContext();
     setFrameContext(context);
-    context->makeCurrentContext();
+    if (!context->makeCurrentContext())
+        return;
     if (vx::currentGLCapabilities().clipVolumeHint)
         glHint(GL_CLIP_VOLUME_CLIPPING_HINT_EXT, GL_FASTEST);
     glHint(GL_PERSPECTIVE_CORRECTION_HINT, GL_NICEST);
@@ -197,8 +200,10 @@ void VX_GLMainView::removeAllChildSharedViews() {
 bool VX_GLMainView::startRender() {
     RenderThreadHold hold(this);
     NSOpenGLContext* context = openGLContext();
-    // Without a context there is nothing to clear and nothing to attach.
-    if (context && context->makeCurrentContext()) {
+    // The hooks of a frame must not run for a pipeline that has not been started.
+    if (context && !context->makeCurrentContext())
+        return true;
+    if (context) {
         clearToBlack();
         context->flushBuffer();
         if (m_TargetRenderpipeline) {

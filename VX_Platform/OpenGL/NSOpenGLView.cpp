@@ -68,12 +68,15 @@ void NSOpenGLView::update() {
 void NSOpenGLView::display() {
     if (!canHaveSurface() || !window() || !window()->isVisible() || !openGLContext())
         return;
-    setNeedsDisplay(false);
     if (!m_Prepared) {
+        // A context that is not to be had now is asked for again in the next display pass.
+        if (!m_Context->makeCurrentContext())
+            return;
         m_Prepared = true;
-        m_Context->makeCurrentContext();
+        setNeedsDisplay(false);
         prepareOpenGL();
     }
+    setNeedsDisplay(false);
     drawRect(bounds());
 }
 

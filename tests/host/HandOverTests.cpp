@@ -115,3 +115,50 @@ TEST_F(HandOverTest, ResizesItsSurfaceWhileDrawing) {
     EXPECT_GT(frames, 5);
     EXPECT_EQ(stage.view->bounds().size.width, 184.0);
 }
+
+TEST_F(HandOverTest, StartsNothingWithAContextThatIsNotToBeHad) {
+    Stage stage;
+    LogCollector log;
+    NSOpenGLContext::clearCurrentContext();
+    stage.view->makeCurrentContext();
+    std::thread([&] { stage.view->startRender(); }).join();
+    EXPECT_EQ(stage.view->displayLink(), nullptr);
+    EXPECT_EQ(stage.pipeline->takeCalls(), "");
+    EXPECT_EQ(log.count("stays current on another thread"), 1);
+}
+
+TEST_F(HandOverTest, SurvivesThreadsThatStopStartAndWorkAtRandom) {
+    Stage stage(Stage::Draws::byItself);
+    std::atomic<bool> done{false};
+    std::atomic<int> worked{0};
+    const auto work = [&](unsigned seed) {
+        while (!done) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(rand_r(&seed) % 4));
+            stage.view->RenderThreadLock();
+            stage.view->makeCurrentContext();
+            GLuint name = 0;
+            glGenTextures(1, &name);
+            glDeleteTextures(1, &name);
+            ++worked;
+            stage.view->RenderThreadUnLock();
+        }
+    };
+    std::thread first(work, 1), second(work, 2);
+    unsigned seed = 3;
+    for (int round = 0; round < 40; ++round) {
+        // The hold keeps the others off the context while it is this thread's.
+        stage.view->RenderThreadLock();
+        stage.view->stopRender();
+        if (rand_r(&seed) % 2)
+            stage.view->stopRender();
+        stage.view->startRender();
+        stage.view->RenderThreadUnLock();
+        stage.view->SetSkipRenderThread(rand_r(&seed) % 2);
+        std::this_thread::sleep_for(std::chrono::milliseconds(rand_r(&seed) % 20));
+    }
+    done = true;
+    first.join();
+    second.join();
+    EXPECT_GT(worked, 20);
+    EXPECT_NE(stage.view->displayLink(), nullptr);
+}
