@@ -211,10 +211,11 @@ class RateMeter {
 public:
     void print(VX_GLMainView* view, const BoxPipeline* pipeline) {
         const double now = NSDate::timeIntervalSinceReferenceDate();
-        std::printf("%.2f frames/s, throttle: %s, %llu refreshes lost\n",
+        std::printf("%.2f frames/s, throttle: %s, refreshes lost to the host: %llu, to slow frames: %llu\n",
                     (pipeline->frames() - m_Frames) / (now - m_Time),
                     CVDisplayLinkGetThrottleName(view->displayLink()),
-                    static_cast<unsigned long long>(view->GetLostRefreshes()));
+                    static_cast<unsigned long long>(view->GetLostRefreshes()),
+                    static_cast<unsigned long long>(CVDisplayLinkGetMissedRefreshes(view->displayLink())));
         std::fflush(stdout);
         m_Frames = pipeline->frames();
         m_Time = now;
