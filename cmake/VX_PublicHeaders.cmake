@@ -5,6 +5,7 @@ file(GLOB_RECURSE VX_PUBLIC_HEADERS RELATIVE "${PROJECT_SOURCE_DIR}" CONFIGURE_D
     "${PROJECT_SOURCE_DIR}/VX_System/*.h")
 list(FILTER VX_PUBLIC_HEADERS EXCLUDE REGEX "^VX_Platform/backends/")
 set(VX_INTERNAL_HEADERS
+    VX_OpenGL64/meshes/OwnedList.h
     VX_OpenGL64/meshes/VertexLayout.h
     VX_OpenGL64/meshes/XKeyword.h
     VX_Platform/CoreVideo/RefreshPacer.h

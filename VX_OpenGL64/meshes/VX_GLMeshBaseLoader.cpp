@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <VX_OpenGL64/meshes/VX_GLMeshBaseLoader.h>
 
+#include <VX_OpenGL64/meshes/OwnedList.h>
+
 #include <cmath>
 
 namespace {
@@ -42,9 +44,7 @@ void VX_GLMeshBaseLoader::close() {
 }
 
 void VX_GLMeshBaseLoader::freeAllMesh() {
-    for (VX_GLMeshData* mesh : m_Meshes)
-        delete mesh;
-    m_Meshes.clear();
+    vx::deleteAll(m_Meshes);
 }
 
 VX_GLMeshData* VX_GLMeshBaseLoader::meshAt(int meshIndex) const {

@@ -11,20 +11,10 @@ namespace {
 
 using vx::VertexLayout;
 
-constexpr int none = VertexLayout::none;
-constexpr VertexLayout layouts[] = {
-    // format, stride, diffuse, normal, uv, tangent
-    {VX_GLVertexP, 12, none, none, none, none}, {VX_GLVertexPN, 24, none, 12, none, none},
-    {VX_GLVertexPT, 20, none, none, 12, none},  {VX_GLVertexPNT, 32, none, 12, 24, none},
-    {VX_GLVertexPD, 28, 12, none, none, none},  {VX_GLVertexPDN, 40, 12, 28, none, none},
-    {VX_GLVertexPDT, 36, 12, none, 28, none},   {VX_GLVertexPDNT, 48, 12, 28, 40, none},
-    {VX_GLVertexPNB, 36, none, 12, none, 24},
-};
-
 template <class Value>
 Value* attribute(int format, void* vertex, int VertexLayout::*offset) {
     const VertexLayout* layout = vx::vertexLayout(format);
-    if (!layout || layout->*offset == none)
+    if (!layout || layout->*offset == VertexLayout::none)
         return nullptr;
     return reinterpret_cast<Value*>(static_cast<char*>(vertex) + layout->*offset);
 }
@@ -39,14 +29,6 @@ void* store(int format, void* vertex, int VertexLayout::*offset, const Value& va
 }
 
 } // namespace
-
-const VertexLayout* vx::vertexLayout(int format) {
-    for (const VertexLayout& layout : layouts) {
-        if (layout.format == format)
-            return &layout;
-    }
-    return nullptr;
-}
 
 VX_GLVertex::VX_GLVertex() = default;
 

@@ -13,14 +13,31 @@ struct VertexLayout {
 
     int format;
     int stride;
-    int diffuse;
-    int normal;
-    int uv;
-    int tangent;
+    int diffuse = none;
+    int normal = none;
+    int uv = none;
+    int tangent = none;
+};
+
+inline constexpr VertexLayout vertexLayouts[] = {
+    {VX_GLVertexP, 12},
+    {VX_GLVertexPN, 24, VertexLayout::none, 12},
+    {VX_GLVertexPT, 20, VertexLayout::none, VertexLayout::none, 12},
+    {VX_GLVertexPNT, 32, VertexLayout::none, 12, 24},
+    {VX_GLVertexPD, 28, 12},
+    {VX_GLVertexPDN, 40, 12, 28},
+    {VX_GLVertexPDT, 36, 12, VertexLayout::none, 28},
+    {VX_GLVertexPDNT, 48, 12, 28, 40},
+    {VX_GLVertexPNB, 36, VertexLayout::none, 12, VertexLayout::none, 24},
 };
 
 /// The layout of `format`, or null for a code that does not exist.
-const VertexLayout* vertexLayout(int format);
+constexpr const VertexLayout* vertexLayout(int format) {
+    // All but the last are the odd numbers in order.
+    if (format == VX_GLVertexPNB)
+        return &vertexLayouts[8];
+    return format > 0 && format <= VX_GLVertexPDNT && format % 2 ? &vertexLayouts[format / 2] : nullptr;
+}
 
 /// Writes those of the four attributes that the layout has and returns the next vertex. A tangent is left as
 /// it was.
