@@ -15,6 +15,7 @@
 #include <epoxy/gl.h>
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 
