@@ -14,24 +14,80 @@ using Vec3 = glm::tvec3<float>;
 constexpr float shorter = 0.5257311f;
 constexpr float longer = 0.8506508f;
 
-Vec3 middle(const Vec3& p, const Vec3& q) {
-    const Vec3 m = (p + q) * 0.5f;
-    return m / std::sqrt(m.x * m.x + m.y * m.y + m.z * m.z);
+/// Four vectors at once, which cost as much as one.
+using Lanes = float __attribute__((vector_size(16)));
+
+Lanes roots(Lanes squares) {
+#ifdef __SSE__
+    return __builtin_ia32_sqrtps(squares);
+#else
+    return Lanes{std::sqrt(squares[0]), std::sqrt(squares[1]), std::sqrt(squares[2]), std::sqrt(squares[3])};
+#endif
 }
 
-/// Writes triangles of one format. The format is a constant of the type, so that no vertex asks for it.
+/// Four points brought onto the unit sphere.
+class Unit {
+public:
+    Unit(Lanes x, Lanes y, Lanes z) {
+        const Lanes squares = x * x + y * y + z * z;
+        const Lanes length = roots(squares);
+        m_X = x / length;
+        m_Y = y / length;
+        m_Z = z / length;
+    }
+
+    Vec3 operator[](int i) const { return {m_X[i], m_Y[i], m_Z[i]}; }
+
+private:
+    Lanes m_X, m_Y, m_Z;
+};
+
+/// A point of the unit sphere with the vertex that it makes, ready to be copied wherever it is a corner.
 template <int format>
+struct Point {
+    static constexpr const vx::VertexLayout& layout = *vx::vertexLayout(format);
+
+    /// The tangent, which stands last, is not written.
+    static constexpr int size = layout.tangent == vx::VertexLayout::none ? layout.stride : layout.tangent;
+
+    Vec3 at;
+    float vertex[size / sizeof(float)];
+};
+
+/// Writes triangles of one format to one side. Both are constants of the type, so that no vertex asks for
+/// them.
+template <int format, bool outward>
 class TriangleWriter {
 public:
-    TriangleWriter(void* vertex, float radius, bool outward)
-        : m_Vertex(vertex), m_Radius(radius), m_Outward(outward) {}
+    using Corner = Point<format>;
 
-    void split(const Vec3& p, const Vec3& q, const Vec3& r, int depth) {
+    TriangleWriter(void* vertex, float radius) : m_Vertex(static_cast<char*>(vertex)), m_Radius(radius) {}
+
+    Corner point(const Vec3& at) const {
+        Corner corner;
+        corner.at = at;
+        vx::writeVertex(Corner::layout, corner.vertex, at * m_Radius, {1.0f, 1.0f, 1.0f, 1.0f},
+                        outward ? at : -at, {at.x, at.y});
+        return corner;
+    }
+
+    void split(const Corner& p, const Corner& q, const Corner& r, int depth) {
         if (depth < 1) {
             write(p, q, r);
             return;
         }
-        const Vec3 pq = middle(p, q), pr = middle(p, r), rq = middle(r, q);
+        const Lanes x = {p.at.x + q.at.x, p.at.x + r.at.x, r.at.x + q.at.x, 1.0f};
+        const Lanes y = {p.at.y + q.at.y, p.at.y + r.at.y, r.at.y + q.at.y, 1.0f};
+        const Lanes z = {p.at.z + q.at.z, p.at.z + r.at.z, r.at.z + q.at.z, 1.0f};
+        const Unit middle(x * 0.5f, y * 0.5f, z * 0.5f);
+        const Corner pq = point(middle[0]), pr = point(middle[1]), rq = point(middle[2]);
+        if (depth == 1) {
+            write(p, pq, pr);
+            write(q, rq, pq);
+            write(r, pr, rq);
+            write(pq, rq, pr);
+            return;
+        }
         split(p, pq, pr, depth - 1);
         split(q, rq, pq, depth - 1);
         split(r, pr, rq, depth - 1);
@@ -41,34 +97,52 @@ public:
     void* vertex() const { return m_Vertex; }
 
 private:
-    void write(const Vec3& p, const Vec3& q, const Vec3& r) {
-        if (m_Outward) {
-            corner(r, r);
-            corner(q, q);
-            corner(p, p);
-        } else {
-            corner(p, -p);
-            corner(q, -q);
-            corner(r, -r);
-        }
+    void write(const Corner& p, const Corner& q, const Corner& r) {
+        char* out = m_Vertex;
+        m_Vertex += 3 * Corner::layout.stride;
+        std::memcpy(out, (outward ? r : p).vertex, sizeof p.vertex);
+        std::memcpy(out + Corner::layout.stride, q.vertex, sizeof q.vertex);
+        std::memcpy(out + 2 * Corner::layout.stride, (outward ? p : r).vertex, sizeof r.vertex);
     }
 
-    void corner(const Vec3& p, const Vec3& normal) {
-        m_Vertex = vx::writeVertex(*vx::vertexLayout(format), m_Vertex, p * m_Radius,
-                                   {1.0f, 1.0f, 1.0f, 1.0f}, normal, {p.x, p.y});
-    }
-
-    void* m_Vertex;
+    char* m_Vertex;
     float m_Radius;
-    bool m_Outward;
 };
 
-template <int format>
-void* writeTriangles(void* vertex, const float* p, const float* q, const float* r, int depth, float radius,
-                     bool outward) {
-    TriangleWriter<format> writer(vertex, radius, outward);
-    writer.split({p[0], p[1], p[2]}, {q[0], q[1], q[2]}, {r[0], r[1], r[2]}, depth);
+template <int format, bool outward>
+void* writeTriangles(void* vertex, const float* p, const float* q, const float* r, int depth, float radius) {
+    TriangleWriter<format, outward> writer(vertex, radius);
+    writer.split(writer.point({p[0], p[1], p[2]}), writer.point({q[0], q[1], q[2]}),
+                 writer.point({r[0], r[1], r[2]}), depth);
     return writer.vertex();
+}
+
+using Write = void* (*)(void*, const float*, const float*, const float*, int, float);
+
+template <bool outward>
+Write writerOf(int format) {
+    switch (format) {
+        case VX_GLVertexP:
+            return writeTriangles<VX_GLVertexP, outward>;
+        case VX_GLVertexPN:
+            return writeTriangles<VX_GLVertexPN, outward>;
+        case VX_GLVertexPT:
+            return writeTriangles<VX_GLVertexPT, outward>;
+        case VX_GLVertexPNT:
+            return writeTriangles<VX_GLVertexPNT, outward>;
+        case VX_GLVertexPD:
+            return writeTriangles<VX_GLVertexPD, outward>;
+        case VX_GLVertexPDN:
+            return writeTriangles<VX_GLVertexPDN, outward>;
+        case VX_GLVertexPDT:
+            return writeTriangles<VX_GLVertexPDT, outward>;
+        case VX_GLVertexPDNT:
+            return writeTriangles<VX_GLVertexPDNT, outward>;
+        case VX_GLVertexPNB:
+            return writeTriangles<VX_GLVertexPNB, outward>;
+        default:
+            return nullptr;
+    }
 }
 
 } // namespace
@@ -108,26 +182,6 @@ void VX_GLGeometrySphere::Generate(int format) {
 
 void* VX_GLGeometrySphere::drawtri(void* vertex, int format, float* a, float* b, float* c, int depth,
                                    float radius) {
-    switch (format) {
-        case VX_GLVertexP:
-            return writeTriangles<VX_GLVertexP>(vertex, a, b, c, depth, radius, m_Outward);
-        case VX_GLVertexPN:
-            return writeTriangles<VX_GLVertexPN>(vertex, a, b, c, depth, radius, m_Outward);
-        case VX_GLVertexPT:
-            return writeTriangles<VX_GLVertexPT>(vertex, a, b, c, depth, radius, m_Outward);
-        case VX_GLVertexPNT:
-            return writeTriangles<VX_GLVertexPNT>(vertex, a, b, c, depth, radius, m_Outward);
-        case VX_GLVertexPD:
-            return writeTriangles<VX_GLVertexPD>(vertex, a, b, c, depth, radius, m_Outward);
-        case VX_GLVertexPDN:
-            return writeTriangles<VX_GLVertexPDN>(vertex, a, b, c, depth, radius, m_Outward);
-        case VX_GLVertexPDT:
-            return writeTriangles<VX_GLVertexPDT>(vertex, a, b, c, depth, radius, m_Outward);
-        case VX_GLVertexPDNT:
-            return writeTriangles<VX_GLVertexPDNT>(vertex, a, b, c, depth, radius, m_Outward);
-        case VX_GLVertexPNB:
-            return writeTriangles<VX_GLVertexPNB>(vertex, a, b, c, depth, radius, m_Outward);
-        default:
-            return vertex;
-    }
+    const Write write = m_Outward ? writerOf<true>(format) : writerOf<false>(format);
+    return write ? write(vertex, a, b, c, depth, radius) : vertex;
 }

@@ -102,6 +102,12 @@ TEST(Sphere, EveryFormatOrNothing) {
         EXPECT_EQ(sphere.m_Vertex->m_Count, 240) << format;
         EXPECT_NEAR(glm::length(At(sphere, 239).position()), 0.5f, 1e-6f) << format;
     }
+    const Vec3 kept{7, 8, 9};
+    VX_GLVertex::SetTangent(19, sphere.m_Vertex->Seek(239), kept);
+    VX_GLVertex::SetTangent(19, sphere.m_Vertex->Seek(238), kept);
+    sphere.Generate(19);
+    EXPECT_EQ(*VX_GLVertex::GetTangent(19, sphere.m_Vertex->Seek(239)), kept);
+    EXPECT_EQ(*VX_GLVertex::GetTangent(19, sphere.m_Vertex->Seek(238)), kept);
     sphere.Generate(2);
     EXPECT_EQ(sphere.m_Vertex->m_Data, nullptr);
     float p[3] = {1, 0, 0};
