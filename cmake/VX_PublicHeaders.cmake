@@ -8,8 +8,6 @@ set(VX_INTERNAL_HEADERS
     VX_OpenGL64/meshes/OwnedList.h
     VX_OpenGL64/meshes/VertexLayout.h
     VX_OpenGL64/meshes/XKeyword.h
-    VX_OpenGL64/meshes/VertexLayout.h
-    VX_OpenGL64/meshes/XKeyword.h
     VX_Platform/CoreVideo/RefreshPacer.h
     VX_Platform/Foundation/TextFormat.h
     VX_Platform/OpenGL/DriverMessages.h
