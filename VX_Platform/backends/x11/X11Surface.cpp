@@ -22,8 +22,15 @@ public:
         ::Display* display = m_Connection.display();
         if (m_Handle)
             m_GL.destroySurface(m_Handle);
-        if (m_Window)
+        if (m_Window) {
             XDestroyWindow(display, m_Window);
+            // The window around it keeps no picture of its own, and the last frame must not stay on the
+            // screen.
+            GC black = XCreateGC(display, m_Parent, 0, nullptr);
+            XSetForeground(display, black, 0);
+            XFillRectangle(display, m_Parent, black, x(m_Frame), y(m_Frame), width(m_Frame), height(m_Frame));
+            XFreeGC(display, black);
+        }
         if (m_Colormap)
             XFreeColormap(display, m_Colormap);
         XSync(display, False);
@@ -31,6 +38,8 @@ public:
 
     bool make(GLDriver::Handle config, CGRect frame) {
         ::Display* display = m_Connection.display();
+        m_Parent = m_Backend->nativeWindow();
+        m_Frame = frame;
         XVisualInfo wanted{};
         wanted.visualid = m_GL.nativeVisual(config);
         int count = 0;
@@ -44,8 +53,8 @@ public:
         attributes.colormap = m_Colormap;
         attributes.border_pixel = 0;
         attributes.background_pixmap = 0;
-        m_Window = XCreateWindow(display, m_Backend->nativeWindow(), x(frame), y(frame), width(frame),
-                                 height(frame), 0, visual->depth, InputOutput, visual->visual,
+        m_Window = XCreateWindow(display, m_Parent, x(frame), y(frame), width(frame), height(frame), 0,
+                                 visual->depth, InputOutput, visual->visual,
                                  CWColormap | CWBorderPixel | CWBackPixmap, &attributes);
         XFree(visual);
         XMapWindow(display, m_Window);
@@ -58,6 +67,7 @@ public:
     const WindowBackend* window() const override { return m_Backend; }
 
     void follow(CGRect frame) override {
+        m_Frame = frame;
         XMoveResizeWindow(m_Connection.display(), m_Window, x(frame), y(frame), width(frame), height(frame));
         XSync(m_Connection.display(), False);
     }
@@ -75,7 +85,9 @@ private:
     X11Connection& m_Connection;
     GLDriver& m_GL;
     const WindowBackend* m_Backend;
+    Window m_Parent = 0;
     Window m_Window = 0;
+    CGRect m_Frame;
     Colormap m_Colormap = 0;
     GLDriver::Handle m_Handle = nullptr;
 };
