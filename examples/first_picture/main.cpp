@@ -196,7 +196,7 @@ bool parse(int count, char** words, Options& options) {
             options.shaders = value;
         else if (!std::strcmp(words[i], "--frames"))
             options.frames = std::atoi(value);
-        else if (std::strcmp(words[i], "--size") ||
+        else if (std::strcmp(words[i], "--size") != 0 ||
                  std::sscanf(value, "%dx%d", &options.width, &options.height) != 2)
             return false;
         ++i;
