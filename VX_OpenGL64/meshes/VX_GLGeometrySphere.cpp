@@ -14,8 +14,12 @@ using Vec3 = glm::tvec3<float>;
 constexpr float shorter = 0.5257311f;
 constexpr float longer = 0.8506508f;
 
-/// Four vectors at once, which cost as much as one.
+/// x, y, z and 0 of a vector; also one value of each of three vectors.
 using Lanes = float __attribute__((vector_size(16)));
+
+Lanes all(float value) {
+    return Lanes{value, value, value, value};
+}
 
 Lanes roots(Lanes squares) {
 #ifdef __SSE__
@@ -25,22 +29,16 @@ Lanes roots(Lanes squares) {
 #endif
 }
 
-/// Four points brought onto the unit sphere.
-class Unit {
-public:
-    Unit(Lanes x, Lanes y, Lanes z) {
-        const Lanes squares = x * x + y * y + z * z;
-        const Lanes length = roots(squares);
-        m_X = x / length;
-        m_Y = y / length;
-        m_Z = z / length;
-    }
-
-    Vec3 operator[](int i) const { return {m_X[i], m_Y[i], m_Z[i]}; }
-
-private:
-    Lanes m_X, m_Y, m_Z;
-};
+/// The lengths of three vectors, in the first three lanes.
+Lanes lengths(Lanes p, Lanes q, Lanes r) {
+    p *= p;
+    q *= q;
+    r *= r;
+    const Lanes xy = __builtin_shufflevector(p, q, 0, 4, 1, 5);
+    const Lanes z = __builtin_shufflevector(p, q, 2, 6, 3, 7);
+    return roots(__builtin_shufflevector(xy, r, 0, 1, 4, 7) + __builtin_shufflevector(xy, r, 2, 3, 5, 7) +
+                 __builtin_shufflevector(z, r, 0, 1, 6, 7));
+}
 
 /// A point of the unit sphere with the vertex that it makes, ready to be copied wherever it is a corner.
 template <int format>
@@ -50,8 +48,8 @@ struct Point {
     /// The tangent, which stands last, is not written.
     static constexpr int size = layout.tangent == vx::VertexLayout::none ? layout.stride : layout.tangent;
 
-    Vec3 at;
-    float vertex[size / sizeof(float)];
+    alignas(16) float vertex[size / sizeof(float)];
+    Lanes at;
 };
 
 /// Writes triangles of one format to one side. Both are constants of the type, so that no vertex asks for
@@ -63,11 +61,20 @@ public:
 
     TriangleWriter(void* vertex, float radius) : m_Vertex(static_cast<char*>(vertex)), m_Radius(radius) {}
 
-    Corner point(const Vec3& at) const {
+    Corner point(Lanes at) const {
+        constexpr float side = outward ? 1.0f : -1.0f;
         Corner corner;
         corner.at = at;
-        vx::writeVertex(Corner::layout, corner.vertex, at * m_Radius, {1.0f, 1.0f, 1.0f, 1.0f},
-                        outward ? at : -at, {at.x, at.y});
+        if constexpr (format == VX_GLVertexPNT) { // the format of most meshes, put together from whole lanes
+            const Lanes low = __builtin_shufflevector(at * m_Radius, at * side, 0, 1, 2, 4);
+            const Lanes high = __builtin_shufflevector(at, at, 1, 2, 0, 1) * Lanes{side, side, 1.0f, 1.0f};
+            std::memcpy(corner.vertex, &low, sizeof low);
+            std::memcpy(corner.vertex + 4, &high, sizeof high);
+        } else {
+            const Vec3 p(at[0], at[1], at[2]);
+            vx::writeVertex(Corner::layout, corner.vertex, p * m_Radius, {1.0f, 1.0f, 1.0f, 1.0f}, p * side,
+                            {p.x, p.y});
+        }
         return corner;
     }
 
@@ -76,11 +83,11 @@ public:
             write(p, q, r);
             return;
         }
-        const Lanes x = {p.at.x + q.at.x, p.at.x + r.at.x, r.at.x + q.at.x, 1.0f};
-        const Lanes y = {p.at.y + q.at.y, p.at.y + r.at.y, r.at.y + q.at.y, 1.0f};
-        const Lanes z = {p.at.z + q.at.z, p.at.z + r.at.z, r.at.z + q.at.z, 1.0f};
-        const Unit middle(x * 0.5f, y * 0.5f, z * 0.5f);
-        const Corner pq = point(middle[0]), pr = point(middle[1]), rq = point(middle[2]);
+        const Lanes pqAt = (p.at + q.at) * 0.5f, prAt = (p.at + r.at) * 0.5f, rqAt = (r.at + q.at) * 0.5f;
+        const Lanes length = lengths(pqAt, prAt, rqAt);
+        const Corner pq = point(pqAt / all(length[0]));
+        const Corner pr = point(prAt / all(length[1]));
+        const Corner rq = point(rqAt / all(length[2]));
         if (depth == 1) {
             write(p, pq, pr);
             write(q, rq, pq);
@@ -112,8 +119,8 @@ private:
 template <int format, bool outward>
 void* writeTriangles(void* vertex, const float* p, const float* q, const float* r, int depth, float radius) {
     TriangleWriter<format, outward> writer(vertex, radius);
-    writer.split(writer.point({p[0], p[1], p[2]}), writer.point({q[0], q[1], q[2]}),
-                 writer.point({r[0], r[1], r[2]}), depth);
+    writer.split(writer.point(Lanes{p[0], p[1], p[2], 0.0f}), writer.point(Lanes{q[0], q[1], q[2], 0.0f}),
+                 writer.point(Lanes{r[0], r[1], r[2], 0.0f}), depth);
     return writer.vertex();
 }
 
