@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <atomic>
+
+/// How the scene is looked at; set on the main thread, read by the drawing one.
+struct Look {
+    std::atomic<float> yaw{30.0f};   ///< degrees around the vertical
+    std::atomic<float> pitch{20.0f}; ///< degrees downward
+    std::atomic<bool> smooth{false};
+    std::atomic<bool> wireframe{false};
+};
+
+/// Something to be drawn around the origin, about one unit in radius.
+class Scene {
+public:
+    virtual ~Scene() = default;
+
+    /// With the context current: fills the buffers, and lets them go.
+    virtual void prepare() = 0;
+    virtual void release() = 0;
+    /// With projection, view and lights set. `aspect` is the view's width over its height.
+    virtual void draw(const Look& look, float aspect) = 0;
+};
