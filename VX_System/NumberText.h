@@ -70,25 +70,37 @@ constexpr int largestExactPower = 22;
     return end;
 }
 
-/// Reads white space and a decimal number, likewise. The number is correctly rounded because it is the
-/// product or quotient of two doubles that are exact.
+/// The quotient or product of two doubles that are exact, which is correctly rounded; false where they are
+/// not.
+inline bool scale(std::uint64_t mantissa, int digits, int exponent, double& value) {
+    if (digits == 0 || digits > 19 || mantissa > (std::uint64_t{1} << 53) || exponent < -largestExactPower ||
+        exponent > largestExactPower)
+        return false;
+    const auto whole = static_cast<double>(static_cast<std::int64_t>(mantissa));
+    value = exponent < 0 ? whole / exactPowersOfTen[-exponent] : whole * exactPowersOfTen[exponent];
+    return true;
+}
+
+/// Reads white space and a decimal number, likewise.
 [[gnu::always_inline]] inline const char* scanDouble(const char* text, double& value) {
     const bool negative = scanSign(text);
     std::uint64_t mantissa = 0;
     int digits = scanDigits(text, mantissa);
-    int exponent = 0;
+    int fraction = 0;
     if (*text == '.') {
-        exponent = -scanDigits(++text, mantissa);
-        digits -= exponent;
+        fraction = scanDigits(++text, mantissa);
+        digits += fraction;
     }
-    text = scanExponent(text, exponent);
-    if (!text || digits == 0 || digits > 19 || mantissa > (std::uint64_t{1} << 53) ||
-        exponent < -largestExactPower || exponent > largestExactPower)
-        return nullptr;
-    const auto whole = static_cast<double>(static_cast<std::int64_t>(mantissa));
-    const double magnitude =
-        exponent < 0 ? whole / exactPowersOfTen[-exponent] : whole * exactPowersOfTen[exponent];
-    value = negative ? -magnitude : magnitude;
+    constexpr int alwaysExact = 15;
+    if (digits > 0 && digits <= alwaysExact && (*text | 0x20) != 'e') {
+        value = static_cast<double>(static_cast<std::int64_t>(mantissa)) / exactPowersOfTen[fraction];
+    } else {
+        int exponent = -fraction;
+        text = scanExponent(text, exponent);
+        if (!text || !scale(mantissa, digits, exponent, value))
+            return nullptr;
+    }
+    value = negative ? -value : value;
     return text;
 }
 

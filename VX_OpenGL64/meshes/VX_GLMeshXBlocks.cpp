@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <limits>
 
 namespace {
 
@@ -126,7 +127,6 @@ void VX_GLMeshXLoader::processMeshNormals() {
     if (!m_Lexer)
         return;
     m_Lexer->find('{');
-    m_Normals.clear();
     const int count = m_Lexer->getInt(';');
     std::vector<Vec3> normals;
     readVectors(*m_Lexer, count, normals);
@@ -137,27 +137,46 @@ void VX_GLMeshXLoader::processMeshNormals() {
 /// Reads the faces of the normals and adds, corner by corner, the normal that they name to the vertex that
 /// the mesh's faces name at the same place of their list; then divides by the number of corners.
 void VX_GLMeshXLoader::addNormals(const std::vector<Vec3>& normals) {
-    m_Normals.assign(m_Positions.size(), Vec3(0.0f));
-    std::vector<unsigned int> corners(m_Positions.size(), 0u);
-    std::size_t entry = 0;
+    forgetNormals();
     vx::LexCursor cursor(*m_Lexer);
     const int faces = cursor.getInt<';'>();
     for (int i = 0; i < faces && !cursor.isEOF(); ++i) {
         const int size = cursor.getInt<';'>();
         for (int corner = 1; corner <= size && !cursor.isEOF(); ++corner) {
             const unsigned int normal = nextIndex(cursor, corner == size);
-            if (entry == m_FaceIndices.size())
+            if (m_MatchedCorners == m_FaceIndices.size())
                 continue;
-            const unsigned int vertex = m_FaceIndices[entry++];
-            if (vertex >= corners.size() || normal >= normals.size())
+            const unsigned int vertex = m_FaceIndices[m_MatchedCorners++];
+            if (vertex >= m_Normals.size() || normal >= normals.size())
                 continue;
+            if (m_CornersOfVertex[vertex]++ == 0)
+                m_Normals[vertex] = Vec3(0.0f);
             m_Normals[vertex] += normals[normal];
-            ++corners[vertex];
         }
         cursor.get();
     }
-    for (std::size_t vertex = 0; vertex < corners.size(); ++vertex)
-        m_Normals[vertex] /= static_cast<float>(corners[vertex]);
+    for (std::size_t corner = 0; corner < m_MatchedCorners; ++corner)
+        divideNormal(m_FaceIndices[corner]);
+}
+
+/// One normal for each position, and none of them known: not a number, as for a vertex without faces. Only
+/// those of the last block have to be taken back, so that many small blocks do not cost many large lists.
+void VX_GLMeshXLoader::forgetNormals() {
+    const Vec3 unknown(std::numeric_limits<float>::quiet_NaN());
+    for (std::size_t corner = 0; corner < std::min(m_MatchedCorners, m_FaceIndices.size()); ++corner) {
+        if (m_FaceIndices[corner] < m_Normals.size())
+            m_Normals[m_FaceIndices[corner]] = unknown;
+    }
+    m_MatchedCorners = 0;
+    m_Normals.resize(m_Positions.size(), unknown);
+    m_CornersOfVertex.resize(m_Positions.size(), 0u);
+}
+
+void VX_GLMeshXLoader::divideNormal(unsigned int vertex) {
+    if (vertex >= m_Normals.size() || m_CornersOfVertex[vertex] == 0)
+        return;
+    m_Normals[vertex] /= static_cast<float>(m_CornersOfVertex[vertex]);
+    m_CornersOfVertex[vertex] = 0;
 }
 
 void VX_GLMeshXLoader::processMeshTextureCoords() {

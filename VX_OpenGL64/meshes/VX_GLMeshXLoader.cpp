@@ -48,6 +48,8 @@ bool VX_GLMeshXLoader::Load(const char* path) {
     m_Normals.clear();
     m_UVs.clear();
     m_FaceIndices.clear();
+    m_CornersOfVertex.clear();
+    m_MatchedCorners = 0;
     close();
     FILE* file = std::fopen(path, "r");
     if (!file)

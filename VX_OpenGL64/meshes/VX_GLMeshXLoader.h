@@ -93,5 +93,12 @@ private:
     void readPositions();
     void readFaces();
     void addNormals(const std::vector<glm::tvec3<float>>& normals);
+    void forgetNormals();
+    void divideNormal(unsigned int vertex);
     void skipTokens(int count, int terminator);
+
+    /// How many corners add to a vertex's normal; all 0 between blocks.
+    std::vector<unsigned int> m_CornersOfVertex;
+    /// Entries of `m_FaceIndices` that the last block of normals went through.
+    std::size_t m_MatchedCorners = 0;
 };

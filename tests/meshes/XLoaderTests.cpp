@@ -298,6 +298,19 @@ TEST(XLoader, TakesNoMemoryForCountsWithoutData) {
     }
 }
 
+TEST(XLoader, ManyBlocksOfNormalsDoNotCostManyLists) {
+    std::string text = header + "Mesh{300000;";
+    for (int i = 0; i < 300000; ++i)
+        text += ";;;,";
+    text += "1;3;0,1,2;;";
+    for (int i = 0; i < 100000; ++i)
+        text += "MeshNormals{1;0;0;1;;1;3;0,0,0;;}";
+    VX_GLMeshXLoader loader;
+    ASSERT_TRUE(loader.Load(TemporaryFile(text + "MeshNormals{1;0;2;0;;1;2;0,0;;}}").path()));
+    EXPECT_EQ(loader.m_Normals[1], glm::tvec3<float>(0, 2, 0));
+    EXPECT_TRUE(std::isnan(loader.m_Normals[2].x)) << "it was known to an earlier block only";
+}
+
 TEST(XLoader, AMillionBracesDeep) {
     const std::size_t depth = 1000000;
     const std::string open(depth, '{');
