@@ -155,8 +155,10 @@ void VX_GLMeshXLoader::addNormals(const std::vector<Vec3>& normals) {
         }
         cursor.get();
     }
-    for (std::size_t corner = 0; corner < m_MatchedCorners; ++corner)
-        divideNormal(m_FaceIndices[corner]);
+    // By the vertices or by the corners, whichever are fewer.
+    const bool byVertex = m_Normals.size() <= m_MatchedCorners;
+    for (std::size_t i = 0; i < (byVertex ? m_Normals.size() : m_MatchedCorners); ++i)
+        divideNormal(byVertex ? static_cast<unsigned int>(i) : m_FaceIndices[i]);
 }
 
 /// One normal for each position, and none of them known: not a number, as for a vertex without faces. Only
