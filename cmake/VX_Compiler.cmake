@@ -2,7 +2,7 @@
 # Without restrict: g++ 12 sees it broken inside std::string, where it is not.
 add_library(VX_compile_options INTERFACE)
 target_compile_options(VX_compile_options INTERFACE
-    -Wall -Wextra -Wnon-virtual-dtor -Wno-unused-parameter -Wno-restrict
+    -Wall -Wextra -Wnon-virtual-dtor -Wno-unused-parameter $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
     $<$<BOOL:${VX_WARNINGS_AS_ERRORS}>:-Werror>)
 
 if(VX_SANITIZE)
