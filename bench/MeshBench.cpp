@@ -180,8 +180,10 @@ void generateFlat(benchmark::State& state) {
     auto* block = static_cast<float*>(vertices.Allocate(VX_GLVertexPNT, 60 << (2 * Depth)));
     for (auto _ : state) {
         float* out = block;
-        for (const auto& triangle : tindices) {
-            const float *a = vdata[triangle[0]], *b = vdata[triangle[1]], *c = vdata[triangle[2]];
+        for (const auto& triangle : VX_GLGeometrySphere::tindices) {
+            const float *a = VX_GLGeometrySphere::vdata[triangle[0]],
+                        *b = VX_GLGeometrySphere::vdata[triangle[1]],
+                        *c = VX_GLGeometrySphere::vdata[triangle[2]];
             out = writeFlat(out, {a[0], a[1], a[2]}, {b[0], b[1], b[2]}, {c[0], c[1], c[2]}, Depth);
         }
         benchmark::ClobberMemory();

@@ -154,13 +154,13 @@ Write writerOf(int format) {
 
 } // namespace
 
-const float vdata[12][3] = {
+const float VX_GLGeometrySphere::vdata[12][3] = {
     {-shorter, 0, longer}, {shorter, 0, longer},  {-shorter, 0, -longer}, {shorter, 0, -longer},
     {0, longer, shorter},  {0, longer, -shorter}, {0, -longer, shorter},  {0, -longer, -shorter},
     {longer, shorter, 0},  {-longer, shorter, 0}, {longer, -shorter, 0},  {-longer, -shorter, 0},
 };
 
-const unsigned int tindices[20][3] = {
+const unsigned int VX_GLGeometrySphere::tindices[20][3] = {
     {0, 4, 1}, {0, 9, 4},  {9, 5, 4},  {4, 5, 8},  {4, 8, 1},  {8, 10, 1}, {8, 3, 10},
     {5, 3, 8}, {5, 2, 3},  {2, 7, 3},  {7, 10, 3}, {7, 6, 10}, {7, 11, 6}, {11, 0, 6},
     {0, 1, 6}, {6, 1, 10}, {9, 0, 11}, {9, 11, 2}, {9, 2, 5},  {7, 2, 11},

@@ -3,10 +3,6 @@
 
 #include <VX_OpenGL64/meshes/VX_GLMeshData.h>
 
-/// Corners of the icosahedron on the unit sphere, and its triangles as corner numbers.
-extern VX_EXPORT const float vdata[12][3];
-extern VX_EXPORT const unsigned int tindices[20][3];
-
 /// A sphere around the origin as an unindexed triangle list, for `GL_TRIANGLES`: an icosahedron whose
 /// triangles are split into four again and again. Smooth normals; corners run counter-clockwise seen from the
 /// side the normals point to. The texture coordinate is the raw (x, y) of the point on the unit sphere, -1 to
@@ -24,6 +20,10 @@ public:
     /// 3 * 4 ^ `depth` vertices of `format` from `vertex` on, where the caller must have room for them.
     /// Returns the address behind the last one; an unknown format writes nothing and returns `vertex`.
     void* drawtri(void* vertex, int format, float* a, float* b, float* c, int depth, float radius);
+
+    /// Corners of the icosahedron on the unit sphere, and its triangles as corner numbers.
+    static const float vdata[12][3];
+    static const unsigned int tindices[20][3];
 
     float m_Radius = 0.5f;
     /// How often each triangle is split.

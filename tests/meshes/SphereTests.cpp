@@ -26,7 +26,7 @@ struct At {
 };
 
 Vec3 corner(int triangle, int place) {
-    const float* p = vdata[tindices[triangle][place]];
+    const float* p = VX_GLGeometrySphere::vdata[VX_GLGeometrySphere::tindices[triangle][place]];
     return {p[0], p[1], p[2]};
 }
 
