@@ -100,9 +100,10 @@ void ShapeScene::draw(const Look& look, float aspect) {
     glEnable(GL_CULL_FACE);
     const float width = 2.4f * aspect / Columns, height = 2.4f / Rows;
     for (int cell = 0; cell < Columns * Rows; ++cell) {
+        const int column = cell % Columns, row = cell / Columns;
         glPushMatrix();
-        glTranslatef((static_cast<float>(cell % Columns) - (Columns - 1) * 0.5f) * width,
-                     ((Rows - 1) * 0.5f - static_cast<float>(cell / Columns)) * height, 0.0f);
+        glTranslatef((static_cast<float>(column) - (Columns - 1) * 0.5f) * width,
+                     ((Rows - 1) * 0.5f - static_cast<float>(row)) * height, 0.0f);
         glScalef(0.65f, 0.65f, 0.65f);
         if (static_cast<std::size_t>(cell) >= m_Shapes.size()) {
             drawOverlays();

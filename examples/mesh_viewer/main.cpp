@@ -18,8 +18,8 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstring>
 #include <memory>
+#include <string_view>
 
 namespace {
 
@@ -124,16 +124,19 @@ private:
 bool parse(int count, char** words, Options& options) {
     for (int i = 1; i < count; ++i) {
         const char* value = i + 1 < count ? words[i + 1] : nullptr;
-        if (!std::strcmp(words[i], "--smooth")) {
+        const std::string_view word = words[i];
+        if (word == "--smooth") {
             options.smooth = true;
-        } else if (!std::strcmp(words[i], "--wireframe")) {
+        } else if (word == "--wireframe") {
             options.wireframe = true;
-        } else if (!std::strcmp(words[i], "--headless") && value) {
-            options.headlessFile = words[++i];
-        } else if (!std::strcmp(words[i], "--size") && value) {
-            if (std::sscanf(words[++i], "%dx%d", &options.width, &options.height) != 2)
+        } else if (word == "--headless" && value) {
+            options.headlessFile = value;
+            ++i;
+        } else if (word == "--size" && value) {
+            if (std::sscanf(value, "%dx%d", &options.width, &options.height) != 2)
                 return false;
-        } else if (words[i][0] == '-' || options.file) {
+            ++i;
+        } else if (word.starts_with('-') || options.file) {
             return false;
         } else {
             options.file = words[i];

@@ -137,8 +137,7 @@ std::vector<std::string> numbers() {
                                       "\xff",
                                       "1\xc3",
                                       "12abc",
-                                      "\xa0"
-                                      "5"};
+                                      "\2405"};
     std::mt19937_64 random(7);
     for (int i = 0; i < 20000; ++i) {
         char text[64];
