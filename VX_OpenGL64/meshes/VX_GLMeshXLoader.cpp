@@ -51,7 +51,7 @@ bool VX_GLMeshXLoader::Load(const char* path) {
     m_CornersOfVertex.clear();
     m_MatchedCorners = 0;
     close();
-    FILE* file = std::fopen(path, "r");
+    FILE* file = path ? std::fopen(path, "r") : nullptr;
     if (!file)
         return false;
     VX_GLMeshBaseLoader::close(); // an override may have left one

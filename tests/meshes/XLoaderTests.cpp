@@ -236,6 +236,7 @@ TEST(XLoader, IsReusableAndKeepsTheFileOpenAfterAWrongHeader) {
     EXPECT_FALSE(loader.Load("/nonexistent/file.x"));
     EXPECT_EQ(loader.m_Lexer, nullptr);
     EXPECT_FALSE(loader.Load("/tmp"));
+    EXPECT_FALSE(loader.Load(nullptr));
 
     const std::string large = "Mesh{" + quad + "MeshNormals{1;0;1;0;;1;4;0,0,0,0;;}}";
     ASSERT_TRUE(loader.Load(TemporaryFile(header + large).path()));
