@@ -4,12 +4,16 @@
 #include <VX_Platform/Foundation/NSString.h>
 
 #include <gtest/gtest.h>
+#include <tests/support/WaitFor.h>
 #include <tests/support/X11Input.h>
 
 #include <algorithm>
 #include <atomic>
 #include <string>
 #include <thread>
+
+using vx::test::waitFor;
+using vx::test::X11Input;
 
 namespace {
 
@@ -37,26 +41,24 @@ public:
         m_Thread.join();
     }
     bool waitForFirstPicture() {
-        for (int tries = 0; tries < 100; ++tries) {
-            if (count(DefaultButton) > 100)
-                return true;
-            std::this_thread::sleep_for(std::chrono::milliseconds(20));
-        }
-        return false;
+        return waitFor([this] { return count(DefaultButton) > 100; });
     }
     long count(std::uint32_t color) {
         const auto pixels = user.pixels(window);
         return std::count(pixels.begin(), pixels.end(), color);
     }
     int finalResult() {
-        EXPECT_TRUE(user.waitForEnd(window));
-        for (int tries = 0; tries < 100 && result == 99; ++tries)
-            std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        EXPECT_TRUE(user.waitForEnd(window) && waitFor([this] { return result != 99; }));
         return result;
     }
 
-    vx::test::X11Input user;
-    vx::test::X11Input::Window window;
+    // Clicks at a place counted from the lower right corner.
+    void clickFromCorner(int x, int y) {
+        user.click(window.x + window.width - x, window.y + window.height - y);
+    }
+
+    X11Input user;
+    X11Input::Window window;
     std::atomic<int> result{99};
 
 private:
@@ -85,16 +87,8 @@ TEST(NSAlertWindow, ShowsItsTextsCentredAndEndsByEachOfItsRoads) {
              alert.user.press(Tab);
              alert.user.press(Escape);
          }},
-        {"click on the default button", 1,
-         [](RunningAlert& alert) {
-             const auto& window = alert.window;
-             alert.user.click(window.x + window.width - 40, window.y + window.height - 35);
-         }},
-        {"click on the other button", -1,
-         [](RunningAlert& alert) {
-             const auto& window = alert.window;
-             alert.user.click(window.x + window.width - 220, window.y + window.height - 35);
-         }},
+        {"click on the default button", 1, [](RunningAlert& alert) { alert.clickFromCorner(40, 35); }},
+        {"click on the other button", -1, [](RunningAlert& alert) { alert.clickFromCorner(220, 35); }},
     };
     for (const Road& road : roads) {
         SCOPED_TRACE(road.name);
@@ -115,7 +109,6 @@ TEST(NSAlertWindow, StaysOpenWhenNothingIsPressed) {
     ASSERT_TRUE(alert.waitForFirstPicture());
     alert.user.press('a');
     alert.user.click(alert.window.x + 5, alert.window.y + 5);
-    // Pressed on a button, let go beside it.
     std::this_thread::sleep_for(std::chrono::milliseconds(200));
     EXPECT_EQ(alert.result, 99);
     alert.user.press(Return);
@@ -130,7 +123,7 @@ TEST(NSAlertWindow, KeepsItsButtonsOnTheScreenWhateverTheLengthOfTheText) {
     ASSERT_TRUE(alert.waitForFirstPicture());
     EXPECT_LE(alert.window.width, 600);
     EXPECT_LE(alert.window.height, 1024);
-    alert.user.click(alert.window.x + alert.window.width - 40, alert.window.y + alert.window.height - 35);
+    alert.clickFromCorner(40, 35);
     EXPECT_EQ(alert.finalResult(), 1);
 }
 
@@ -142,7 +135,7 @@ TEST(NSAlertWindow, BlocksOnlyItsOwnThread) {
         second =
             NSAlert::alertWithMessageText(text("second"), text("OK"), nullptr, nullptr, nullptr)->runModal();
     });
-    std::vector<vx::test::X11Input::Window> windows;
+    std::vector<X11Input::Window> windows;
     while (windows.size() < 2)
         windows = first.user.windows(program_invocation_short_name);
     first.user.close(windows[windows[0].id == first.window.id ? 1 : 0]);

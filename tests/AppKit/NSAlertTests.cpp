@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <VX_Platform/AppKit/NSAlert.h>
 #include <VX_Platform/Foundation/NSAutoreleasePool.h>
-#include <VX_Platform/Foundation/NSLog.h>
 #include <VX_Platform/Foundation/NSString.h>
+#include <tests/support/LogCollector.h>
 
 #include <gtest/gtest.h>
 
@@ -19,18 +19,13 @@ NSString* text(const char* bytes) {
 // Takes the log and the alerts for the length of a test.
 class NSAlertTest : public testing::Test {
 protected:
-    NSAlertTest() {
-        NSLogSetSink(
-            [](const char* line, void* user) { static_cast<NSAlertTest*>(user)->log.push_back(line); }, this);
-        unsetenv("DISPLAY");
-    }
+    NSAlertTest() { unsetenv("DISPLAY"); }
     ~NSAlertTest() override {
         NSAlert::setPresenter({});
-        NSLogSetSink(nullptr, nullptr);
         pool->release();
     }
     NSAutoreleasePool* pool = (new NSAutoreleasePool)->init();
-    std::vector<std::string> log;
+    vx::test::LogCollector log;
 };
 
 } // namespace
@@ -49,7 +44,7 @@ TEST_F(NSAlertTest, HandsItsTextsToTheHostsPresenter) {
                                                    "%@ has %d", text("é"), 2);
     EXPECT_EQ(alert->runModal(), -1);
     EXPECT_EQ(shown, "Save?|é has 2|Yes|(null)|Later");
-    EXPECT_TRUE(log.empty());
+    EXPECT_TRUE(log.lines.empty());
 }
 
 TEST_F(NSAlertTest, IsOneLineInTheLogWhereNoWindowCanBeHad) {
@@ -58,5 +53,5 @@ TEST_F(NSAlertTest, IsOneLineInTheLogWhereNoWindowCanBeHad) {
                   ->runModal(),
               1);
     EXPECT_EQ(NSAlert::alertWithMessageText(nullptr, nullptr, text("No"), nullptr, nullptr)->runModal(), 1);
-    EXPECT_EQ(log, (std::vector<std::string>{"Can't load shader: blur.fs blur.vs [OK]", " [OK]"}));
+    EXPECT_EQ(log.lines, (std::vector<std::string>{"Can't load shader: blur.fs blur.vs [OK]", " [OK]"}));
 }

@@ -184,12 +184,10 @@ TEST(NSNotification, IsDeliveredByNameAndObjectAndOnlyAfterTheQueuePosts) {
     NSRef<Counted> subject = NSRef<Counted>::adopt(new Counted);
     NSRef<Counted> other = NSRef<Counted>::adopt(new Counted);
     int named = 0, forOther = 0, all = 0;
-    center->addObserver(
-        &named, [&](NSNotification*) { ++named; }, "Ready", subject.get());
-    center->addObserver(
-        &named, [&](NSNotification*) { ++forOther; }, "Ready", other.get());
-    center->addObserver(
-        &all, [&](NSNotification*) { ++all; }, nullptr, nullptr);
+    const auto counts = [](int& number) { return [&number](NSNotification*) { ++number; }; };
+    center->addObserver(&named, counts(named), "Ready", subject.get());
+    center->addObserver(&named, counts(forOther), "Ready", other.get());
+    center->addObserver(&all, counts(all), nullptr, nullptr);
 
     auto* queue = NSNotificationQueue::defaultQueue();
     queue->enqueueNotification(NSNotification::notificationWithName("Ready", subject.get()), NSPostASAP);

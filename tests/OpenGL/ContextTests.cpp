@@ -3,6 +3,7 @@
 #include <VX_Platform/OpenGL/GLCapabilities.h>
 #include <tests/support/HeadlessContext.h>
 #include <tests/support/LogCollector.h>
+#include <tests/support/Pixels.h>
 
 #include <epoxy/gl.h>
 #include <gtest/gtest.h>
@@ -11,7 +12,7 @@
 #include <chrono>
 #include <thread>
 
-using vx::test::HeadlessContext;
+using namespace vx::test;
 
 namespace {
 
@@ -20,22 +21,15 @@ NSRef<NSOpenGLContext> sharing(const HeadlessContext& other) {
         (new NSOpenGLContext)->initWithFormat(other.view()->pixelFormat(), other.context()));
 }
 
-unsigned pixelAt(int x, int y) {
-    unsigned char rgba[4] = {};
-    glReadPixels(x, y, 1, 1, GL_RGBA, GL_UNSIGNED_BYTE, rgba);
-    return rgba[0] << 24 | rgba[1] << 16 | rgba[2] << 8 | rgba[3];
-}
-
 } // namespace
 
 TEST(NSOpenGLContext, DrawsToItsViewsSurfaceAndFollowsItsSize) {
     HeadlessContext gl(32, 16);
-    glClearColor(1, 0, 0, 1);
-    glClear(GL_COLOR_BUFFER_BIT);
+    clearTo(1, 0, 0);
     EXPECT_EQ(pixelAt(31, 15), 0xFF0000FFu);
     gl.view()->setFrame(CGRectMake(0, 0, 100, 50));
     ASSERT_TRUE(gl.context()->makeCurrentContext());
-    glClear(GL_COLOR_BUFFER_BIT);
+    clearTo(1, 0, 0);
     EXPECT_EQ(pixelAt(99, 49), 0xFF0000FFu);
     EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));
 }
@@ -96,7 +90,7 @@ TEST(NSOpenGLContext, LivesAsLongAsItIsCurrent) {
 }
 
 TEST(NSOpenGLContext, TellsTheLogOfFaultsWhenAskedTo) {
-    vx::test::LogCollector log;
+    LogCollector log;
     NSOpenGLContext::setLogsDriverMessages(true);
     HeadlessContext gl(8, 8);
     NSOpenGLContext::setLogsDriverMessages(false);

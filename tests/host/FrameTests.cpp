@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <VX_OpenGL64/host/VX_GLChildView.h>
 #include <VX_Platform/Foundation/NSDate.h>
+#include <tests/support/Pixels.h>
 #include <tests/support/ScriptedPipeline.h>
 
 #include <epoxy/gl.h>
@@ -52,10 +53,8 @@ double secondsPerFrame(const Stage& stage) {
     return stage.view->GetAvgFPS() > 0 ? 1.0 / stage.view->GetAvgFPS() : 0.0;
 }
 
-void spend(double seconds) {
-    const double end = NSDate::timeIntervalSinceReferenceDate() + seconds;
-    while (NSDate::timeIntervalSinceReferenceDate() < end) {
-    }
+double now() {
+    return NSDate::timeIntervalSinceReferenceDate();
 }
 
 // Holds the render lock on a thread of its own.
@@ -65,21 +64,20 @@ public:
         : m_Thread([this, view] {
               view->RenderThreadLock();
               m_Held = true;
-              while (!m_Release)
-                  std::this_thread::yield();
+              m_Held.notify_one();
+              m_Held.wait(true);
               view->RenderThreadUnLock();
           }) {
-        while (!m_Held)
-            std::this_thread::yield();
+        m_Held.wait(false);
     }
     ~LockHolder() {
-        m_Release = true;
+        m_Held = false;
+        m_Held.notify_one();
         m_Thread.join();
     }
 
 private:
     std::atomic<bool> m_Held{false};
-    std::atomic<bool> m_Release{false};
     std::thread m_Thread;
 };
 
@@ -93,8 +91,7 @@ TEST_F(FrameTest, RunsTheHooksInOrderWithTheContextCurrentAndNoErrorLeft) {
         current = stage.view->openGLContext()->isCurrent();
         error = glGetError();
     };
-    stage.frame();
-    EXPECT_EQ(stage.pipeline->takeCalls(), "callBack render afterFlush");
+    EXPECT_EQ(stage.frame(), "callBack render afterFlush");
     EXPECT_TRUE(current);
     EXPECT_EQ(error, GLenum(GL_NO_ERROR));
     EXPECT_EQ(stage.pipeline->lastBounds.size.width, 64.0);
@@ -116,13 +113,11 @@ TEST_F(FrameTest, DrawsChildrenInOrderAndLeavesTheLastOnesContextCurrent) {
               "childRelease childRelease childInit childInit attach star");
     NSOpenGLContext* afterFlush = nullptr;
     stage.pipeline->onAfterFlush = [&] { afterFlush = NSOpenGLContext::currentContext(); };
-    stage.frame();
-    EXPECT_EQ(stage.pipeline->takeCalls(), "callBack render child child afterFlush");
+    EXPECT_EQ(stage.frame(), "callBack render child child afterFlush");
     EXPECT_EQ(afterFlush, second->context.get());
     NSOpenGLContext::clearCurrentContext();
     stage.view->removeAllChildSharedViews();
-    stage.frame();
-    EXPECT_EQ(stage.pipeline->takeCalls(), "callBack render afterFlush");
+    EXPECT_EQ(stage.frame(), "callBack render afterFlush");
 }
 
 TEST_F(FrameTest, BlendsTheLongAverageFromThe31stCallOn) {
@@ -131,19 +126,19 @@ TEST_F(FrameTest, BlendsTheLongAverageFromThe31stCallOn) {
     stage.view->startRenderThread();
     stage.view->stopRenderThread();
     stage.view->SetSkipRenderThread(true);
-    const double before = NSDate::timeIntervalSinceReferenceDate();
+    const double before = now();
     for (int call = 1; call <= 30; ++call)
         stage.frame();
     EXPECT_EQ(stage.view->GetAvgFPS(), 0.0) << "the 30th call blends nothing";
     stage.frame();
-    const double spent = NSDate::timeIntervalSinceReferenceDate() - before;
+    const double spent = now() - before;
     const double first = secondsPerFrame(stage);
     EXPECT_GT(first, 0.0);
     EXPECT_LE(first, spent / 31 * 0.5 + kClockStep) << "31 calls, at weight one half";
     EXPECT_GT(first, spent / 31 * 0.5 * 0.1) << "most of a short call can be spent outside the measured part";
-    const double beforeNext = NSDate::timeIntervalSinceReferenceDate();
+    const double beforeNext = now();
     stage.frame();
-    const double next = NSDate::timeIntervalSinceReferenceDate() - beforeNext;
+    const double next = now() - beforeNext;
     EXPECT_GE(secondsPerFrame(stage), first * 0.5);
     EXPECT_LE(secondsPerFrame(stage), (next / 32 + first) * 0.5 + kClockStep) << "one call's time over 32";
 }
@@ -152,7 +147,7 @@ TEST_F(FrameTest, BlendsEachFramesOwnTimeAtWeightOneHalf) {
     Stage stage;
     stage.view->startRenderThread();
     stage.view->stopRenderThread();
-    stage.pipeline->onRender = [] { spend(0.010); };
+    stage.pipeline->onRender = [] { std::this_thread::sleep_for(std::chrono::milliseconds(10)); };
     stage.frame();
     EXPECT_GE(secondsPerFrame(stage), 0.005);
     const double once = secondsPerFrame(stage);
@@ -167,35 +162,25 @@ TEST_F(FrameTest, GivesUpTheFrameWhileAnotherThreadHoldsTheLock) {
     NSOpenGLContext::clearCurrentContext();
     {
         LockHolder holder(stage.view.get());
-        const double start = NSDate::timeIntervalSinceReferenceDate();
-        stage.frame();
-        EXPECT_LT(NSDate::timeIntervalSinceReferenceDate() - start, 0.5) << "it never waits";
+        const double start = now();
+        EXPECT_EQ(stage.frame(), "");
+        EXPECT_LT(now() - start, 0.5) << "it never waits";
     }
-    EXPECT_EQ(stage.pipeline->takeCalls(), "");
     EXPECT_EQ(stage.view->GetLostRefreshes(), 1u);
     stage.view->RenderThreadLock();
-    stage.frame();
+    EXPECT_EQ(stage.frame(), "callBack render afterFlush") << "the lock is recursive";
     stage.view->RenderThreadUnLock();
-    EXPECT_EQ(stage.pipeline->takeCalls(), "callBack render afterFlush") << "the lock is recursive";
 }
 
 TEST_F(FrameTest, SkipsToBlackWithoutHooksBetweenSuspendAndResume) {
     Stage stage;
-    stage.pipeline->onRender = [] {
-        glClearColor(1, 1, 1, 1);
-        glClear(GL_COLOR_BUFFER_BIT);
-    };
+    stage.pipeline->onRender = [] { vx::test::clearTo(1, 1, 1); };
     stage.frame();
-    stage.pipeline->takeCalls();
     stage.pipeline->DoSuspend();
-    stage.frame();
-    EXPECT_EQ(stage.pipeline->takeCalls(), "");
-    unsigned char pixel[4] = {9, 9, 9, 9};
-    glReadPixels(5, 5, 1, 1, GL_RGBA, GL_UNSIGNED_BYTE, pixel);
-    EXPECT_EQ(pixel[0] + pixel[1] + pixel[2], 0);
+    EXPECT_EQ(stage.frame(), "");
+    EXPECT_EQ(vx::test::pixelAt(5, 5) >> 8, 0u);
     stage.pipeline->DoResume();
-    stage.frame();
-    EXPECT_EQ(stage.pipeline->takeCalls(), "callBack render afterFlush");
+    EXPECT_EQ(stage.frame(), "callBack render afterFlush");
 }
 
 TEST_F(FrameTest, SurvivesAHookThatThrowsAndLogsItsTextOnce) {
@@ -210,12 +195,8 @@ TEST_F(FrameTest, SurvivesAHookThatThrowsAndLogsItsTextOnce) {
     EXPECT_EQ(log.count("without a text"), 1);
     stage.pipeline->takeCalls();
     stage.pipeline->onRender = {};
-    stage.frame();
-    EXPECT_EQ(stage.pipeline->takeCalls(), "callBack render afterFlush");
-    std::thread([&] {
-        stage.view->RenderThreadLock();
-        stage.view->RenderThreadUnLock();
-    }).join();
+    EXPECT_EQ(stage.frame(), "callBack render afterFlush");
+    stage.expectUnlocked();
 }
 
 TEST_F(FrameTest, EndsWhatAFrameAutoreleases) {
@@ -232,8 +213,7 @@ TEST_F(FrameTest, EndsWhatAFrameAutoreleases) {
 TEST_F(FrameTest, DrawsWithoutAPipeline) {
     Stage stage;
     stage.view->detachRenderpipeline();
-    stage.frame();
-    EXPECT_EQ(stage.pipeline->takeCalls(), "");
+    EXPECT_EQ(stage.frame(), "");
     EXPECT_EQ(stage.view->GetLostRefreshes(), 0u);
     EXPECT_GT(stage.view->GetAvgFPS(), 0.0) << "the frame ran, with its hooks left out";
     stage.pipeline->release(); // the view's reference, which is the caller's now

@@ -67,12 +67,10 @@ TEST_F(HandOverTest, LetsTheHostWorkOnGLObjectsBetweenFrames) {
     Stage stage(Stage::Draws::byItself);
     std::atomic<unsigned> shared{0};
     std::atomic<int> seen{0};
-    stage.view->RenderThreadLock();
-    stage.pipeline->onRender = [&] {
+    stage.onRender([&] {
         if (const unsigned name = shared)
             seen += glIsTexture(name);
-    };
-    stage.view->RenderThreadUnLock();
+    });
     for (int round = 0; round < 30; ++round) {
         stage.view->RenderThreadLock();
         stage.view->makeCurrentContext();
@@ -101,12 +99,10 @@ TEST_F(HandOverTest, StopsUnderTheHostsOwnHoldOfTheLock) {
 TEST_F(HandOverTest, ResizesItsSurfaceWhileDrawing) {
     Stage stage(Stage::Draws::byItself);
     std::atomic<int> frames{0};
-    stage.view->RenderThreadLock();
-    stage.pipeline->onRender = [&] {
+    stage.onRender([&] {
         glClear(GL_COLOR_BUFFER_BIT);
         ++frames;
-    };
-    stage.view->RenderThreadUnLock();
+    });
     for (int i = 0; i < 20; ++i) {
         stage.window->setFrame(CGRectMake(0, 0, 32 + i * 8, 32 + i * 4));
         stage.step();

@@ -14,6 +14,7 @@
 using vx::test::LogCollector;
 using vx::test::ScriptedPipeline;
 using vx::test::Stage;
+using vx::test::waitFor;
 
 namespace {
 
@@ -21,16 +22,6 @@ class LifecycleTest : public testing::Test {
 protected:
     LifecycleTest() { NSApplication::useHeadlessPlatform(); }
 };
-
-bool waitFor(const std::function<bool()>& condition, double seconds = 5.0) {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
-    while (!condition())
-        if (std::chrono::steady_clock::now() > end)
-            return false;
-        else
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    return true;
-}
 
 class PipelineWithTimer : public ScriptedPipeline {
 public:
@@ -125,8 +116,7 @@ TEST_F(LifecycleTest, ComesBackAfterItsResourcesWereReleased) {
     stage.view->releaseResources();
     EXPECT_EQ(stage.pipeline->takeCalls(), "detach");
     EXPECT_EQ(stage.view->existingOpenGLContext(), nullptr);
-    stage.frame();
-    EXPECT_EQ(stage.pipeline->takeCalls(), "") << "no context, no hook";
+    EXPECT_EQ(stage.frame(), "") << "no context, no hook";
     ASSERT_TRUE(stage.attachPipeline());
     stage.step();
     EXPECT_NE(stage.pipeline->takeCalls().find("attach start"), std::string::npos);
@@ -147,20 +137,16 @@ TEST_F(LifecycleTest, StopsFromAHook) {
     Stage stage(Stage::Draws::byItself);
     std::atomic<bool> stopped{false};
     std::atomic<int> framesAfter{0};
-    stage.view->RenderThreadLock();
-    stage.pipeline->onRender = [&] {
+    stage.onRender([&] {
         if (stopped)
             ++framesAfter;
         stage.view->stopRender();
         stopped = true;
-    };
-    stage.view->RenderThreadUnLock();
+    });
     ASSERT_TRUE(waitFor([&] { return stopped.load(); }));
     std::this_thread::sleep_for(std::chrono::milliseconds(60));
     EXPECT_EQ(framesAfter, 0);
-    stage.view->RenderThreadLock();
-    stage.pipeline->onRender = {};
-    stage.view->RenderThreadUnLock();
+    stage.onRender({});
     stage.pipeline->takeCalls();
     stage.view->startRender();
     EXPECT_TRUE(waitFor([&] { return stage.pipeline->takeCalls().find("render") != std::string::npos; }));
@@ -188,12 +174,10 @@ TEST_F(LifecycleTest, KeepsTwoViewsApart) {
     std::atomic<bool> mixed{false};
     std::atomic<int> frames{0};
     for (Stage* stage : {&first, &second}) {
-        stage->view->RenderThreadLock();
-        stage->pipeline->onRender = [&, stage] {
+        stage->onRender([&, stage] {
             mixed = mixed || !stage->view->existingOpenGLContext()->isCurrent();
             ++frames;
-        };
-        stage->view->RenderThreadUnLock();
+        });
     }
     EXPECT_TRUE(waitFor([&] { return frames > 20; }));
     EXPECT_FALSE(mixed);
@@ -210,10 +194,7 @@ TEST_F(LifecycleTest, SaysSoWhenAViewCannotBeSetUp) {
     stage.step();
     EXPECT_EQ(log.count("no shaders"), 1);
     EXPECT_EQ(stage.view->displayLink(), nullptr);
-    std::thread([&] {
-        stage.view->RenderThreadLock();
-        stage.view->RenderThreadUnLock();
-    }).join();
+    stage.expectUnlocked();
 }
 
 TEST(VX_GLRenderpipeline, SetsUpAndWindsDown) {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <VX_Platform/AppKit/NSEvent.h>
-#include <VX_Platform/Foundation/NSDate.h>
 #include <VX_Platform/Foundation/NSNotificationCenter.h>
 #include <VX_Platform/Foundation/NSTimer.h>
+#include <tests/support/Pixels.h>
 #include <tests/support/ScriptedPipeline.h>
 #include <tests/support/X11Input.h>
 
@@ -19,15 +19,9 @@ using vx::test::Stage;
 
 namespace {
 
-// Steps the run loop for a while, or until the condition holds.
-bool runUntil(const std::function<bool()>& condition, double seconds = 5.0) {
-    const double end = NSDate::timeIntervalSinceReferenceDate() + seconds;
-    while (!condition()) {
-        if (NSDate::timeIntervalSinceReferenceDate() > end)
-            return false;
-        NSApplication::sharedApplication()->runStep(0.005);
-    }
-    return true;
+// Steps the run loop until the condition holds.
+bool runUntil(const std::function<bool()>& condition) {
+    return vx::test::waitFor(condition, [] { NSApplication::sharedApplication()->runStep(0.005); });
 }
 
 // What the X server shows at a place of a window, as 0xRRGGBB.
@@ -41,9 +35,12 @@ unsigned long shownPixel(unsigned long window, int x, int y) {
     return pixel;
 }
 
-void fill(float red, float green, float blue) {
-    glClearColor(red, green, blue, 1.0f);
-    glClear(GL_COLOR_BUFFER_BIT);
+// Fills each frame with the colour and counts them.
+void fill(Stage& stage, std::atomic<int>& frames, float red, float green, float blue) {
+    stage.onRender([&frames, red, green, blue] {
+        vx::test::clearTo(red, green, blue);
+        ++frames;
+    });
 }
 
 } // namespace
@@ -51,13 +48,8 @@ void fill(float red, float green, float blue) {
 TEST(Window, ShowsFramesAtTheDisplaysRateAndFollowsItsSize) {
     Stage stage(Stage::Draws::byItself, {200, 150});
     std::atomic<int> frames{0};
-    stage.view->RenderThreadLock();
-    stage.pipeline->onRender = [&] {
-        fill(0.0f, 1.0f, 0.0f);
-        ++frames;
-    };
+    fill(stage, frames, 0, 1, 0);
     EXPECT_STREQ(CVDisplayLinkGetThrottleName(stage.view->displayLink()), "Present events");
-    stage.view->RenderThreadUnLock();
     ASSERT_TRUE(runUntil([&] { return frames > 10; }));
     EXPECT_EQ(shownPixel(stage.window->nativeWindow(), 100, 75), 0x00FF00u);
 
@@ -83,10 +75,9 @@ TEST(Window, HandsKeysAndMouseThroughTheViewToTheHost) {
     stage.window->setContentView(view.get());
     stage.window->makeKeyAndOrderFront();
     stage.window->setTitle("Input");
-    runUntil([] { return false; }, 0.2);
     vx::test::X11Input input;
-    const auto shown = input.waitForWindow("Input");
-    ASSERT_NE(shown.id, 0u);
+    ASSERT_TRUE(runUntil([&] { return !input.windows("Input").empty(); }));
+    const auto shown = input.windows("Input").front();
     input.click(shown.x + 60, shown.y + 40);
     EXPECT_TRUE(runUntil([&] { return view->place.x != 0.0; }));
     EXPECT_NEAR(view->place.x, 60.0, 1.0);
@@ -110,12 +101,7 @@ TEST(Window, GivesAViewToAWindowOfAnotherToolkit) {
         stage.view->stopRender();
         window->setContentView(stage.view.get());
         stage.view->startRender();
-        stage.view->RenderThreadLock();
-        stage.pipeline->onRender = [&] {
-            fill(1.0f, 0.0f, 1.0f);
-            ++frames;
-        };
-        stage.view->RenderThreadUnLock();
+        fill(stage, frames, 1.0f, 0.0f, 1.0f);
         ASSERT_TRUE(runUntil([&] { return frames > 5; }));
         EXPECT_EQ(shownPixel(foreign, 100, 80), 0xFF00FFu);
         XResizeWindow(other, foreign, 180, 160);
@@ -139,12 +125,7 @@ TEST(Window, MovesAViewFromWindowToWindowWhileItIsStopped) {
     stage.view->stopRenderThread();
     second->setContentView(stage.view.get());
     stage.window->orderOut();
-    stage.view->RenderThreadLock();
-    stage.pipeline->onRender = [&] {
-        fill(0.0f, 0.0f, 1.0f);
-        ++frames;
-    };
-    stage.view->RenderThreadUnLock();
+    fill(stage, frames, 0.0f, 0.0f, 1.0f);
     stage.view->startRenderThread();
     ASSERT_TRUE(runUntil([&] { return frames > 5; }));
     EXPECT_EQ(shownPixel(second->nativeWindow(), 140, 110), 0x0000FFu);
@@ -153,9 +134,7 @@ TEST(Window, MovesAViewFromWindowToWindowWhileItIsStopped) {
 TEST(Window, ClosesWithTheViewStillDrawing) {
     Stage stage(Stage::Draws::byItself, {100, 100});
     std::atomic<int> frames{0};
-    stage.view->RenderThreadLock();
-    stage.pipeline->onRender = [&] { ++frames; };
-    stage.view->RenderThreadUnLock();
+    fill(stage, frames, 0, 0, 0);
     ASSERT_TRUE(runUntil([&] { return frames > 3; }));
     int closed = 0;
     NSNotificationCenter::defaultCenter()->addObserver(

@@ -7,7 +7,7 @@
 #include <VX_OpenGL64/targets/VX_GLRenderTarget.h>
 #include <tests/support/GLRecorder.h>
 #include <tests/support/HeadlessContext.h>
-#include <tests/support/LogLines.h>
+#include <tests/support/LogCollector.h>
 
 #include <epoxy/gl.h>
 #include <gtest/gtest.h>
@@ -53,7 +53,7 @@ TEST(VX_GLFilter, KeepsOnlyProgramsThatLinkAndDeletesThemInOrder) {
                                 "in vec4 v[];\n"
                                 "void main() { gl_Position = v[0]; EmitVertex(); }"));
     auto* filter = new TargetFilter;
-    LogLines log;
+    LogCollector log;
     EXPECT_EQ(filter->CreateProgram(&vertex, &mismatched, nullptr, 0, 0, 0), nullptr);
     ASSERT_EQ(log.lines.size(), 2u);
     EXPECT_TRUE(log.lines[0].starts_with("Link error: ")) << log.lines[0];

@@ -6,7 +6,8 @@
 #include <VX_Platform/OpenGL/GLCapabilities.h>
 #include <tests/support/GLRecorder.h>
 #include <tests/support/HeadlessContext.h>
-#include <tests/support/LogLines.h>
+#include <tests/support/LogCollector.h>
+#include <tests/support/Pixels.h>
 
 #include <epoxy/gl.h>
 #include <gtest/gtest.h>
@@ -81,7 +82,7 @@ void checkLifecycle(GLRecorder& recorder, GLenum type, const char* good) {
 TEST(Shaders, ReportTheirFailuresEachInItsOwnWay) {
     HeadlessContext gl(8, 8);
     GLRecorder recorder;
-    LogLines log;
+    LogCollector log;
     checkLifecycle<VX_VertexShader>(recorder, GL_VERTEX_SHADER, kVertex);
     checkLifecycle<VX_FragmentShader>(recorder, GL_FRAGMENT_SHADER, kFragment);
     testing::internal::CaptureStdout();
@@ -103,7 +104,7 @@ TEST(VX_Program, AttachesLinksAndStartsAfresh) {
     ASSERT_TRUE(vertex.loadAndCompile(kVertex));
     ASSERT_TRUE(fragment.loadAndCompile(kFragment));
     GLRecorder recorder;
-    LogLines log;
+    LogCollector log;
     {
         VX_Program program;
         ASSERT_TRUE(program.attachShader(&vertex, &fragment, false));
@@ -137,7 +138,7 @@ TEST(VX_Program, IsLostWithAFailedLinkAndItsShadersAreNot) {
         vertex.loadAndCompile("varying vec2 v; void main() { v = vec2(0); gl_Position = gl_Vertex; }"));
     ASSERT_TRUE(fragment.loadAndCompile("varying vec4 v; void main() { gl_FragColor = v; }"));
     GLRecorder recorder;
-    LogLines log;
+    LogCollector log;
     VX_Program program;
     EXPECT_FALSE(program.attachShader(&vertex, &fragment, false));
     EXPECT_EQ(program.m_Program, 0u);
@@ -192,9 +193,7 @@ TEST(VX_Program, SetsTheParametersOfAGeometryShaderWhereTheDriverHasThem) {
     glVertex2f(0, 0);
     glEnd();
     program.deactiveProgram();
-    unsigned char corner[4] = {};
-    glReadPixels(7, 0, 1, 1, GL_RGBA, GL_UNSIGNED_BYTE, corner);
-    EXPECT_EQ(corner[1], 255) << "the point became a square over the whole window";
+    EXPECT_EQ(pixelAt(7, 0) >> 16 & 255, 255u) << "the point became a square over the whole window";
 }
 
 TEST(VX_Program, PassesUniformsAndAttributesOnByName) {
@@ -205,39 +204,35 @@ TEST(VX_Program, PassesUniformsAndAttributesOnByName) {
     ASSERT_TRUE(vertex.loadAndCompile(kVertex) && fragment.loadAndCompile(kFragment));
     ASSERT_TRUE(program.attachShader(&vertex, &fragment, false));
     const unsigned name = program.m_Program;
-    const auto at = [&](const char* uniform) { return glGetUniformLocation(name, uniform); };
     const float values[32] = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16};
+    const std::string at = text(values);
     program.activeProgram();
 
     const struct {
         const char* uniform;
         std::function<void(const char*)> set;
-        std::string expected;
+        std::string call, arguments;
     } cases[] = {
-        {"f1", [&](const char* n) { program.set1f(n, 1); }, call("glUniform1f", at("f1"), 1)},
-        {"f1v", [&](const char* n) { program.set1fv(n, 2, values); },
-         call("glUniform1fv", at("f1v"), 2, values)},
-        {"i1", [&](const char* n) { program.set1i(n, 7); }, call("glUniform1i", at("i1"), 7)},
-        {"f2", [&](const char* n) { program.set2f(n, 1, 2); }, call("glUniform2f", at("f2"), 1, 2)},
-        {"f2v", [&](const char* n) { program.set2fv(n, 2, values); },
-         call("glUniform2fv", at("f2v"), 2, values)},
-        {"f3", [&](const char* n) { program.set3f(n, 1, 2, 3); }, call("glUniform3f", at("f3"), 1, 2, 3)},
-        {"f3v", [&](const char* n) { program.set3fv(n, 2, values); },
-         call("glUniform3fv", at("f3v"), 2, values)},
-        {"f4", [&](const char* n) { program.set4f(n, 1, 2, 3, 4); },
-         call("glUniform4f", at("f4"), 1, 2, 3, 4)},
-        {"f4v", [&](const char* n) { program.set4fv(n, 2, values); },
-         call("glUniform4fv", at("f4v"), 2, values)},
-        {"m3", [&](const char* n) { program.setMatrix3fv(n, 1, GL_TRUE, values); },
-         call("glUniformMatrix3fv", at("m3"), 1, GL_TRUE, values)},
-        {"m4", [&](const char* n) { program.setMatrix4fv(n, 1, GL_FALSE, values); },
-         call("glUniformMatrix4fv", at("m4"), 1, GL_FALSE, values)},
-        {"none", [&](const char* n) { program.set1f(n, 1); }, call("glUniform1f", -1, 1)},
+        {"f1", [&](auto n) { program.set1f(n, 1); }, "glUniform1f", "1"},
+        {"f2", [&](auto n) { program.set2f(n, 1, 2); }, "glUniform2f", "1, 2"},
+        {"f3", [&](auto n) { program.set3f(n, 1, 2, 3); }, "glUniform3f", "1, 2, 3"},
+        {"f4", [&](auto n) { program.set4f(n, 1, 2, 3, 4); }, "glUniform4f", "1, 2, 3, 4"},
+        {"i1", [&](auto n) { program.set1i(n, 7); }, "glUniform1i", "7"},
+        {"f1v", [&](auto n) { program.set1fv(n, 2, values); }, "glUniform1fv", "2, " + at},
+        {"f2v", [&](auto n) { program.set2fv(n, 2, values); }, "glUniform2fv", "2, " + at},
+        {"f3v", [&](auto n) { program.set3fv(n, 2, values); }, "glUniform3fv", "2, " + at},
+        {"f4v", [&](auto n) { program.set4fv(n, 2, values); }, "glUniform4fv", "2, " + at},
+        {"m3", [&](auto n) { program.setMatrix3fv(n, 1, 1, values); }, "glUniformMatrix3fv", "1, 1, " + at},
+        {"m4", [&](auto n) { program.setMatrix4fv(n, 1, 0, values); }, "glUniformMatrix4fv", "1, 0, " + at},
+        {"none", [&](auto n) { program.set1f(n, 1); }, "glUniform1f", "1"},
     };
     for (const auto& each : cases) {
         GLRecorder recorder;
+        const std::string location = text(glGetUniformLocation(name, each.uniform));
+        recorder.take();
         each.set(each.uniform);
-        EXPECT_EQ(recorder.take(), (Lines{call("glGetUniformLocation", name, each.uniform), each.expected}));
+        EXPECT_EQ(recorder.take(), (Lines{call("glGetUniformLocation", name, each.uniform),
+                                          each.call + "(" + location + ", " + each.arguments + ")"}));
     }
     EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR)) << "types fit, and unknown names are ignored";
 

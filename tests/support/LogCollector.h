@@ -3,31 +3,32 @@
 
 #include <VX_Platform/Foundation/NSLog.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
 namespace vx::test {
 
-/// Collects the log while it lives.
+/// Collects the log while it lives, in the place of the standard sink.
 class LogCollector {
 public:
     LogCollector() {
         NSLogSetSink(
-            [](const char* line, void* self) { static_cast<LogCollector*>(self)->m_Lines.push_back(line); },
+            [](const char* line, void* self) { static_cast<LogCollector*>(self)->lines.push_back(line); },
             this);
     }
     ~LogCollector() { NSLogSetSink(nullptr, nullptr); }
+    LogCollector(const LogCollector&) = delete;
+    LogCollector& operator=(const LogCollector&) = delete;
 
     /// Number of lines so far that hold the text.
     int count(const std::string& text) const {
-        int found = 0;
-        for (const std::string& line : m_Lines)
-            found += line.find(text) != std::string::npos;
-        return found;
+        return int(std::count_if(lines.begin(), lines.end(), [&](const std::string& line) {
+            return line.find(text) != std::string::npos;
+        }));
     }
 
-private:
-    std::vector<std::string> m_Lines;
+    std::vector<std::string> lines;
 };
 
 } // namespace vx::test

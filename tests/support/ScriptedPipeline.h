@@ -8,11 +8,14 @@
 #include <VX_Platform/OpenGL/NSOpenGLContext.h>
 #include <VX_Platform/OpenGL/NSOpenGLPixelFormat.h>
 #include <tests/support/LogCollector.h>
+#include <tests/support/WaitFor.h>
 
+#include <atomic>
 #include <functional>
 #include <mutex>
 #include <string>
-#include <vector>
+#include <thread>
+#include <utility>
 
 namespace vx::test {
 
@@ -51,15 +54,11 @@ public:
     /// What was noted since the last call, joined by blanks.
     std::string takeCalls() {
         std::lock_guard guard(m_Lock);
-        std::string calls;
-        for (const std::string& call : m_Calls)
-            calls += (calls.empty() ? "" : " ") + call;
-        m_Calls.clear();
-        return calls;
+        return std::exchange(m_Calls, {});
     }
     void noteCall(const char* name) {
         std::lock_guard guard(m_Lock);
-        m_Calls.push_back(name);
+        m_Calls += (m_Calls.empty() ? "" : " ") + std::string(name);
     }
 
     CGRect lastBounds;
@@ -73,7 +72,7 @@ private:
     }
 
     std::mutex m_Lock;
-    std::vector<std::string> m_Calls;
+    std::string m_Calls;
 };
 
 /// A main view in a window, with a scripted pipeline: attached, and prepared by one step of the run loop.
@@ -114,8 +113,21 @@ public:
     }
     /// One step of the run loop.
     void step() { NSApplication::sharedApplication()->runStep(0.0); }
-    /// One refresh on the calling thread.
-    void frame() { view->DisplayLink_Render(&time); }
+    /// One refresh on the calling thread; the hooks that it ran.
+    std::string frame() {
+        view->DisplayLink_Render(&time);
+        return pipeline->takeCalls();
+    }
+    /// What frames do from now on; waits for the one in progress.
+    void onRender(std::function<void()> action) {
+        view->RenderThreadLock();
+        pipeline->onRender = std::move(action);
+        view->RenderThreadUnLock();
+    }
+    /// Whether another thread gets the render lock: hangs where it was left held.
+    void expectUnlocked() {
+        std::thread([this] { onRender({}); }).join();
+    }
 
     CVTimeStamp time;
     NSRef<NSWindow> window;

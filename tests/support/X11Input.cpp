@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include <tests/support/X11Input.h>
 
+#include <tests/support/WaitFor.h>
+
 #include <xcb/xcb.h>
 #include <xcb/xtest.h>
 
-#include <chrono>
 #include <cstdlib>
 #include <cstring>
-#include <fstream>
 #include <memory>
-#include <thread>
 
 namespace vx::test {
 
@@ -20,17 +19,6 @@ struct Free {
 };
 template <class T>
 using Reply = std::unique_ptr<T, Free>;
-
-template <class Condition>
-bool waitFor(Condition condition) {
-    using namespace std::chrono_literals;
-    for (int tries = 0; tries < 500; ++tries) {
-        if (condition())
-            return true;
-        std::this_thread::sleep_for(20ms);
-    }
-    return false;
-}
 
 } // namespace
 
@@ -144,13 +132,6 @@ std::vector<std::uint32_t> X11Input::pixels(const Window& window) {
     for (std::uint32_t& pixel : result)
         pixel &= 0xffffff;
     return result;
-}
-
-void X11Input::save(const Window& window, const std::string& path) {
-    std::ofstream file(path, std::ios::binary);
-    file << "P6 " << window.width << ' ' << window.height << " 255\n";
-    for (const std::uint32_t pixel : pixels(window))
-        file << char(pixel >> 16) << char(pixel >> 8) << char(pixel);
 }
 
 } // namespace vx::test

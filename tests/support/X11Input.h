@@ -42,8 +42,6 @@ public:
 
     /// Rows of 0xrrggbb, top row first.
     std::vector<std::uint32_t> pixels(const Window& window);
-    /// Writes the window's pixels as a PPM file.
-    void save(const Window& window, const std::string& path);
 
 private:
     std::uint32_t atom(const char* name);

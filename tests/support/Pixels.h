@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <epoxy/gl.h>
+
+namespace vx::test {
+
+/// The pixel of the bound framebuffer as 0xRRGGBBAA; y counts from the bottom row.
+inline unsigned pixelAt(int x, int y) {
+    unsigned char rgba[4] = {};
+    glReadPixels(x, y, 1, 1, GL_RGBA, GL_UNSIGNED_BYTE, rgba);
+    return unsigned(rgba[0]) << 24 | rgba[1] << 16 | rgba[2] << 8 | rgba[3];
+}
+
+inline void clearTo(float red, float green, float blue) {
+    glClearColor(red, green, blue, 1.0f);
+    glClear(GL_COLOR_BUFFER_BIT);
+}
+
+/// Clears a part of the framebuffer alone.
+inline void clearTo(float red, float green, float blue, int x, int y, int width, int height) {
+    glEnable(GL_SCISSOR_TEST);
+    glScissor(x, y, width, height);
+    clearTo(red, green, blue);
+    glDisable(GL_SCISSOR_TEST);
+}
+
+} // namespace vx::test
