@@ -331,7 +331,8 @@ TEST(VX_GLFilter, PassesARectangleAndA2DTargetThroughItsShaders) {
     }
     filter.Unbind();
     for (const int pass : {0, 1}) {
-        clearTo(0, 0, 0);
+        glClearColor(0, 0, 0, 0);
+        glClear(GL_COLOR_BUFFER_BIT);
         filter.m_RenderTarget->SetDefaultProjection();
         VX_Program* program = filter.m_Programs[std::size_t(pass)];
         program->activeProgram();

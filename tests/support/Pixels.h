@@ -7,7 +7,7 @@ namespace vx::test {
 
 /// The pixel of the bound framebuffer as 0xRRGGBBAA; y counts from the bottom row.
 inline unsigned pixelAt(int x, int y) {
-    unsigned char rgba[4] = {};
+    unsigned char rgba[4] = {9, 9, 9, 9}; // no picture: a read that fails is seen
     glReadPixels(x, y, 1, 1, GL_RGBA, GL_UNSIGNED_BYTE, rgba);
     return unsigned(rgba[0]) << 24 | rgba[1] << 16 | rgba[2] << 8 | rgba[3];
 }
