@@ -72,8 +72,8 @@ template <class Value>
         return scanEachDigit(text, value);
     std::uint64_t bytes;
     std::memcpy(&bytes, text, sizeof bytes);
-    bytes ^=
-        0x3030303030303030u; // a digit becomes its value, and whatever is more has a bit in the next line
+    // A digit becomes its value; whatever is more has a bit in the line after.
+    bytes ^= 0x3030303030303030u;
     const std::uint64_t others = (bytes | (bytes + 0x7676767676767676u)) & 0x8080808080808080u;
     switch (others ? std::countr_zero(others) / 8 : 8) {
         case 0:
@@ -102,8 +102,8 @@ constexpr double exactPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6, 
                                        1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 constexpr int largestExactPower = 22;
 
-/// Reads white space, a sign and at most nine digits from `text` on, which ends with a NUL. Returns the
-/// address behind them; null for numbers that need a closer look.
+/// Reads white space, a sign and at most nine digits from `text` on, which ends with a NUL that has eight
+/// readable bytes behind it. Returns the address behind the number; null for one that needs a closer look.
 [[gnu::always_inline]] inline const char* scanInt(const char* text, int& value) {
     const bool negative = scanSign(text);
     std::uint32_t magnitude = 0;
