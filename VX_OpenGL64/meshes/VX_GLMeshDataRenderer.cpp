@@ -40,48 +40,59 @@ const void* offset(int bytes) {
     return reinterpret_cast<const void*>(static_cast<std::intptr_t>(bytes));
 }
 
-void enableArrays(const VertexLayout& layout) {
+// The format is a constant of each member of the family, so that no draw asks what it has.
+template <int format>
+inline constexpr const VertexLayout& layoutOf = *vx::vertexLayout(format);
+
+template <int format>
+void enableArrays() {
+    constexpr const VertexLayout& layout = layoutOf<format>;
     glEnableClientState(GL_VERTEX_ARRAY);
-    if (layout.normal != VertexLayout::none)
+    if constexpr (layout.normal != VertexLayout::none)
         glEnableClientState(GL_NORMAL_ARRAY);
-    if (layout.diffuse != VertexLayout::none)
+    if constexpr (layout.diffuse != VertexLayout::none)
         glEnableClientState(GL_COLOR_ARRAY);
-    if (layout.uv != VertexLayout::none)
+    if constexpr (layout.uv != VertexLayout::none)
         glEnableClientState(GL_TEXTURE_COORD_ARRAY);
 }
 
-void disableArrays(const VertexLayout& layout) {
-    if (layout.uv != VertexLayout::none)
+template <int format>
+void disableArrays() {
+    constexpr const VertexLayout& layout = layoutOf<format>;
+    if constexpr (layout.uv != VertexLayout::none)
         glDisableClientState(GL_TEXTURE_COORD_ARRAY);
-    if (layout.diffuse != VertexLayout::none)
+    if constexpr (layout.diffuse != VertexLayout::none)
         glDisableClientState(GL_COLOR_ARRAY);
-    if (layout.normal != VertexLayout::none)
+    if constexpr (layout.normal != VertexLayout::none)
         glDisableClientState(GL_NORMAL_ARRAY);
     glDisableClientState(GL_VERTEX_ARRAY);
 }
 
-void setPointers(const VertexLayout& layout) {
+template <int format>
+void setPointers() {
+    constexpr const VertexLayout& layout = layoutOf<format>;
     glVertexPointer(3, GL_FLOAT, layout.stride, offset(0));
-    if (layout.diffuse != VertexLayout::none)
+    if constexpr (layout.diffuse != VertexLayout::none)
         glColorPointer(4, GL_FLOAT, layout.stride, offset(layout.diffuse));
-    if (layout.normal != VertexLayout::none)
+    if constexpr (layout.normal != VertexLayout::none)
         glNormalPointer(GL_FLOAT, layout.stride, offset(layout.normal));
-    if (layout.uv != VertexLayout::none)
+    if constexpr (layout.uv != VertexLayout::none)
         glTexCoordPointer(2, GL_FLOAT, layout.stride, offset(layout.uv));
 }
 
-void enableTangents(const VertexLayout& layout, GLuint attribute) {
-    enableArrays(layout);
+void enableTangents(GLuint attribute) {
+    enableArrays<VX_GLVertexPNB>();
     glEnableVertexAttribArrayARB(attribute);
 }
 
-void disableTangents(const VertexLayout& layout, GLuint attribute) {
+void disableTangents(GLuint attribute) {
     glDisableVertexAttribArrayARB(attribute);
-    disableArrays(layout);
+    disableArrays<VX_GLVertexPNB>();
 }
 
-void setTangentPointers(const VertexLayout& layout, GLuint attribute) {
-    setPointers(layout);
+void setTangentPointers(GLuint attribute) {
+    constexpr const VertexLayout& layout = layoutOf<VX_GLVertexPNB>;
+    setPointers<VX_GLVertexPNB>();
     glVertexAttribPointerARB(attribute, 3, GL_FLOAT, GL_FALSE, layout.stride, offset(layout.tangent));
 }
 
@@ -143,6 +154,32 @@ void VX_GLMeshDataRenderer::UpdateRangeByMeshData(unsigned int vertexUsage, unsi
                       vertices->m_Data);
 }
 
+template <int format>
+void VX_GLMeshDataRenderer::drawArrays(unsigned int mode, int first, int count) {
+    if (!m_VertexBuffer)
+        return;
+    enableArrays<format>();
+    m_VertexBuffer->BindBuffer();
+    setPointers<format>();
+    glDrawArrays(mode, first, count);
+    m_VertexBuffer->UnBindBuffer();
+    disableArrays<format>();
+}
+
+template <int format>
+void VX_GLMeshDataRenderer::drawElements(unsigned int mode) {
+    if (!m_VertexBuffer || !m_IndexBuffer)
+        return;
+    enableArrays<format>();
+    m_VertexBuffer->BindBuffer();
+    m_IndexBuffer->BindBuffer();
+    setPointers<format>();
+    glDrawElements(mode, m_IndexCount, GL_UNSIGNED_INT, offset(0));
+    m_IndexBuffer->UnBindBuffer();
+    m_VertexBuffer->UnBindBuffer();
+    disableArrays<format>();
+}
+
 void VX_GLMeshDataRenderer::Draw(unsigned int mode, int format, int first, int count) {
     if (!m_HasVertices)
         return;
@@ -150,21 +187,21 @@ void VX_GLMeshDataRenderer::Draw(unsigned int mode, int format, int first, int c
         count = m_VertexCount;
     switch (format) {
         case VX_GLVertexP:
-            return drawPVertex(mode, first, count);
+            return drawArrays<VX_GLVertexP>(mode, first, count);
         case VX_GLVertexPN:
-            return drawPNVertex(mode, first, count);
+            return drawArrays<VX_GLVertexPN>(mode, first, count);
         case VX_GLVertexPT:
-            return drawPTVertex(mode, first, count);
+            return drawArrays<VX_GLVertexPT>(mode, first, count);
         case VX_GLVertexPNT:
-            return drawPNTVertex(mode, first, count);
+            return drawArrays<VX_GLVertexPNT>(mode, first, count);
         case VX_GLVertexPD:
-            return drawPDVertex(mode, first, count);
+            return drawArrays<VX_GLVertexPD>(mode, first, count);
         case VX_GLVertexPDN:
-            return drawPDNVertex(mode, first, count);
+            return drawArrays<VX_GLVertexPDN>(mode, first, count);
         case VX_GLVertexPDT:
-            return drawPDTVertex(mode, first, count);
+            return drawArrays<VX_GLVertexPDT>(mode, first, count);
         case VX_GLVertexPDNT:
-            return drawPDNTVertex(mode, first, count);
+            return drawArrays<VX_GLVertexPDNT>(mode, first, count);
         default:
             return;
     }
@@ -175,19 +212,19 @@ void VX_GLMeshDataRenderer::DrawWithIndex(unsigned int mode, int format) {
         return;
     switch (format) {
         case VX_GLVertexP:
-            return drawWithIndexPVertex(mode);
+            return drawElements<VX_GLVertexP>(mode);
         case VX_GLVertexPN:
-            return drawWithIndexPNVertex(mode);
+            return drawElements<VX_GLVertexPN>(mode);
         case VX_GLVertexPT:
-            return drawWithIndexPTVertex(mode);
+            return drawElements<VX_GLVertexPT>(mode);
         case VX_GLVertexPNT:
-            return drawWithIndexPNTVertex(mode);
+            return drawElements<VX_GLVertexPNT>(mode);
         case VX_GLVertexPD:
-            return drawWithIndexPDVertex(mode);
+            return drawElements<VX_GLVertexPD>(mode);
         case VX_GLVertexPDT:
-            return drawWithIndexPDTVertex(mode);
+            return drawElements<VX_GLVertexPDT>(mode);
         case VX_GLVertexPDNT:
-            return drawWithIndexPDNTVertex(mode);
+            return drawElements<VX_GLVertexPDNT>(mode);
         default: // VX_GLVertexPDN too, unlike in Draw: that is meant
             return;
     }
@@ -208,7 +245,7 @@ void VX_GLMeshDataRenderer::DrawPNTInstanced(unsigned int mode, int first, int c
                                              int normalAttribute, int uvAttribute, int instanceCount) {
     if (!m_VertexBuffer)
         return;
-    const VertexLayout& layout = *vx::vertexLayout(VX_GLVertexPNT);
+    constexpr const VertexLayout& layout = layoutOf<VX_GLVertexPNT>;
     const auto position = static_cast<GLuint>(positionAttribute);
     const auto normal = static_cast<GLuint>(normalAttribute);
     const auto uv = static_cast<GLuint>(uvAttribute);
@@ -226,118 +263,90 @@ void VX_GLMeshDataRenderer::DrawPNTInstanced(unsigned int mode, int first, int c
     glDisableVertexAttribArray(position);
 }
 
-void VX_GLMeshDataRenderer::drawArrays(int format, unsigned int mode, int first, int count) {
-    if (!m_VertexBuffer)
-        return;
-    const VertexLayout& layout = *vx::vertexLayout(format);
-    enableArrays(layout);
-    m_VertexBuffer->BindBuffer();
-    setPointers(layout);
-    glDrawArrays(mode, first, count);
-    m_VertexBuffer->UnBindBuffer();
-    disableArrays(layout);
-}
-
-void VX_GLMeshDataRenderer::drawElements(int format, unsigned int mode) {
-    if (!m_VertexBuffer || !m_IndexBuffer)
-        return;
-    const VertexLayout& layout = *vx::vertexLayout(format);
-    enableArrays(layout);
-    m_VertexBuffer->BindBuffer();
-    m_IndexBuffer->BindBuffer();
-    setPointers(layout);
-    glDrawElements(mode, m_IndexCount, GL_UNSIGNED_INT, offset(0));
-    m_IndexBuffer->UnBindBuffer();
-    m_VertexBuffer->UnBindBuffer();
-    disableArrays(layout);
-}
-
 void VX_GLMeshDataRenderer::drawPVertex(unsigned int mode, int first, int count) {
-    drawArrays(VX_GLVertexP, mode, first, count);
+    drawArrays<VX_GLVertexP>(mode, first, count);
 }
 
 void VX_GLMeshDataRenderer::drawPNVertex(unsigned int mode, int first, int count) {
-    drawArrays(VX_GLVertexPN, mode, first, count);
+    drawArrays<VX_GLVertexPN>(mode, first, count);
 }
 
 void VX_GLMeshDataRenderer::drawPTVertex(unsigned int mode, int first, int count) {
-    drawArrays(VX_GLVertexPT, mode, first, count);
+    drawArrays<VX_GLVertexPT>(mode, first, count);
 }
 
 void VX_GLMeshDataRenderer::drawPNTVertex(unsigned int mode, int first, int count) {
-    drawArrays(VX_GLVertexPNT, mode, first, count);
+    drawArrays<VX_GLVertexPNT>(mode, first, count);
 }
 
 void VX_GLMeshDataRenderer::drawPDVertex(unsigned int mode, int first, int count) {
-    drawArrays(VX_GLVertexPD, mode, first, count);
+    drawArrays<VX_GLVertexPD>(mode, first, count);
 }
 
 void VX_GLMeshDataRenderer::drawPDNVertex(unsigned int mode, int first, int count) {
-    drawArrays(VX_GLVertexPDN, mode, first, count);
+    drawArrays<VX_GLVertexPDN>(mode, first, count);
 }
 
 void VX_GLMeshDataRenderer::drawPDTVertex(unsigned int mode, int first, int count) {
-    drawArrays(VX_GLVertexPDT, mode, first, count);
+    drawArrays<VX_GLVertexPDT>(mode, first, count);
 }
 
 void VX_GLMeshDataRenderer::drawPDNTVertex(unsigned int mode, int first, int count) {
-    drawArrays(VX_GLVertexPDNT, mode, first, count);
+    drawArrays<VX_GLVertexPDNT>(mode, first, count);
 }
 
 void VX_GLMeshDataRenderer::drawWithIndexPVertex(unsigned int mode) {
-    drawElements(VX_GLVertexP, mode);
+    drawElements<VX_GLVertexP>(mode);
 }
 
 void VX_GLMeshDataRenderer::drawWithIndexPNVertex(unsigned int mode) {
-    drawElements(VX_GLVertexPN, mode);
+    drawElements<VX_GLVertexPN>(mode);
 }
 
 void VX_GLMeshDataRenderer::drawWithIndexPTVertex(unsigned int mode) {
-    drawElements(VX_GLVertexPT, mode);
+    drawElements<VX_GLVertexPT>(mode);
 }
 
 void VX_GLMeshDataRenderer::drawWithIndexPNTVertex(unsigned int mode) {
-    drawElements(VX_GLVertexPNT, mode);
+    drawElements<VX_GLVertexPNT>(mode);
 }
 
 void VX_GLMeshDataRenderer::drawWithIndexPDVertex(unsigned int mode) {
-    drawElements(VX_GLVertexPD, mode);
+    drawElements<VX_GLVertexPD>(mode);
 }
 
 void VX_GLMeshDataRenderer::drawWithIndexPDNVertex(unsigned int mode) {
-    drawElements(VX_GLVertexPDN, mode);
+    drawElements<VX_GLVertexPDN>(mode);
 }
 
 void VX_GLMeshDataRenderer::drawWithIndexPDTVertex(unsigned int mode) {
-    drawElements(VX_GLVertexPDT, mode);
+    drawElements<VX_GLVertexPDT>(mode);
 }
 
 void VX_GLMeshDataRenderer::drawWithIndexPDNTVertex(unsigned int mode) {
-    drawElements(VX_GLVertexPDNT, mode);
+    drawElements<VX_GLVertexPDNT>(mode);
 }
 
 void VX_GLMeshDataRenderer::drawPNBVertex(unsigned int mode, unsigned int attribute, int first, int count) {
     if (!m_VertexBuffer)
         return;
-    const VertexLayout& layout = *vx::vertexLayout(VX_GLVertexPNB);
-    enableTangents(layout, attribute);
+    enableTangents(attribute);
     m_VertexBuffer->BindBuffer();
-    setTangentPointers(layout, attribute);
+    setTangentPointers(attribute);
     glDrawArrays(mode, first, count);
     m_VertexBuffer->UnBindBuffer();
-    disableTangents(layout, attribute);
+    disableTangents(attribute);
 }
 
 void VX_GLMeshDataRenderer::drawWithIndexPNBVertex(unsigned int mode, unsigned int attribute) {
     if (!m_VertexBuffer || !m_IndexBuffer)
         return;
-    const VertexLayout& layout = *vx::vertexLayout(VX_GLVertexPNB);
-    enableTangents(layout, attribute);
+    enableTangents(attribute);
     m_VertexBuffer->BindBuffer();
     m_IndexBuffer->BindBuffer();
-    setTangentPointers(layout, attribute);
+    setTangentPointers(attribute);
     glDrawElements(mode, m_IndexCount, GL_UNSIGNED_INT, offset(0));
     m_IndexBuffer->UnBindBuffer();
     m_VertexBuffer->UnBindBuffer();
-    disableTangents(layout, attribute);
+    disableTangents(attribute);
 }

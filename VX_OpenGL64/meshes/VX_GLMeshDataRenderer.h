@@ -104,6 +104,8 @@ public:
     glm::tvec3<float> m_CarriedVector2{0.0f, 0.0f, 0.0f};
 
 private:
-    void drawArrays(int format, unsigned int mode, int first, int count);
-    void drawElements(int format, unsigned int mode);
+    template <int format>
+    void drawArrays(unsigned int mode, int first, int count);
+    template <int format>
+    void drawElements(unsigned int mode);
 };
