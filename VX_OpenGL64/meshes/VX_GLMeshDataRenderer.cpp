@@ -80,6 +80,32 @@ void setPointers() {
         glTexCoordPointer(2, GL_FLOAT, layout.stride, offset(layout.uv));
 }
 
+template <int format>
+void drawArrays(VX_GLVBOVertex* vertices, unsigned int mode, int first, int count) {
+    if (!vertices)
+        return;
+    enableArrays<format>();
+    vertices->BindBuffer();
+    setPointers<format>();
+    glDrawArrays(mode, first, count);
+    vertices->UnBindBuffer();
+    disableArrays<format>();
+}
+
+template <int format>
+void drawElements(VX_GLVBOVertex* vertices, VX_GLVBOIndex* indices, unsigned int mode, int count) {
+    if (!vertices || !indices)
+        return;
+    enableArrays<format>();
+    vertices->BindBuffer();
+    indices->BindBuffer();
+    setPointers<format>();
+    glDrawElements(mode, count, GL_UNSIGNED_INT, offset(0));
+    indices->UnBindBuffer();
+    vertices->UnBindBuffer();
+    disableArrays<format>();
+}
+
 void enableTangents(GLuint attribute) {
     enableArrays<VX_GLVertexPNB>();
     glEnableVertexAttribArrayARB(attribute);
@@ -154,32 +180,6 @@ void VX_GLMeshDataRenderer::UpdateRangeByMeshData(unsigned int vertexUsage, unsi
                       vertices->m_Data);
 }
 
-template <int format>
-void VX_GLMeshDataRenderer::drawArrays(unsigned int mode, int first, int count) {
-    if (!m_VertexBuffer)
-        return;
-    enableArrays<format>();
-    m_VertexBuffer->BindBuffer();
-    setPointers<format>();
-    glDrawArrays(mode, first, count);
-    m_VertexBuffer->UnBindBuffer();
-    disableArrays<format>();
-}
-
-template <int format>
-void VX_GLMeshDataRenderer::drawElements(unsigned int mode) {
-    if (!m_VertexBuffer || !m_IndexBuffer)
-        return;
-    enableArrays<format>();
-    m_VertexBuffer->BindBuffer();
-    m_IndexBuffer->BindBuffer();
-    setPointers<format>();
-    glDrawElements(mode, m_IndexCount, GL_UNSIGNED_INT, offset(0));
-    m_IndexBuffer->UnBindBuffer();
-    m_VertexBuffer->UnBindBuffer();
-    disableArrays<format>();
-}
-
 void VX_GLMeshDataRenderer::Draw(unsigned int mode, int format, int first, int count) {
     if (!m_HasVertices)
         return;
@@ -187,21 +187,21 @@ void VX_GLMeshDataRenderer::Draw(unsigned int mode, int format, int first, int c
         count = m_VertexCount;
     switch (format) {
         case VX_GLVertexP:
-            return drawArrays<VX_GLVertexP>(mode, first, count);
+            return drawArrays<VX_GLVertexP>(m_VertexBuffer, mode, first, count);
         case VX_GLVertexPN:
-            return drawArrays<VX_GLVertexPN>(mode, first, count);
+            return drawArrays<VX_GLVertexPN>(m_VertexBuffer, mode, first, count);
         case VX_GLVertexPT:
-            return drawArrays<VX_GLVertexPT>(mode, first, count);
+            return drawArrays<VX_GLVertexPT>(m_VertexBuffer, mode, first, count);
         case VX_GLVertexPNT:
-            return drawArrays<VX_GLVertexPNT>(mode, first, count);
+            return drawArrays<VX_GLVertexPNT>(m_VertexBuffer, mode, first, count);
         case VX_GLVertexPD:
-            return drawArrays<VX_GLVertexPD>(mode, first, count);
+            return drawArrays<VX_GLVertexPD>(m_VertexBuffer, mode, first, count);
         case VX_GLVertexPDN:
-            return drawArrays<VX_GLVertexPDN>(mode, first, count);
+            return drawArrays<VX_GLVertexPDN>(m_VertexBuffer, mode, first, count);
         case VX_GLVertexPDT:
-            return drawArrays<VX_GLVertexPDT>(mode, first, count);
+            return drawArrays<VX_GLVertexPDT>(m_VertexBuffer, mode, first, count);
         case VX_GLVertexPDNT:
-            return drawArrays<VX_GLVertexPDNT>(mode, first, count);
+            return drawArrays<VX_GLVertexPDNT>(m_VertexBuffer, mode, first, count);
         default:
             return;
     }
@@ -212,19 +212,19 @@ void VX_GLMeshDataRenderer::DrawWithIndex(unsigned int mode, int format) {
         return;
     switch (format) {
         case VX_GLVertexP:
-            return drawElements<VX_GLVertexP>(mode);
+            return drawElements<VX_GLVertexP>(m_VertexBuffer, m_IndexBuffer, mode, m_IndexCount);
         case VX_GLVertexPN:
-            return drawElements<VX_GLVertexPN>(mode);
+            return drawElements<VX_GLVertexPN>(m_VertexBuffer, m_IndexBuffer, mode, m_IndexCount);
         case VX_GLVertexPT:
-            return drawElements<VX_GLVertexPT>(mode);
+            return drawElements<VX_GLVertexPT>(m_VertexBuffer, m_IndexBuffer, mode, m_IndexCount);
         case VX_GLVertexPNT:
-            return drawElements<VX_GLVertexPNT>(mode);
+            return drawElements<VX_GLVertexPNT>(m_VertexBuffer, m_IndexBuffer, mode, m_IndexCount);
         case VX_GLVertexPD:
-            return drawElements<VX_GLVertexPD>(mode);
+            return drawElements<VX_GLVertexPD>(m_VertexBuffer, m_IndexBuffer, mode, m_IndexCount);
         case VX_GLVertexPDT:
-            return drawElements<VX_GLVertexPDT>(mode);
+            return drawElements<VX_GLVertexPDT>(m_VertexBuffer, m_IndexBuffer, mode, m_IndexCount);
         case VX_GLVertexPDNT:
-            return drawElements<VX_GLVertexPDNT>(mode);
+            return drawElements<VX_GLVertexPDNT>(m_VertexBuffer, m_IndexBuffer, mode, m_IndexCount);
         default: // VX_GLVertexPDN too, unlike in Draw: that is meant
             return;
     }
@@ -264,67 +264,67 @@ void VX_GLMeshDataRenderer::DrawPNTInstanced(unsigned int mode, int first, int c
 }
 
 void VX_GLMeshDataRenderer::drawPVertex(unsigned int mode, int first, int count) {
-    drawArrays<VX_GLVertexP>(mode, first, count);
+    drawArrays<VX_GLVertexP>(m_VertexBuffer, mode, first, count);
 }
 
 void VX_GLMeshDataRenderer::drawPNVertex(unsigned int mode, int first, int count) {
-    drawArrays<VX_GLVertexPN>(mode, first, count);
+    drawArrays<VX_GLVertexPN>(m_VertexBuffer, mode, first, count);
 }
 
 void VX_GLMeshDataRenderer::drawPTVertex(unsigned int mode, int first, int count) {
-    drawArrays<VX_GLVertexPT>(mode, first, count);
+    drawArrays<VX_GLVertexPT>(m_VertexBuffer, mode, first, count);
 }
 
 void VX_GLMeshDataRenderer::drawPNTVertex(unsigned int mode, int first, int count) {
-    drawArrays<VX_GLVertexPNT>(mode, first, count);
+    drawArrays<VX_GLVertexPNT>(m_VertexBuffer, mode, first, count);
 }
 
 void VX_GLMeshDataRenderer::drawPDVertex(unsigned int mode, int first, int count) {
-    drawArrays<VX_GLVertexPD>(mode, first, count);
+    drawArrays<VX_GLVertexPD>(m_VertexBuffer, mode, first, count);
 }
 
 void VX_GLMeshDataRenderer::drawPDNVertex(unsigned int mode, int first, int count) {
-    drawArrays<VX_GLVertexPDN>(mode, first, count);
+    drawArrays<VX_GLVertexPDN>(m_VertexBuffer, mode, first, count);
 }
 
 void VX_GLMeshDataRenderer::drawPDTVertex(unsigned int mode, int first, int count) {
-    drawArrays<VX_GLVertexPDT>(mode, first, count);
+    drawArrays<VX_GLVertexPDT>(m_VertexBuffer, mode, first, count);
 }
 
 void VX_GLMeshDataRenderer::drawPDNTVertex(unsigned int mode, int first, int count) {
-    drawArrays<VX_GLVertexPDNT>(mode, first, count);
+    drawArrays<VX_GLVertexPDNT>(m_VertexBuffer, mode, first, count);
 }
 
 void VX_GLMeshDataRenderer::drawWithIndexPVertex(unsigned int mode) {
-    drawElements<VX_GLVertexP>(mode);
+    drawElements<VX_GLVertexP>(m_VertexBuffer, m_IndexBuffer, mode, m_IndexCount);
 }
 
 void VX_GLMeshDataRenderer::drawWithIndexPNVertex(unsigned int mode) {
-    drawElements<VX_GLVertexPN>(mode);
+    drawElements<VX_GLVertexPN>(m_VertexBuffer, m_IndexBuffer, mode, m_IndexCount);
 }
 
 void VX_GLMeshDataRenderer::drawWithIndexPTVertex(unsigned int mode) {
-    drawElements<VX_GLVertexPT>(mode);
+    drawElements<VX_GLVertexPT>(m_VertexBuffer, m_IndexBuffer, mode, m_IndexCount);
 }
 
 void VX_GLMeshDataRenderer::drawWithIndexPNTVertex(unsigned int mode) {
-    drawElements<VX_GLVertexPNT>(mode);
+    drawElements<VX_GLVertexPNT>(m_VertexBuffer, m_IndexBuffer, mode, m_IndexCount);
 }
 
 void VX_GLMeshDataRenderer::drawWithIndexPDVertex(unsigned int mode) {
-    drawElements<VX_GLVertexPD>(mode);
+    drawElements<VX_GLVertexPD>(m_VertexBuffer, m_IndexBuffer, mode, m_IndexCount);
 }
 
 void VX_GLMeshDataRenderer::drawWithIndexPDNVertex(unsigned int mode) {
-    drawElements<VX_GLVertexPDN>(mode);
+    drawElements<VX_GLVertexPDN>(m_VertexBuffer, m_IndexBuffer, mode, m_IndexCount);
 }
 
 void VX_GLMeshDataRenderer::drawWithIndexPDTVertex(unsigned int mode) {
-    drawElements<VX_GLVertexPDT>(mode);
+    drawElements<VX_GLVertexPDT>(m_VertexBuffer, m_IndexBuffer, mode, m_IndexCount);
 }
 
 void VX_GLMeshDataRenderer::drawWithIndexPDNTVertex(unsigned int mode) {
-    drawElements<VX_GLVertexPDNT>(mode);
+    drawElements<VX_GLVertexPDNT>(m_VertexBuffer, m_IndexBuffer, mode, m_IndexCount);
 }
 
 void VX_GLMeshDataRenderer::drawPNBVertex(unsigned int mode, unsigned int attribute, int first, int count) {

@@ -102,10 +102,4 @@ public:
     glm::tvec3<float> m_CarriedVector0{1.0f, 1.0f, 1.0f};
     glm::tvec3<float> m_CarriedVector1{0.0f, 0.0f, 0.0f};
     glm::tvec3<float> m_CarriedVector2{0.0f, 0.0f, 0.0f};
-
-private:
-    template <int format>
-    void drawArrays(unsigned int mode, int first, int count);
-    template <int format>
-    void drawElements(unsigned int mode);
 };
