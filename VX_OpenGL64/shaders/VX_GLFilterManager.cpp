@@ -157,7 +157,7 @@ VX_VertexShader* VX_GLFilterManager::vertexShader(const char* fileName) {
     VX_VertexShader* shader = QueryVShader(fileName);
     if (shader)
         return shader;
-    shader = CreateVShader(sourceOf(fileName).c_str());
+    shader = CreateVShader(shaderText(fileName).c_str());
     if (shader)
         RegisterVShader(fileName, shader);
     else
@@ -169,7 +169,7 @@ VX_FragmentShader* VX_GLFilterManager::fragmentShader(const char* fileName) {
     VX_FragmentShader* shader = QueryPShader(fileName);
     if (shader)
         return shader;
-    shader = CreatePShader(sourceOf(fileName).c_str());
+    shader = CreatePShader(shaderText(fileName).c_str());
     if (shader)
         RegisterPShader(fileName, shader);
     else
@@ -181,13 +181,13 @@ VX_GeometryShader* VX_GLFilterManager::geometryShader(const char* fileName) {
     VX_GeometryShader* shader = QueryGShader(fileName);
     if (shader)
         return shader;
-    shader = CreateGShader(sourceOf(fileName).c_str());
+    shader = CreateGShader(shaderText(fileName).c_str());
     if (shader) // a failed one is not logged here: that is meant
         RegisterGShader(fileName, shader);
     return shader;
 }
 
-std::string VX_GLFilterManager::sourceOf(const char* fileName) {
+std::string VX_GLFilterManager::shaderText(const char* fileName) {
     std::string source = LoadShaderFileToString(fileName);
     if (source.empty())
         NSLog("Can't open shader file: %s", fileName);

@@ -100,5 +100,5 @@ private:
     VX_VertexShader* vertexShader(const char* fileName);
     VX_FragmentShader* fragmentShader(const char* fileName);
     VX_GeometryShader* geometryShader(const char* fileName);
-    std::string sourceOf(const char* fileName);
+    std::string shaderText(const char* fileName);
 };

@@ -191,7 +191,7 @@ TEST(SimpleLex, HandsReturnAndLineFeedOverAsOneLineEnd) {
     EXPECT_EQ(Lexing("abc").lexer.read(9, bytes), 3);
 }
 
-TEST(SimpleLex, TokensEndAtTerminatorsWhiteSpaceOrTheEnd) {
+TEST(SimpleLex, TokensEndAtTerminatorsBlanksOrTheEnd) {
     Lexing only("  a b\r\nc;;d");
     EXPECT_EQ(only.onlyToken(), "  a b\nc");
     EXPECT_EQ(only.onlyToken(), "");
