@@ -3,6 +3,7 @@
 #include <VX_Platform/Foundation/NSAutoreleasePool.h>
 #include <tests/meshes/ClientArrayRecorder.h>
 
+#include <epoxy/gl.h>
 #include <gtest/gtest.h>
 
 using vx::test::ClientArrayRecorder;
@@ -46,6 +47,19 @@ TEST(StandardMesh, FreesMaterialsBeforeMeshesAndDeletesOnlyTexturesThatAre) {
         model.GetRootMeshs();
     }
     EXPECT_EQ(recorder.calls, (std::vector<std::string>{"delete(1 1)", "face"})) << "and the destructor too";
+}
+
+TEST(StandardMesh, EndsItsRootBeforeItsMaterials) {
+    ClientArrayRecorder recorder; // brings the entry point back
+    static VX_GLStandardMesh* model;
+    static bool rootWasGone;
+    model = new VX_GLStandardMesh;
+    model->AddMaterial()->m_Textures[0] = 5;
+    model->GetRootMeshs()->AddChildren();
+    epoxy_glDeleteTextures = [](GLsizei, const GLuint*) { rootWasGone = model->m_RootMeshs == nullptr; };
+    model->FreeResources();
+    EXPECT_TRUE(rootWasGone);
+    delete model;
 }
 
 TEST(StandardMesh, NodesKeepTheirTransformWhenTheyAreEmptied) {
