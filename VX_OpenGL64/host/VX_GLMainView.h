@@ -85,7 +85,8 @@ public:
     void detachRenderpipeline();
 
     /// Called by the display pass, once for each new context: samples the view's size, sets hints and the
-    /// swap interval of 1, initialises the children and starts drawing.
+    /// swap interval of 1, initialises the children and starts drawing. Nothing without a context. Host's
+    /// thread. GL: glHint (for the clip volume only where the driver has it), then those of `startRender`.
     void prepareOpenGL() override;
 
     /// Makes the view's context current and calls `initialization` of each child.
@@ -98,7 +99,9 @@ public:
 
     /// Clears the screen to black, hands the context to the pipeline (`attachGLContext`, `doStartRender`) and
     /// starts the display link. Waits for the render lock; releases the context from the calling thread if
-    /// that held no render lock before. Always true.
+    /// that held no render lock before. Where another thread keeps the context, nothing is started and the
+    /// log says so. Always true. GL: glViewport over the whole view, glClearColor(0, 0, 0, 0) and glClear of
+    /// the colour buffer, all of which stay set; eglSwapBuffers.
     bool startRender();
     /// Stops the display link, then calls `doStopRender` and the detaching `attachGLContext` with the context
     /// current, which stays current on the calling thread. Harmless in any state, when repeated, and from a
@@ -114,7 +117,8 @@ public:
     void makeCurrentContext();
 
     /// One frame: hooks, children, flush. With the skip set: clear and flush alone. Needs the render lock,
-    /// and the context current or free.
+    /// and the context current or free. GL of its own only when skipping: glViewport, glClearColor, glClear.
+    /// Bindings and state that the hooks leave behind are there in the next frame.
     void callBackRender(const CVTimeStamp* time);
     /// Tries the render lock, draws a frame if it gets it, and measures. Never waits.
     void DisplayLink_Render(const CVTimeStamp* time);
