@@ -69,10 +69,7 @@ void VX_GLMainView::dealloc() {
 void VX_GLMainView::releaseResources() {
     // The view registers no such observer; a subclass that does is freed of it here.
     NSNotificationCenter::defaultCenter()->removeObserver(this, NSWindowDidMoveNotification, nullptr);
-    if (m_ChildSharedViews)
-        for (NSObject* child : m_ChildSharedViews->objects())
-            if (auto* view = dynamic_cast<VX_GLChildView*>(child))
-                view->releaseResources();
+    forEachChild([](VX_GLChildView* child) { child->releaseResources(); });
     makeExistingContextCurrent();
     detachPipelineFromContext();
     if (m_ciContext)
@@ -169,21 +166,23 @@ void VX_GLMainView::prepareOpenGL() {
     glHint(GL_PERSPECTIVE_CORRECTION_HINT, GL_NICEST);
     const int everyRetrace = 1;
     context->setValues(&everyRetrace, NSOpenGLCPSwapInterval);
-    if (m_ChildSharedViews)
-        for (NSObject* child : m_ChildSharedViews->objects())
-            if (auto* view = dynamic_cast<VX_GLChildView*>(child))
-                view->initialization(this);
+    forEachChild([this](VX_GLChildView* child) { child->initialization(this); });
     startRender();
     NSNotificationQueue::defaultQueue()->enqueueNotification(
         NSNotification::notificationWithName(VX_GLMainView_PreparedOpenGLNotification, this), NSPostASAP);
 }
 
+void VX_GLMainView::forEachChild(const std::function<void(VX_GLChildView*)>& visit) {
+    if (!m_ChildSharedViews)
+        return;
+    for (NSObject* child : m_ChildSharedViews->objects())
+        if (auto* view = dynamic_cast<VX_GLChildView*>(child))
+            visit(view);
+}
+
 void VX_GLMainView::initChildShardedViews() {
     makeCurrentContext();
-    if (m_ChildSharedViews)
-        for (NSObject* child : m_ChildSharedViews->objects())
-            if (auto* view = dynamic_cast<VX_GLChildView*>(child))
-                view->initialization(this);
+    forEachChild([this](VX_GLChildView* child) { child->initialization(this); });
 }
 
 void VX_GLMainView::addChildSharedView(VX_GLChildView* view) {

@@ -7,6 +7,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <functional>
 #include <mutex>
 #include <string>
 
@@ -162,7 +163,7 @@ private:
     void setPipeline(VX_GLRenderpipeline* pipeline);
     void drawFrame(const CVTimeStamp* time);
     void skipFrame();
-    void drawChildren();
+    void forEachChild(const std::function<void(VX_GLChildView*)>& visit);
     bool drawLocked(const CVTimeStamp* time);
     void noteLostRefresh(bool contextWasTaken);
     void noteFailure(const char* text);

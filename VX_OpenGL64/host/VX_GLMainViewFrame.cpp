@@ -7,7 +7,6 @@
 #include <VX_Platform/Foundation/NSAutoreleasePool.h>
 #include <VX_Platform/Foundation/NSDate.h>
 #include <VX_Platform/Foundation/NSLog.h>
-#include <VX_Platform/Foundation/NSMutableArray.h>
 #include <VX_Platform/OpenGL/NSOpenGLContext.h>
 
 #include <epoxy/gl.h>
@@ -136,19 +135,11 @@ void VX_GLMainView::drawFrame(const CVTimeStamp* time) {
         context->makeCurrentContext();
     if (pipeline)
         pipeline->renderPipeline(&area);
-    drawChildren();
+    forEachChild([](VX_GLChildView* child) { child->callBackRender(); });
     // Not made current again first: with children, the last child's context is current from here to the end.
     if (context)
         context->flushBuffer();
     if (pipeline)
         pipeline->afterGLFlushBuffer(time);
     m_BenchMarkSum = (m_BenchMarkSum + (NSDate::timeIntervalSinceReferenceDate() - start)) * 0.5;
-}
-
-void VX_GLMainView::drawChildren() {
-    if (!m_ChildSharedViews)
-        return;
-    for (NSObject* child : m_ChildSharedViews->objects())
-        if (auto* view = dynamic_cast<VX_GLChildView*>(child))
-            view->callBackRender();
 }
