@@ -2,6 +2,7 @@
 #pragma once
 
 // Everything a host may use, in one include.
+#include <VX_OpenGL64/VX_GLM.h>
 #include <VX_OpenGL64/camera/VX_GLCamera.h>
 #include <VX_OpenGL64/camera/VX_GLCameraLight.h>
 #include <VX_OpenGL64/camera/VX_GLLight.h>
@@ -10,20 +11,20 @@
 #include <VX_OpenGL64/host/VX_GLMainView.h>
 #include <VX_OpenGL64/host/VX_GLRenderpipeline.h>
 #include <VX_OpenGL64/meshes/VXVector.h>
-#include <VX_OpenGL64/meshes/VX_GLConvenienceDraw.h>
-#include <VX_OpenGL64/meshes/VX_GLGeometryCube.h>
-#include <VX_OpenGL64/meshes/VX_GLGeometryPrimitive2D.h>
-#include <VX_OpenGL64/meshes/VX_GLGeometrySphere.h>
-#include <VX_OpenGL64/meshes/VX_GLGeometryUVSphere.h>
-#include <VX_OpenGL64/meshes/VX_GLMeshBaseLoader.h>
 #include <VX_OpenGL64/meshes/VX_GLMeshData.h>
 #include <VX_OpenGL64/meshes/VX_GLMeshDataRenderer.h>
-#include <VX_OpenGL64/meshes/VX_GLMeshXLoader.h>
-#include <VX_OpenGL64/meshes/VX_GLStandardMaterial.h>
-#include <VX_OpenGL64/meshes/VX_GLStandardMesh.h>
-#include <VX_OpenGL64/meshes/VX_GLStandardMeshData.h>
-#include <VX_OpenGL64/meshes/VX_GLStandardMeshs.h>
 #include <VX_OpenGL64/meshes/VX_GLVertex.h>
+#include <VX_OpenGL64/meshes/files/VX_GLMeshBaseLoader.h>
+#include <VX_OpenGL64/meshes/files/VX_GLMeshXLoader.h>
+#include <VX_OpenGL64/meshes/model/VX_GLStandardMaterial.h>
+#include <VX_OpenGL64/meshes/model/VX_GLStandardMesh.h>
+#include <VX_OpenGL64/meshes/model/VX_GLStandardMeshData.h>
+#include <VX_OpenGL64/meshes/model/VX_GLStandardMeshs.h>
+#include <VX_OpenGL64/meshes/shapes/VX_GLConvenienceDraw.h>
+#include <VX_OpenGL64/meshes/shapes/VX_GLGeometryCube.h>
+#include <VX_OpenGL64/meshes/shapes/VX_GLGeometryPrimitive2D.h>
+#include <VX_OpenGL64/meshes/shapes/VX_GLGeometrySphere.h>
+#include <VX_OpenGL64/meshes/shapes/VX_GLGeometryUVSphere.h>
 #include <VX_OpenGL64/output/VX_FinalOutputManager.h>
 #include <VX_OpenGL64/shaders/VX_FragmentShader.h>
 #include <VX_OpenGL64/shaders/VX_GLFilter.h>

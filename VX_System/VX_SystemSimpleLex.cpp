@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <VX_System/VX_SystemSimpleLex.h>
 
-#include <VX_System/NumberText.h>
+#include <VX_System/private/NumberText.h>
 
 #include <algorithm>
 #include <cstring>

@@ -2,9 +2,9 @@
 // Drawing through the toolkit's classes beside the same calls by hand.
 #include <bench/RatioTable.h>
 
-#include <VX_OpenGL64/meshes/VX_GLGeometryCube.h>
 #include <VX_OpenGL64/meshes/VX_GLMeshDataRenderer.h>
 #include <VX_OpenGL64/meshes/VX_GLVertex.h>
+#include <VX_OpenGL64/meshes/shapes/VX_GLGeometryCube.h>
 #include <VX_OpenGL64/shaders/VX_FragmentShader.h>
 #include <VX_OpenGL64/shaders/VX_GLFilter.h>
 #include <VX_OpenGL64/shaders/VX_Program.h>

@@ -5,8 +5,8 @@
 #include <bench/XFileGenerator.h>
 #include <bench/XFileScanner.h>
 
-#include <VX_OpenGL64/meshes/VX_GLGeometrySphere.h>
-#include <VX_OpenGL64/meshes/VX_GLMeshXLoader.h>
+#include <VX_OpenGL64/meshes/files/VX_GLMeshXLoader.h>
+#include <VX_OpenGL64/meshes/shapes/VX_GLGeometrySphere.h>
 
 #include <cmath>
 #include <cstdio>

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <VX_OpenGL64/VX_GLM.h>
 #include <VX_Platform/VX_Export.h>
-
-#include <glm/glm.hpp>
 
 /// Camera on the fixed-function matrix stack. Right-handed: the eye looks down its own -Z, `m_Up` is upward.
 ///

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <VX_OpenGL64/VX_GLM.h>
 #include <VX_Platform/Foundation/NSObject.h>
-
-#include <glm/glm.hpp>
 
 /// Camera with one light: GLM matrices handed out by pointer, and a light for the fixed-function state.
 /// Right-handed, with clip-space depth from -1 to 1. Created as `(new VX_GLCameraLight)->init()`.

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <VX_OpenGL64/VX_GLM.h>
 #include <VX_Platform/VX_Export.h>
-
-#include <glm/glm.hpp>
 
 /// Table of the eight fixed-function lights. Light numbers are 0 to 7; with any other nothing is done.
 class VX_EXPORT VX_GLLight {

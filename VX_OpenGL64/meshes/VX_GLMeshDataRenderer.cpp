@@ -2,7 +2,7 @@
 #include <VX_OpenGL64/meshes/VX_GLMeshDataRenderer.h>
 
 #include <VX_OpenGL64/meshes/VX_GLMeshData.h>
-#include <VX_OpenGL64/meshes/VertexLayout.h>
+#include <VX_OpenGL64/meshes/private/VertexLayout.h>
 #include <VX_OpenGL64/targets/VX_GLVBOIndex.h>
 #include <VX_OpenGL64/targets/VX_GLVBOVertex.h>
 

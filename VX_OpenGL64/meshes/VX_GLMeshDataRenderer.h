@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <VX_OpenGL64/VX_GLM.h>
 #include <VX_Platform/VX_Export.h>
 
 class VX_GLMeshData;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <VX_OpenGL64/meshes/VX_GLVertex.h>
 
-#include <VX_OpenGL64/meshes/VertexLayout.h>
+#include <VX_OpenGL64/meshes/private/VertexLayout.h>
 
 #include <cstdint>
 #include <cstdlib>

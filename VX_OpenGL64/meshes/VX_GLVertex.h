@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <VX_OpenGL64/VX_GLM.h>
 #include <VX_Platform/VX_Export.h>
 
 /// Vertex format codes: a bit set of 1 position, 2 normal, 4 texture coordinate, 8 diffuse colour and

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <VX_Platform/CoreVideo/CVDisplayLink.h>
 
-#include <VX_Platform/CoreVideo/RefreshPacer.h>
+#include <VX_Platform/CoreVideo/private/RefreshPacer.h>
 #include <VX_Platform/Foundation/NSLog.h>
 #include <VX_Platform/OpenGL/NSOpenGLContext.h>
 

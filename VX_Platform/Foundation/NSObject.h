@@ -8,6 +8,18 @@
 
 class NSString;
 
+/// Gives a class `retain` and `autorelease` that return its own type. Stands first in the public part of a
+/// class derived from `NSObject`.
+#define VX_RETURNS_OWN_TYPE(Class) \
+    Class* retain() {              \
+        NSObject::retain();        \
+        return this;               \
+    }                              \
+    Class* autorelease() {         \
+        NSObject::autorelease();   \
+        return this;               \
+    }
+
 /// Root of the classes that live by reference counts.
 ///
 /// Ownership: what comes from `new`, `retain`, `copy` or an operation documented to give it away is the

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <VX_Platform/Foundation/NSString.h>
 
-#include <VX_Platform/Foundation/TextFormat.h>
+#include <VX_Platform/Foundation/private/TextFormat.h>
 
 #include <cstring>
 #include <filesystem>

@@ -2,11 +2,11 @@
 #include <VX_Platform/OpenGL/NSOpenGLContext.h>
 
 #include <VX_Platform/Foundation/NSLog.h>
-#include <VX_Platform/OpenGL/DriverMessages.h>
 #include <VX_Platform/OpenGL/GLCapabilities.h>
 #include <VX_Platform/OpenGL/NSOpenGLPixelFormat.h>
 #include <VX_Platform/OpenGL/NSOpenGLView.h>
-#include <VX_Platform/OpenGL/ShareGroup.h>
+#include <VX_Platform/OpenGL/private/DriverMessages.h>
+#include <VX_Platform/OpenGL/private/ShareGroup.h>
 #include <VX_Platform/backends/Platform.h>
 
 #include <chrono>

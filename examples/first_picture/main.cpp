@@ -4,8 +4,8 @@
 #include <VX_OpenGL64/camera/VX_GLLight.h>
 #include <VX_OpenGL64/host/VX_GLMainView.h>
 #include <VX_OpenGL64/host/VX_GLRenderpipeline.h>
-#include <VX_OpenGL64/meshes/VX_GLGeometryCube.h>
 #include <VX_OpenGL64/meshes/VX_GLMeshDataRenderer.h>
+#include <VX_OpenGL64/meshes/shapes/VX_GLGeometryCube.h>
 #include <VX_OpenGL64/shaders/VX_GLFilter.h>
 #include <VX_OpenGL64/shaders/VX_GLFilterManager.h>
 #include <VX_OpenGL64/shaders/VX_Program.h>

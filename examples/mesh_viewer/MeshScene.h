@@ -4,7 +4,7 @@
 #include <examples/mesh_viewer/Scene.h>
 
 #include <VX_OpenGL64/meshes/VX_GLMeshDataRenderer.h>
-#include <VX_OpenGL64/meshes/VX_GLMeshXLoader.h>
+#include <VX_OpenGL64/meshes/files/VX_GLMeshXLoader.h>
 
 #include <memory>
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include <examples/mesh_viewer/ShapeScene.h>
 
-#include <VX_OpenGL64/meshes/VX_GLConvenienceDraw.h>
-#include <VX_OpenGL64/meshes/VX_GLGeometryCube.h>
-#include <VX_OpenGL64/meshes/VX_GLGeometryPrimitive2D.h>
-#include <VX_OpenGL64/meshes/VX_GLGeometrySphere.h>
-#include <VX_OpenGL64/meshes/VX_GLGeometryUVSphere.h>
+#include <VX_OpenGL64/meshes/shapes/VX_GLConvenienceDraw.h>
+#include <VX_OpenGL64/meshes/shapes/VX_GLGeometryCube.h>
+#include <VX_OpenGL64/meshes/shapes/VX_GLGeometryPrimitive2D.h>
+#include <VX_OpenGL64/meshes/shapes/VX_GLGeometrySphere.h>
+#include <VX_OpenGL64/meshes/shapes/VX_GLGeometryUVSphere.h>
 
 #include <epoxy/gl.h>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <examples/mesh_viewer/SkippedBlocks.h>
 
-#include <VX_OpenGL64/meshes/VX_GLMeshXLoader.h>
+#include <VX_OpenGL64/meshes/files/VX_GLMeshXLoader.h>
 
 #include <cstdio>
 #include <map>

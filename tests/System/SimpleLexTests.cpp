@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include <VX_System/LexCursor.h>
 #include <VX_System/VX_SystemSimpleLex.h>
+#include <VX_System/private/LexCursor.h>
 #include <tests/support/TemporaryFile.h>
 
 #include <gtest/gtest.h>

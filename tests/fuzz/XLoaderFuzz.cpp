@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Loads any bytes as an X text file and does with the mesh what a host does.
-#include <VX_OpenGL64/meshes/VX_GLMeshXLoader.h>
+#include <VX_OpenGL64/meshes/files/VX_GLMeshXLoader.h>
 
 #include <cstdint>
 #include <cstdlib>

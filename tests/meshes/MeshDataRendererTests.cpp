@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include <VX_OpenGL64/meshes/VX_GLGeometryCube.h>
 #include <VX_OpenGL64/meshes/VX_GLMeshDataRenderer.h>
+#include <VX_OpenGL64/meshes/shapes/VX_GLGeometryCube.h>
 #include <VX_OpenGL64/targets/VX_GLVBOIndex.h>
 #include <VX_OpenGL64/targets/VX_GLVBOVertex.h>
 #include <tests/support/GLRecorder.h>

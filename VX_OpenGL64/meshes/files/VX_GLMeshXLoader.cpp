@@ -1,0 +1,213 @@
+// SPDX-License-Identifier: MIT
+#include <VX_OpenGL64/meshes/files/VX_GLMeshXLoader.h>
+
+#include <VX_OpenGL64/meshes/files/private/XKeyword.h>
+#include <VX_OpenGL64/meshes/private/VertexLayout.h>
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+
+namespace {
+
+using namespace vx::xkeyword;
+
+constexpr int openingBrace = '{';
+
+} // namespace
+
+const VX_GLMeshXTemplate Templates[15] = {
+    {"template", Template},
+    {"FrameTransformMatrix", FrameTransformMatrix},
+    {"Frame", Frame},
+    {"XSkinMeshHeader", XSkinMeshHeader},
+    {"MeshTextureCoords", MeshTextureCoords},
+    {"MeshMaterialList", MeshMaterialList},
+    {"MeshNormals", MeshNormals},
+    {"Mesh", Mesh},
+    {"Material", Material},
+    {"SkinWeights", SkinWeights},
+    {"TextureFilename", TextureFilename},
+    {"AnimationSet", AnimationSet},
+    {"AnimationKey", AnimationKey},
+    {"Animation", Animation},
+    {"Header", Header},
+};
+
+VX_GLMeshXLoader::VX_GLMeshXLoader() {
+    m_Meshes.reserve(1);
+    m_Meshes.push_back(new VX_GLMeshData);
+}
+
+VX_GLMeshXLoader::~VX_GLMeshXLoader() = default;
+
+bool VX_GLMeshXLoader::Load(const char* path) {
+    m_FaceCount = 0;
+    m_HasQuads = false;
+    m_Positions.clear();
+    m_Normals.clear();
+    m_UVs.clear();
+    m_FaceIndices.clear();
+    m_CornersOfVertex.clear();
+    m_MatchedCorners = 0;
+    close();
+    FILE* file = path ? std::fopen(path, "r") : nullptr;
+    if (!file)
+        return false;
+    VX_GLMeshBaseLoader::close(); // an override may have left one
+    m_Lexer = new VX_SystemSimpleLex(file);
+    if (!readHeader() || !readBlocks())
+        return false; // and the file stays open until the next use
+    delete m_Lexer;
+    m_Lexer = nullptr;
+    return m_Positions.size() <= m_Normals.size() && fillMesh();
+}
+
+bool VX_GLMeshXLoader::readHeader() {
+    char header[16] = {};
+    m_Lexer->read(sizeof header, header);
+    return std::memcmp(header, "xof 030", 7) == 0 && (header[7] == '2' || header[7] == '3') &&
+           std::memcmp(header + 8, "txt ", 4) == 0;
+}
+
+bool VX_GLMeshXLoader::readBlocks() {
+    while (!m_Lexer->isEOF()) {
+        switch (processBlock()) {
+            case ClosingBrace:
+            case Frame:
+            case AnimationSet:
+            case NothingHere:
+                // The blocks of these two keywords are not opened: the name or the brace behind them makes
+                // the next round skip the whole body. It is meant, so a mesh inside a frame is not read.
+                break;
+            case Mesh:
+                processMesh();
+                break;
+            case Misplaced:
+                return false;
+            default:
+                avoidTemplate();
+        }
+    }
+    return true;
+}
+
+bool VX_GLMeshXLoader::fillMesh() {
+    constexpr std::size_t most = std::numeric_limits<int>::max();
+    // Twice the length for quads, of which the last quarter is not needed: it is meant.
+    const std::size_t indexCount = m_FaceIndices.size() * (m_HasQuads ? 2 : 1);
+    if (m_Meshes.empty() || !m_Meshes[0] || m_Positions.size() > most || indexCount > most)
+        return false;
+    VX_GLMeshData& mesh = *m_Meshes[0];
+    if (!mesh.AllocateVertex(VX_GLVertexPNT, static_cast<int>(m_Positions.size())) && !m_Positions.empty())
+        return false;
+    mesh.AllocateIndex(static_cast<int>(indexCount));
+    writeVertices(mesh);
+    writeIndices(mesh);
+    return true;
+}
+
+void VX_GLMeshXLoader::writeVertices(VX_GLMeshData& mesh) {
+    const bool hasUVs = m_UVs.size() == m_Positions.size();
+    auto* vertex = static_cast<char*>(mesh.m_Vertex->m_Data);
+    const vx::VertexLayout& layout = *vx::vertexLayout(VX_GLVertexPNT);
+    for (std::size_t i = 0; i < m_Positions.size(); ++i) {
+        const glm::tvec2<float> uv = hasUVs ? m_UVs[i] : glm::tvec2<float>(0.0f);
+        std::memcpy(vertex, &m_Positions[i], sizeof m_Positions[i]);
+        std::memcpy(vertex + layout.normal, &m_Normals[i], sizeof m_Normals[i]);
+        std::memcpy(vertex + layout.uv, &uv, sizeof uv);
+        vertex += layout.stride;
+    }
+}
+
+void VX_GLMeshXLoader::writeIndices(VX_GLMeshData& mesh) {
+    if (!m_HasQuads) {
+        std::copy(m_FaceIndices.begin(), m_FaceIndices.end(), mesh.m_Index);
+        return;
+    }
+    unsigned int* out = mesh.m_Index;
+    for (std::size_t i = 0; i + 4 <= m_FaceIndices.size(); i += 4) {
+        const unsigned int* quad = &m_FaceIndices[i];
+        for (int corner : {0, 1, 2, 2, 3, 0})
+            *out++ = quad[corner];
+    }
+    // Nothing belongs there, but it counts as indices and a host will draw it.
+    std::fill(out, mesh.m_Index + mesh.m_IndexCount, 0u);
+}
+
+int VX_GLMeshXLoader::blockID(std::string* word) {
+    if (!m_Lexer || m_Lexer->isEOF())
+        return NothingHere;
+    if (word->empty())
+        return Misplaced;
+    for (const VX_GLMeshXTemplate& known : Templates) {
+        if (*word == known.keyword) {
+            m_Lexer->skipWhiteSpace();
+            return known.code;
+        }
+    }
+    return UnknownWord;
+}
+
+int VX_GLMeshXLoader::processBlock() {
+    if (!m_Lexer)
+        return NothingHere;
+    switch (m_Lexer->peek()) {
+        case '\t':
+        case '\n':
+        case ' ':
+            m_Lexer->get();
+            return NothingHere;
+        case '#':
+            m_Lexer->find('\n');
+            return NothingHere;
+        case '/':
+            m_Lexer->get();
+            if (m_Lexer->peek() != '/')
+                return Misplaced;
+            m_Lexer->find('\n');
+            return NothingHere;
+        case '{':
+            return OpeningBrace;
+        case '}':
+            m_Lexer->get();
+            return ClosingBrace;
+        default: {
+            std::string word;
+            getStringKakko(word);
+            return blockID(&word);
+        }
+    }
+}
+
+void VX_GLMeshXLoader::avoidTemplate() {
+    if (!m_Lexer)
+        return;
+    m_Lexer->find('{');
+    constexpr int braces[] = {'{', '}'};
+    for (std::size_t depth = 1; depth > 0;) {
+        switch (m_Lexer->findAny(2, braces)) {
+            case '{':
+                ++depth;
+                break;
+            case '}':
+                // What stands right behind an inner block goes with it, and that is part of the format as it
+                // is read here.
+                if (--depth > 0)
+                    m_Lexer->get();
+                break;
+            default:
+                return;
+        }
+    }
+}
+
+void VX_GLMeshXLoader::getStringKakko(std::string& out) {
+    if (m_Lexer)
+        m_Lexer->getStringWhiteToken(out, 1, &openingBrace);
+}
+
+void VX_GLMeshXLoader::getLineWhileTerminate(std::string& out, int terminator) {
+    if (m_Lexer)
+        m_Lexer->getStringOnlyToken(out, 1, &terminator);
+}

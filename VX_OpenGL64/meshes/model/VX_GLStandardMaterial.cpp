@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#include <VX_OpenGL64/meshes/model/VX_GLStandardMaterial.h>
+
+#include <epoxy/gl.h>
+
+VX_GLStandardMaterial::VX_GLStandardMaterial() : m_Name((new NSString)->init()) {}
+
+VX_GLStandardMaterial::~VX_GLStandardMaterial() {
+    for (unsigned int& texture : m_Textures) {
+        if (texture != 0)
+            glDeleteTextures(1, &texture);
+        texture = 0;
+    }
+    if (m_Name)
+        m_Name->release();
+}
+
+void VX_GLStandardMaterial::SetName(NSString* name) {
+    if (name == m_Name)
+        return;
+    if (m_Name)
+        m_Name->release();
+    m_Name = name ? name->copy() : nullptr;
+}
