@@ -1,13 +1,24 @@
 // SPDX-License-Identifier: MIT
 #include <VX_Platform/Foundation/NSDate.h>
 
+#include <VX_Platform/Foundation/private/Clock.h>
+
 #include <chrono>
 
-double NSDate::timeIntervalSinceReferenceDate() {
-    using namespace std::chrono;
-    using seconds_d = duration<double>;
+namespace {
+
+// The date at which the system's monotonic clock stood at zero.
+double dateOfMonotonicZero() {
+    using seconds = std::chrono::duration<double>;
     constexpr double kUnixToReference = 978307200.0;
-    static const auto steadyStart = steady_clock::now();
-    static const double start = seconds_d(system_clock::now().time_since_epoch()).count() - kUnixToReference;
-    return start + seconds_d(steady_clock::now() - steadyStart).count();
+    const seconds sinceUnix = std::chrono::system_clock::now().time_since_epoch();
+    return sinceUnix.count() - kUnixToReference -
+           static_cast<double>(vx::Clock::system().now()) / vx::Clock::kSecond;
+}
+
+} // namespace
+
+double NSDate::timeIntervalSinceReferenceDate() {
+    static const double zero = dateOfMonotonicZero();
+    return zero + static_cast<double>(vx::Clock::current().now()) / vx::Clock::kSecond;
 }

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include <VX_Platform/Foundation/NSAutoreleasePool.h>
-#include <VX_Platform/Foundation/NSDate.h>
 #include <VX_Platform/Foundation/NSLog.h>
 #include <VX_Platform/Foundation/NSMutableArray.h>
 #include <VX_Platform/Foundation/NSMutableDictionary.h>
@@ -9,9 +8,7 @@
 #include <VX_Platform/Foundation/NSNotificationQueue.h>
 #include <VX_Platform/Foundation/NSNumber.h>
 #include <VX_Platform/Foundation/NSRecursiveLock.h>
-#include <VX_Platform/Foundation/NSRunLoop.h>
 #include <VX_Platform/Foundation/NSString.h>
-#include <VX_Platform/Foundation/NSTimer.h>
 
 #include <gtest/gtest.h>
 
@@ -204,30 +201,6 @@ TEST(NSNotification, IsDeliveredByNameAndObjectAndOnlyAfterTheQueuePosts) {
     EXPECT_EQ(named, 2);
     EXPECT_EQ(all, 2);
     center->removeObserver(&named);
-}
-
-TEST(NSTimer, FiresWhenDueAndEndsWhenInvalid) {
-    ScopedPool pool;
-    auto* loop = NSRunLoop::currentRunLoop();
-    int once = 0, repeated = 0;
-    NSTimer::scheduledTimerWithTimeInterval(
-        0.001, [&](NSTimer*) { ++once; }, false);
-    auto* timer = NSTimer::scheduledTimerWithTimeInterval(
-        0.002,
-        [&](NSTimer* self) {
-            if (++repeated == 3)
-                self->invalidate();
-        },
-        true);
-    timer->retain();
-    EXPECT_GT(loop->secondsToNextTimer(), 0.0);
-    const double end = NSDate::timeIntervalSinceReferenceDate() + 2.0;
-    while (timer->isValid() && NSDate::timeIntervalSinceReferenceDate() < end)
-        loop->fireDueTimers();
-    EXPECT_EQ(once, 1);
-    EXPECT_EQ(repeated, 3);
-    EXPECT_LT(loop->secondsToNextTimer(), 0.0) << "no timer is left";
-    timer->release();
 }
 
 TEST(NSRecursiveLock, BelongsToOneThreadAtATime) {

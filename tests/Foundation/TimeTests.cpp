@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: MIT
+#include <VX_Platform/Foundation/NSAutoreleasePool.h>
+#include <VX_Platform/Foundation/NSDate.h>
+#include <VX_Platform/Foundation/NSRunLoop.h>
+#include <VX_Platform/Foundation/NSTimer.h>
+#include <VX_Platform/Foundation/private/Clock.h>
+#include <tests/support/SteppedClock.h>
+
+#include <gtest/gtest.h>
+
+#include <thread>
+
+#include <sys/eventfd.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr std::uint64_t kMillisecond = vx::Clock::kSecond / 1000;
+
+// Fires what is due at each millisecond of a stretch of time.
+void runFor(vx::test::SteppedClock& clock, int milliseconds) {
+    for (int i = 0; i < milliseconds; ++i) {
+        clock.step(kMillisecond);
+        NSRunLoop::currentRunLoop()->fireDueTimers();
+    }
+}
+
+class TimerTest : public testing::Test {
+protected:
+    ~TimerTest() override { pool->release(); }
+
+    // A timer that counts its beats.
+    NSTimer* counting(int& beats, double seconds, bool repeats) {
+        return NSTimer::scheduledTimerWithTimeInterval(
+            seconds, [&beats](NSTimer*) { ++beats; }, repeats);
+    }
+
+    NSAutoreleasePool* pool = (new NSAutoreleasePool)->init();
+    NSRunLoop* loop = NSRunLoop::currentRunLoop();
+    vx::test::SteppedClock clock;
+};
+
+} // namespace
+
+TEST(Clock, SleepsToTheTimeUnlessWoken) {
+    vx::Clock& clock = vx::Clock::current();
+    const std::uint64_t time = clock.now() + 20 * kMillisecond;
+    EXPECT_TRUE(clock.sleepUntil(time, -1));
+    EXPECT_GE(clock.now(), time);
+    EXPECT_TRUE(clock.sleepUntil(time, -1)) << "the time lies behind";
+
+    const int descriptor = eventfd(0, EFD_CLOEXEC);
+    EXPECT_TRUE(clock.sleepUntil(clock.now() + kMillisecond, descriptor));
+    std::thread waker([&] { eventfd_write(descriptor, 1); });
+    EXPECT_FALSE(clock.sleepUntil(clock.now() + 60 * vx::Clock::kSecond, descriptor));
+    waker.join();
+    EXPECT_FALSE(clock.sleepUntil(time, descriptor));
+    close(descriptor);
+}
+
+TEST(Clock, IsTheOneInUseUntilTheSystemsComesBack) {
+    const double before = NSDate::timeIntervalSinceReferenceDate();
+    {
+        vx::test::SteppedClock outer(5 * vx::Clock::kSecond);
+        vx::test::SteppedClock inner(7 * vx::Clock::kSecond);
+        const double start = NSDate::timeIntervalSinceReferenceDate();
+        inner.step(250 * kMillisecond);
+        EXPECT_NEAR(NSDate::timeIntervalSinceReferenceDate() - start, 0.25, 1e-6);
+        EXPECT_TRUE(vx::Clock::current().sleepUntil(9 * vx::Clock::kSecond, -1));
+        EXPECT_EQ(inner.now(), 9 * vx::Clock::kSecond);
+        EXPECT_EQ(inner.takeSleeps(), (std::vector<std::uint64_t>{9 * vx::Clock::kSecond}));
+        EXPECT_EQ(outer.now(), 5 * vx::Clock::kSecond);
+    }
+    EXPECT_EQ(&vx::Clock::current(), &vx::Clock::system());
+    EXPECT_NEAR(NSDate::timeIntervalSinceReferenceDate(), before, 60.0);
+}
+
+TEST_F(TimerTest, FiresWhenDueAndGoesOnFromItsBeatWithoutCatchingUp) {
+    int once = 0, beats = 0;
+    counting(once, 0.010, false);
+    NSTimer* timer = counting(beats, 0.004, true)->retain();
+    EXPECT_NEAR(loop->secondsToNextTimer(), 0.004, 1e-6);
+    runFor(clock, 3);
+    EXPECT_EQ(beats, 0);
+    runFor(clock, 6);
+    EXPECT_EQ(beats, 2);
+    EXPECT_EQ(once, 0);
+    clock.step(21 * kMillisecond + kMillisecond / 2); // the beats at 12, 16, 20, 24 and 28 ms go by
+    EXPECT_EQ(loop->secondsToNextTimer(), 0.0);
+    loop->fireDueTimers();
+    loop->fireDueTimers();
+    EXPECT_EQ(beats, 3);
+    EXPECT_EQ(once, 1);
+    EXPECT_NEAR(loop->secondsToNextTimer(), 0.0015, 1e-6) << "not on the beat at 32 ms";
+    timer->invalidate();
+    runFor(clock, 10);
+    EXPECT_EQ(beats, 3);
+    EXPECT_EQ(once, 1);
+    EXPECT_LT(loop->secondsToNextTimer(), 0.0) << "a timer is left";
+    EXPECT_EQ(timer->retainCount(), 2) << "the loop still holds it";
+    timer->release();
+}
