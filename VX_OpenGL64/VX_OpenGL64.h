@@ -43,6 +43,7 @@
 #include <VX_Platform/AppKit/NSView.h>
 #include <VX_Platform/AppKit/NSWindow.h>
 #include <VX_Platform/CoreGraphics/CGGeometry.h>
+#include <VX_Platform/CoreGraphics/NativeWindow.h>
 #include <VX_Platform/CoreImage/CIContext.h>
 #include <VX_Platform/CoreVideo/CVDisplayLink.h>
 #include <VX_Platform/Foundation/NSAutoreleasePool.h>

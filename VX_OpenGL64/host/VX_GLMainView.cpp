@@ -134,11 +134,6 @@ void VX_GLMainView::detachRenderpipeline() {
     m_TargetRenderpipeline = nullptr;
 }
 
-NSRef<VX_GLRenderpipeline> VX_GLMainView::framePipeline() {
-    std::lock_guard guard(m_FrameObjectsLock);
-    return NSRef<VX_GLRenderpipeline>::retain(m_TargetRenderpipeline);
-}
-
 void VX_GLMainView::sampleSize() {
     const CGRect area = bounds();
     m_Width = static_cast<float>(area.origin.x + area.size.width) - static_cast<float>(area.origin.x);
@@ -228,7 +223,8 @@ void VX_GLMainView::startRenderThread() {
         m_cbCtx->FrameCount = 0;
         m_LostRefreshes = 0;
         CVDisplayLinkCreateWithActiveCGDisplays(&m_DisplayLink);
-        CVDisplayLinkSetCurrentCGDisplayFromOpenGLContext(m_DisplayLink, frameContext().get(), pixelFormat());
+        CVDisplayLinkSetCurrentCGDisplayFromOpenGLContext(m_DisplayLink, takeFrame(nullptr).context.get(),
+                                                          pixelFormat());
         CVDisplayLinkSetOutputCallback(m_DisplayLink, Heartbeat, m_cbCtx);
         CVDisplayLinkStart(m_DisplayLink);
     }
@@ -273,11 +269,6 @@ void VX_GLMainView::RenderThreadUnLock() {
     if (m_RenderThreadLock->holdCount() == 1)
         NSOpenGLContext::clearCurrentContext();
     m_RenderThreadLock->unlock();
-}
-
-NSRef<NSOpenGLContext> VX_GLMainView::frameContext() {
-    std::lock_guard guard(m_FrameObjectsLock);
-    return NSRef<NSOpenGLContext>::retain(m_cbCtx->GLContext);
 }
 
 void VX_GLMainView::setFrameContext(NSOpenGLContext* context) {

@@ -135,8 +135,8 @@ public:
     /// A rough figure of how fast frames are drawn: 1 over the smoothed seconds spent in one; 0 before the
     /// first. It is not the display's rate. Any thread.
     double GetAvgFPS() const;
-    /// Refreshes since the display link was made that drew nothing because the render lock or the context was
-    /// taken. Any thread.
+    /// Refreshes since the display link was made whose picture did not reach the display: the render lock or
+    /// the context was taken and nothing was drawn, or the window system did not take the frame. Any thread.
     std::uint64_t GetLostRefreshes() const { return m_LostRefreshes; }
     /// The display link, for its throttle and rate; null while not drawing. Under the render lock.
     CVDisplayLinkRef displayLink() const { return m_DisplayLink; }
@@ -157,14 +157,22 @@ private:
     void makeImageContext();
     void detachPipelineFromContext();
     bool makeExistingContextCurrent();
-    NSRef<NSOpenGLContext> frameContext();
+    struct Frame {
+        NSRef<NSOpenGLContext> context;
+        NSRef<VX_GLRenderpipeline> pipeline;
+        const CVTimeStamp* time;
+    };
+
     void setFrameContext(NSOpenGLContext* context);
-    NSRef<VX_GLRenderpipeline> framePipeline();
     void setPipeline(VX_GLRenderpipeline* pipeline);
-    void drawFrame(const CVTimeStamp* time);
-    void skipFrame();
+    Frame takeFrame(const CVTimeStamp* time);
+    void refresh(const Frame& frame);
+    bool drawLocked(const Frame& frame);
+    void draw(const Frame& frame);
+    void drawFrame(const Frame& frame);
+    void skipFrame(const Frame& frame);
+    void present(const Frame& frame);
     void forEachChild(const std::function<void(VX_GLChildView*)>& visit);
-    bool drawLocked(const CVTimeStamp* time);
     void noteLostRefresh(bool contextWasTaken);
     void noteFailure(const char* text);
     void measure(double seconds);

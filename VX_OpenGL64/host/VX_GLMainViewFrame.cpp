@@ -30,11 +30,11 @@ CVReturn Heartbeat(CVDisplayLinkRef, const CVTimeStamp*, const CVTimeStamp* outp
         return 0;
     // A hook may stop and release the view.
     const NSRef<VX_GLMainView> view = NSRef<VX_GLMainView>::retain(record->MainView);
-    const NSRef<NSOpenGLContext> context = view->frameContext();
-    CGLContextObj cgl = context ? context->CGLContextObj() : nullptr;
+    const VX_GLMainView::Frame frame = view->takeFrame(output);
+    CGLContextObj cgl = frame.context ? frame.context->CGLContextObj() : nullptr;
     CGLSetCurrentContext(cgl);
     CGLLockContext(cgl);
-    view->DisplayLink_Render(output);
+    view->refresh(frame);
     CGLUnlockContext(cgl);
     // The host's thread may want it before the next refresh.
     NSOpenGLContext::clearCurrentContext();
@@ -42,10 +42,21 @@ CVReturn Heartbeat(CVDisplayLinkRef, const CVTimeStamp*, const CVTimeStamp* outp
 }
 
 void VX_GLMainView::DisplayLink_Render(const CVTimeStamp* time) {
+    refresh(takeFrame(time));
+}
+
+// All that one frame works with, asked for once.
+VX_GLMainView::Frame VX_GLMainView::takeFrame(const CVTimeStamp* time) {
+    std::lock_guard guard(m_FrameObjectsLock);
+    return {NSRef<NSOpenGLContext>::retain(m_cbCtx->GLContext),
+            NSRef<VX_GLRenderpipeline>::retain(m_TargetRenderpipeline), time};
+}
+
+void VX_GLMainView::refresh(const Frame& frame) {
     const double start = NSDate::timeIntervalSinceReferenceDate();
     if (m_RenderThreadLock->tryLock()) {
-        if (!drawLocked(time))
-            noteLostRefresh(existingOpenGLContext() != nullptr);
+        if (!drawLocked(frame))
+            noteLostRefresh(frame.context.get() != nullptr);
         m_RenderThreadLock->unlock();
     } else {
         noteLostRefresh(false);
@@ -55,13 +66,12 @@ void VX_GLMainView::DisplayLink_Render(const CVTimeStamp* time) {
 
 // Draws a frame unless another thread has the context. What a hook throws ends here, so that the locks come
 // free and the show goes on.
-bool VX_GLMainView::drawLocked(const CVTimeStamp* time) {
-    const NSRef<NSOpenGLContext> context = frameContext();
-    if (!context || !context->tryMakeCurrentContext())
+bool VX_GLMainView::drawLocked(const Frame& frame) {
+    if (!frame.context || !frame.context->tryMakeCurrentContext())
         return false;
     m_ContextRefusals = 0;
     try {
-        callBackRender(time);
+        draw(frame);
     } catch (const std::exception& failure) {
         noteFailure(failure.what());
     } catch (...) {
@@ -103,18 +113,26 @@ double VX_GLMainView::GetAvgFPS() const {
 }
 
 void VX_GLMainView::callBackRender(const CVTimeStamp* time) {
-    if (m_SkipRenderThread)
-        skipFrame();
-    else
-        drawFrame(time);
+    draw(takeFrame(time));
 }
 
-void VX_GLMainView::skipFrame() {
-    NSOpenGLContext* context = existingOpenGLContext();
-    if (!context || !context->makeCurrentContext())
+void VX_GLMainView::draw(const Frame& frame) {
+    if (m_SkipRenderThread)
+        skipFrame(frame);
+    else
+        drawFrame(frame);
+}
+
+void VX_GLMainView::skipFrame(const Frame& frame) {
+    if (!frame.context || !frame.context->makeCurrentContext())
         return;
     clearToBlack();
-    context->flushBuffer();
+    present(frame);
+}
+
+void VX_GLMainView::present(const Frame& frame) {
+    if (frame.context && !frame.context->flushBuffer())
+        ++m_LostRefreshes;
 }
 
 void VX_GLMainView::clearToBlack() {
@@ -123,23 +141,21 @@ void VX_GLMainView::clearToBlack() {
     glClear(GL_COLOR_BUFFER_BIT);
 }
 
-void VX_GLMainView::drawFrame(const CVTimeStamp* time) {
+void VX_GLMainView::drawFrame(const Frame& frame) {
     const auto pool = NSRef<NSAutoreleasePool>::adopt((new NSAutoreleasePool)->init());
     const double start = NSDate::timeIntervalSinceReferenceDate();
-    const NSRef<VX_GLRenderpipeline> pipeline = framePipeline();
+    VX_GLRenderpipeline* pipeline = frame.pipeline.get();
     if (pipeline)
         pipeline->callBackRender();
     CGRect area = CGRectMake(0.0, 0.0, m_Width, m_Height);
-    NSOpenGLContext* context = existingOpenGLContext();
-    if (context)
-        context->makeCurrentContext();
+    if (frame.context)
+        frame.context->makeCurrentContext();
     if (pipeline)
         pipeline->renderPipeline(&area);
     forEachChild([](VX_GLChildView* child) { child->callBackRender(); });
     // Not made current again first: with children, the last child's context is current from here to the end.
-    if (context)
-        context->flushBuffer();
+    present(frame);
     if (pipeline)
-        pipeline->afterGLFlushBuffer(time);
+        pipeline->afterGLFlushBuffer(frame.time);
     m_BenchMarkSum = (m_BenchMarkSum + (NSDate::timeIntervalSinceReferenceDate() - start)) * 0.5;
 }

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <VX_Platform/AppKit/NSAlert.h>
 
+#include <VX_Platform/AppKit/private/RunningPlatform.h>
 #include <VX_Platform/Foundation/NSString.h>
-#include <VX_Platform/backends/AlertPresenter.h>
 
 #include <cerrno>
 #include <cstdarg>

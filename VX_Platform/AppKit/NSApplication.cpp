@@ -2,11 +2,11 @@
 #include <VX_Platform/AppKit/NSApplication.h>
 
 #include <VX_Platform/AppKit/NSWindow.h>
+#include <VX_Platform/AppKit/private/RunningPlatform.h>
 #include <VX_Platform/Foundation/NSAutoreleasePool.h>
 #include <VX_Platform/Foundation/NSLog.h>
 #include <VX_Platform/Foundation/NSNotificationQueue.h>
 #include <VX_Platform/Foundation/NSRunLoop.h>
-#include <VX_Platform/backends/Platform.h>
 
 #include <algorithm>
 #include <exception>
@@ -22,22 +22,37 @@ NSApplication* NSApplication::sharedApplication() {
     return application;
 }
 
+bool NSApplication::usePlatform(const char* name) {
+    return vx::choosePlatform(name, {});
+}
+
 void NSApplication::useHeadlessPlatform(int device) {
-    vx::HeadlessOptions options;
-    options.device = device;
-    vx::chooseHeadlessPlatform(options);
+    vx::choosePlatform("headless", {.device = device});
 }
 
 void NSApplication::useHeadlessPlatform(int device, CGSize displaySize, double refreshRate) {
-    vx::chooseHeadlessPlatform({device, displaySize, refreshRate});
+    vx::choosePlatform("headless", {device, displaySize, refreshRate});
+}
+
+bool NSApplication::plugHeadlessDisplay(const char* name, CGRect bounds, double refreshRate) {
+    const auto platform = vx::isPlatformChosen("headless") ? vx::runningPlatform() : nullptr;
+    if (!platform)
+        NSLog("Display \"%s\" is refused: virtual displays are the headless platform's", name);
+    return platform && platform->plugDisplay(name, bounds, refreshRate);
+}
+
+bool NSApplication::unplugHeadlessDisplay(const char* name) {
+    const auto platform = vx::startedPlatform();
+    return platform && platform->unplugDisplay(name);
 }
 
 bool NSApplication::finishLaunching() {
-    return vx::Platform::current() != nullptr;
+    return vx::runningPlatform() != nullptr;
 }
 
 const char* NSApplication::platformName() const {
-    return vx::Platform::isStarted() ? vx::Platform::current()->name() : nullptr;
+    const auto platform = vx::startedPlatform();
+    return platform ? platform->name() : nullptr;
 }
 
 void NSApplication::run() {
@@ -52,7 +67,7 @@ void NSApplication::runStep(double seconds) {
     NSAutoreleasePool::drainThreadPool();
     NSRef<NSAutoreleasePool> pool = NSRef<NSAutoreleasePool>::adopt((new NSAutoreleasePool)->init());
     const double timer = NSRunLoop::currentRunLoop()->secondsToNextTimer();
-    if (vx::Platform* platform = vx::Platform::current())
+    if (const auto platform = vx::runningPlatform())
         platform->handleEvents(timer < 0.0 ? seconds : std::min(seconds, timer));
     NSRunLoop::currentRunLoop()->fireDueTimers();
     displayPass();
@@ -76,12 +91,12 @@ void NSApplication::displayPass() {
 
 void NSApplication::stop() {
     m_Running = false;
-    if (vx::Platform::isStarted())
-        vx::Platform::current()->wake();
+    if (const auto platform = vx::startedPlatform())
+        platform->wake();
 }
 
 void NSApplication::terminatePlatform() {
-    vx::Platform::shutDown();
+    vx::endPlatform();
 }
 
 void NSApplication::addWindow(NSWindow* window) {

@@ -9,6 +9,10 @@
 
 class NSWindow;
 
+/// Posted with the application as its object after displays have come, gone, moved or changed their rate.
+inline constexpr const char* NSApplicationDidChangeScreenParametersNotification =
+    "NSApplicationDidChangeScreenParametersNotification";
+
 /// The process's application: which platform it runs on, and the main thread's run loop.
 class VX_EXPORT NSApplication : public NSObject {
 public:
@@ -17,16 +21,31 @@ public:
     /// Borrowed, never ends.
     static NSApplication* sharedApplication();
 
-    /// Chooses the platform without windows, before the first window, view or pixel format is made. It is
-    /// never fallen into by itself. `device` is the index of an EGL device, or negative for the first that
-    /// gives desktop OpenGL.
+    /// Chooses the platform by its name, "x11" or "headless", before the first window, view or pixel format
+    /// is made. Without a choice the window system that is there is taken; headless is never fallen into.
+    /// Main thread. False, with one line in the log, for any other name, and when another platform runs
+    /// already.
+    static bool usePlatform(const char* name);
+    /// Chooses the platform without windows, as `usePlatform("headless")` does. `device` is the index of an
+    /// EGL device, or negative for the first that gives desktop OpenGL. Main thread.
     static void useHeadlessPlatform(int device = -1);
-    /// The same with another size in pixels and rate in refreshes per second of its one display.
+    /// The same with another size in pixels and rate in refreshes per second (1 to 1000) of its display,
+    /// which is named "Headless". What is out of range is refused with a line in the log; the display then
+    /// has 1920 x 1080 pixels and 60 Hz.
     static void useHeadlessPlatform(int device, CGSize displaySize, double refreshRate);
 
-    /// Starts the platform, as the first window or pixel format otherwise does. Main thread. False, with one
-    /// line in the log, when it cannot start: without a display and without `useHeadlessPlatform`, for
-    /// example.
+    /// Plugs a virtual display into the headless platform, or changes the one of that name: bounds in pixels
+    /// from the top left of the desktop, at least 1 x 1, the rate from 1 to 1000 refreshes per second. Views
+    /// on it follow its rate. Main thread. False, with one line in the log, for what is out of range, and on
+    /// another platform.
+    static bool plugHeadlessDisplay(const char* name, CGRect bounds, double refreshRate);
+    /// Takes a virtual display away; views on it go on at the rate of another one. Main thread. False where
+    /// there is none of that name.
+    static bool unplugHeadlessDisplay(const char* name);
+
+    /// Starts the platform, as the first window or pixel format otherwise does; one line in the log says
+    /// which and why. Main thread. False, with one line in the log, when it cannot start: without a display
+    /// and without `useHeadlessPlatform`, for example.
     bool finishLaunching();
     /// "x11" or "headless"; null before the start.
     const char* platformName() const;

@@ -31,6 +31,12 @@ void NSView::tellFrameChange() {
         view->tellFrameChange();
 }
 
+void NSView::tellDisplayChange() {
+    displayDidChange();
+    for (NSView* view : m_Subviews)
+        view->tellDisplayChange();
+}
+
 CGRect NSView::frameInWindow() const {
     CGRect frame = m_Frame;
     for (const NSView* parent = m_Superview; parent; parent = parent->m_Superview) {

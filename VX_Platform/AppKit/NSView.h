@@ -47,6 +47,8 @@ public:
     virtual void viewDidMoveToWindow() {}
     /// Hook: the frame, or that of a parent, has changed.
     virtual void frameDidChange() {}
+    /// Hook: the window may be on another display now, or its display may have another rate.
+    virtual void displayDidChange() {}
 
     NSResponder* nextResponder() const override;
     /// The innermost view at a point of the window's content, or null.
@@ -54,6 +56,8 @@ public:
 
     /// For `NSWindow`: moves the view and those inside it to the window, or to none.
     void moveToWindow(NSWindow* window);
+    /// For `NSWindow`: calls `displayDidChange` of this view and those inside it.
+    void tellDisplayChange();
 
 private:
     void tellFrameChange();

@@ -4,34 +4,48 @@
 #include <VX_Platform/AppKit/NSApplication.h>
 #include <VX_Platform/AppKit/NSEvent.h>
 #include <VX_Platform/AppKit/NSView.h>
+#include <VX_Platform/AppKit/private/RunningPlatform.h>
+#include <VX_Platform/AppKit/private/WindowInternals.h>
 #include <VX_Platform/Foundation/NSNotification.h>
 #include <VX_Platform/Foundation/NSNotificationCenter.h>
 #include <VX_Platform/Foundation/NSString.h>
-#include <VX_Platform/backends/Platform.h>
 
-NSWindow::NSWindow() = default;
+namespace {
+
+vx::WindowStyle styleOf(unsigned mask) {
+    return {.bordered = (mask & NSTitledWindowMask) != 0, .resizable = (mask & NSResizableWindowMask) != 0};
+}
+
+} // namespace
+
+NSWindow::NSWindow() : m_Internals(std::make_unique<Internals>()) {}
 NSWindow::~NSWindow() = default;
 
 NSWindow* NSWindow::initWithContentRect(CGRect rect, unsigned styleMask) {
-    vx::Platform* platform = vx::Platform::current();
-    return adopt(platform ? platform->makeWindow(this, rect, styleMask & NSTitledWindowMask) : nullptr);
+    m_Internals->platform = vx::runningPlatform();
+    if (m_Internals->platform)
+        m_Internals->backend = m_Internals->platform->makeWindow(rect, styleOf(styleMask));
+    return start();
+}
+
+NSWindow* NSWindow::initWithNativeWindow(const vx::NativeWindow& window) {
+    m_Internals->platform = vx::runningPlatform();
+    if (m_Internals->platform)
+        m_Internals->backend = m_Internals->platform->adoptWindow(window);
+    m_Visible = true;
+    return start();
 }
 
 NSWindow* NSWindow::initWithX11Window(unsigned long window) {
-    vx::Platform* platform = vx::Platform::current();
-    NSWindow* self = adopt(platform ? platform->adoptWindow(this, window) : nullptr);
-    if (self)
-        self->m_Visible = true;
-    return self;
+    return initWithNativeWindow(vx::NativeWindow::x11(window));
 }
 
-NSWindow* NSWindow::adopt(std::unique_ptr<vx::WindowBackend> backend) {
-    if (!backend) {
+NSWindow* NSWindow::start() {
+    if (!m_Internals->backend) {
         release();
         return nullptr;
     }
-    m_Backend = std::move(backend);
-    m_Frame = m_Backend->frame();
+    m_Frame = m_Internals->backend->frame();
     NSApplication::sharedApplication()->addWindow(this);
     NSRef<NSView> content = NSRef<NSView>::adopt((new NSView)->initWithFrame({{}, m_Frame.size}));
     setContentView(content.get());
@@ -39,10 +53,11 @@ NSWindow* NSWindow::adopt(std::unique_ptr<vx::WindowBackend> backend) {
 }
 
 void NSWindow::dealloc() {
-    if (m_Backend) {
-        close();
-        m_Backend.reset();
+    if (m_Internals->backend) {
+        // First of all, so that nothing the platform tells from now on reaches an object that is ending.
         NSApplication::sharedApplication()->removeWindow(this);
+        close();
+        m_Internals->backend.reset();
     }
     NSResponder::dealloc();
 }
@@ -53,7 +68,7 @@ void NSWindow::setTitle(NSString* title) {
 
 void NSWindow::setTitle(const char* title) {
     m_Title = title;
-    m_Backend->setTitle(title);
+    m_Internals->backend->setTitle(title);
 }
 
 NSString* NSWindow::title() const {
@@ -65,11 +80,19 @@ CGRect NSWindow::frame() const {
 }
 
 void NSWindow::setFrame(CGRect frame) {
-    m_Backend->setFrame(frame);
+    m_Internals->backend->setFrame(frame);
 }
 
 void NSWindow::setStyleMask(unsigned styleMask) {
-    m_Backend->setBordered(styleMask & NSTitledWindowMask);
+    m_Internals->backend->setStyle(styleOf(styleMask));
+}
+
+bool NSWindow::fillDisplay(const char* name) {
+    return name && m_Internals->backend->fillDisplay(name);
+}
+
+void NSWindow::leaveDisplay() {
+    m_Internals->backend->leaveDisplay();
 }
 
 void NSWindow::setContentView(NSView* view) {
@@ -94,12 +117,12 @@ void NSWindow::makeKeyAndOrderFront() {
     if (m_Closed)
         return;
     m_Visible = true;
-    m_Backend->show();
+    m_Internals->backend->show();
 }
 
 void NSWindow::orderOut() {
     m_Visible = false;
-    m_Backend->hide();
+    m_Internals->backend->hide();
 }
 
 void NSWindow::performClose() {
@@ -117,8 +140,8 @@ void NSWindow::close() {
     NSApplication::sharedApplication()->windowDidClose();
 }
 
-unsigned long NSWindow::nativeWindow() const {
-    return m_Backend->nativeWindow();
+vx::NativeWindow NSWindow::nativeWindow() const {
+    return m_Internals->backend->nativeWindow();
 }
 
 void NSWindow::post(const char* notification) {
@@ -130,23 +153,29 @@ void NSWindow::post(const char* notification) {
     made->setUnretainedObject(nullptr);
 }
 
-void NSWindow::backendFrameChanged(CGRect frame) {
-    const CGRect former = m_Frame;
-    m_Frame = frame;
+void NSWindow::Internals::frameChanged(NSWindow* window, CGRect frame) {
+    const CGRect former = window->m_Frame;
+    window->m_Frame = frame;
     if (former.size.width != frame.size.width || former.size.height != frame.size.height) {
-        if (m_ContentView)
-            m_ContentView->setFrame({{}, frame.size});
-        windowDidResize();
-        post(NSWindowDidResizeNotification);
+        if (window->m_ContentView)
+            window->m_ContentView->setFrame({{}, frame.size});
+        window->windowDidResize();
+        window->post(NSWindowDidResizeNotification);
     }
+    displaysChanged(window);
     if (former.origin.x != frame.origin.x || former.origin.y != frame.origin.y) {
-        windowDidMove();
-        post(NSWindowDidMoveNotification);
+        window->windowDidMove();
+        window->post(NSWindowDidMoveNotification);
     }
 }
 
-void NSWindow::backendFocusChanged(bool key) {
-    m_Key = key;
+void NSWindow::Internals::focusChanged(NSWindow* window, bool key) {
+    window->m_Key = key;
+}
+
+void NSWindow::Internals::displaysChanged(NSWindow* window) {
+    if (window->m_ContentView)
+        window->m_ContentView->tellDisplayChange();
 }
 
 NSResponder* NSWindow::receiverOf(NSEvent* event) {

@@ -3,16 +3,13 @@
 
 #include <VX_Platform/AppKit/NSResponder.h>
 #include <VX_Platform/CoreGraphics/CGGeometry.h>
+#include <VX_Platform/CoreGraphics/NativeWindow.h>
 
 #include <functional>
 #include <memory>
 #include <string>
 
 class NSView;
-
-namespace vx {
-class WindowBackend;
-}
 
 enum NSWindowStyleMask : unsigned {
     NSBorderlessWindowMask = 0,
@@ -41,9 +38,11 @@ public:
     /// A window that is not shown yet, with an empty content view. Starts the platform if need be. Returns
     /// the object, or releases it and returns null, with one line in the log, when there is no platform.
     NSWindow* initWithContentRect(CGRect rect, unsigned styleMask);
-    /// Takes over a window of another toolkit by its X11 window id, so that views can be put into it. That
-    /// toolkit keeps the window and its events; this object follows its size, and ends without closing it.
-    /// Returns null, as above, where there is no such window.
+    /// Takes over a window of another toolkit, so that views can be put into it. That toolkit keeps the
+    /// window and its events; this object follows its size and its end, and ends without closing it. Returns
+    /// null, as above, where there is no such window or it is of another window system.
+    NSWindow* initWithNativeWindow(const vx::NativeWindow& window);
+    /// The same for an X11 window id.
     NSWindow* initWithX11Window(unsigned long window);
     void dealloc() override;
 
@@ -54,7 +53,15 @@ public:
 
     CGRect frame() const;
     void setFrame(CGRect frame);
+    /// `NSWindowStyleMask` bits: a title bar and border, and whether the user can change the size. The others
+    /// are the window manager's to grant.
     void setStyleMask(unsigned styleMask);
+
+    /// Covers the display of that name entirely, without a border, until `leaveDisplay` or another display.
+    /// False, and nothing changes, where there is no such display.
+    bool fillDisplay(const char* name);
+    /// Back to the frame and style of before; nothing where the window fills no display.
+    void leaveDisplay();
 
     /// The view that fills the content and is resized with it, retained; null for none.
     void setContentView(NSView* view);
@@ -88,24 +95,24 @@ public:
     /// The view that gets the keys, borrowed; null for the content view.
     void makeFirstResponder(NSResponder* responder) { m_FirstResponder = responder; }
 
-    /// The native window (an X11 window id), 0 where there is none.
-    unsigned long nativeWindow() const;
+    /// The window as the window system knows it; false where there is no window system.
+    vx::NativeWindow nativeWindow() const;
 
-    /// For the platform below: what has happened to the window.
-    void backendFrameChanged(CGRect frame);
-    void backendFocusChanged(bool key);
-    vx::WindowBackend* backend() const { return m_Backend.get(); }
+    /// The display pass of the run loop: displays the views of a shown window that ask for it.
     void displayIfNeeded();
+
+    /// The library's own side of a window.
+    struct VX_HIDDEN Internals;
 
 protected:
     ~NSWindow() override;
 
 private:
-    NSWindow* adopt(std::unique_ptr<vx::WindowBackend> backend);
+    NSWindow* start();
     NSResponder* receiverOf(NSEvent* event);
     void post(const char* notification);
 
-    std::unique_ptr<vx::WindowBackend> m_Backend;
+    std::unique_ptr<Internals> m_Internals;
     NSView* m_ContentView = nullptr;
     NSResponder* m_FirstResponder = nullptr;
     NSView* m_DragView = nullptr;

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include <VX_Platform/CoreVideo/CVDisplayLink.h>
 
+#include <VX_Platform/AppKit/private/RunningPlatform.h>
 #include <VX_Platform/CoreVideo/private/RefreshPacer.h>
 #include <VX_Platform/Foundation/NSLog.h>
-#include <VX_Platform/OpenGL/NSOpenGLContext.h>
+#include <VX_Platform/OpenGL/private/ContextInternals.h>
 
 #include <pthread.h>
 #include <sched.h>
@@ -18,8 +19,29 @@ namespace {
 
 // What the link's thread works on. It outlives the handle when a link is stopped from its own callback.
 struct Run {
-    Run(std::unique_ptr<vx::RefreshSource> source, double period) : pacer(std::move(source), period) {}
+    Run(std::shared_ptr<vx::SurfaceSlot> slot, const vx::SurfaceSlot::Place& place, double period)
+        : slot(std::move(slot)), generation(place.generation), pacer(sourceOf(place), period) {}
 
+    static std::unique_ptr<vx::RefreshSource> sourceOf(const vx::SurfaceSlot::Place& place) {
+        return place.surface ? place.surface->makeRefreshSource() : nullptr;
+    }
+    void tell() const {
+        NSLog("Display link: %.2f Hz by %s", 1.0 / pacer.measuredPeriod(), pacer.throttleName());
+    }
+    // The view may be in another window or on another display by now.
+    void followView() {
+        if (!slot || slot->generation() == generation)
+            return;
+        const vx::SurfaceSlot::Place place = slot->place();
+        generation = place.generation;
+        if (!place.surface)
+            return;
+        pacer.follow(sourceOf(place), 1.0 / place.display.refreshRate);
+        tell();
+    }
+
+    std::shared_ptr<vx::SurfaceSlot> slot;
+    unsigned generation;
     vx::RefreshPacer pacer;
     CVDisplayLinkRef link = nullptr;
     CVDisplayLinkOutputCallback callback = nullptr;
@@ -64,22 +86,14 @@ void askForPromptWakeups() {
 
 void runLink(const std::shared_ptr<Run>& run) {
     askForPromptWakeups();
-    const std::uint64_t period = static_cast<std::uint64_t>(run->pacer.measuredPeriod() * 1e9);
-    CVTimeStamp output;
-    output.videoRefreshPeriod = period;
-    std::uint64_t callbacks = 0;
-    while (const std::uint64_t refresh = run->pacer.wait()) {
+    while (const std::optional<vx::Refresh> refresh = run->pacer.wait()) {
         if (run->stopping)
             break;
-        CVTimeStamp now;
-        now.hostTime = vx::RefreshPacer::now();
-        now.videoRefreshPeriod = period;
-        now.frameCount = callbacks + run->pacer.missed();
-        output.hostTime = refresh + period;
-        output.frameCount = now.frameCount + 1;
-        ++callbacks;
+        const CVTimeStamp now{vx::Clock::current().now(), refresh->period, refresh->count - 1};
+        const CVTimeStamp output{refresh->time + refresh->period, refresh->period, refresh->count};
         CVOptionFlags flags = 0;
         run->callback(run->link, &now, &output, 0, &flags, run->user);
+        run->followView();
     }
     NSOpenGLContext::clearCurrentContext();
 }
@@ -87,8 +101,8 @@ void runLink(const std::shared_ptr<Run>& run) {
 } // namespace
 
 struct CVDisplayLink {
-    // Not kept: the view decides how long its surface lives.
-    std::weak_ptr<vx::Surface> surface;
+    // Where the frames of the view's context go.
+    std::shared_ptr<vx::SurfaceSlot> slot;
     double period = 1.0 / 60.0;
     CVDisplayLinkOutputCallback callback = nullptr;
     void* user = nullptr;
@@ -101,7 +115,7 @@ CVReturn CVDisplayLinkCreateWithActiveCGDisplays(CVDisplayLinkRef* link) {
         return kCVReturnInvalidArgument;
     joinRetiredThreads();
     *link = new CVDisplayLink;
-    vx::Platform* platform = vx::Platform::current();
+    const std::shared_ptr<vx::Platform> platform = vx::runningPlatform();
     const std::vector<vx::DisplayInfo> displays =
         platform ? platform->displays() : std::vector<vx::DisplayInfo>();
     if (!displays.empty())
@@ -113,10 +127,7 @@ CVReturn CVDisplayLinkSetCurrentCGDisplayFromOpenGLContext(CVDisplayLinkRef link
                                                            CGLPixelFormatObj) {
     if (!link || !context)
         return kCVReturnInvalidArgument;
-    const std::shared_ptr<vx::Surface> surface = context->surface();
-    link->surface = surface;
-    if (surface)
-        link->period = 1.0 / surface->display().refreshRate;
+    link->slot = NSOpenGLContext::Internals::slotOf(context);
     return kCVReturnSuccess;
 }
 
@@ -136,12 +147,14 @@ CVReturn CVDisplayLinkStart(CVDisplayLinkRef link) {
         return kCVReturnDisplayLinkAlreadyRunning;
     if (!link->callback)
         return kCVReturnDisplayLinkCallbacksNotSet;
-    const std::shared_ptr<vx::Surface> surface = link->surface.lock();
-    link->run = std::make_shared<Run>(surface ? surface->makeRefreshSource() : nullptr, link->period);
+    const vx::SurfaceSlot::Place place = link->slot ? link->slot->place() : vx::SurfaceSlot::Place();
+    if (place.surface)
+        link->period = 1.0 / place.display.refreshRate;
+    link->run = std::make_shared<Run>(link->slot, place, link->period);
     link->run->link = link;
     link->run->callback = link->callback;
     link->run->user = link->user;
-    NSLog("Display link: %.2f Hz by %s", 1.0 / link->period, link->run->pacer.throttleName());
+    link->run->tell();
     link->thread = std::thread(runLink, link->run);
     return kCVReturnSuccess;
 }

@@ -35,7 +35,8 @@ using CVDisplayLinkOutputCallback = CVReturn (*)(CVDisplayLinkRef link, const CV
 /// A link on the main display, stopped; the caller releases it. Waits for the end of a link's thread that was
 /// stopped from its own callback. Any thread.
 VX_EXPORT CVReturn CVDisplayLinkCreateWithActiveCGDisplays(CVDisplayLinkRef* link);
-/// Ties the link to the display that shows the context's view. Before the start.
+/// Ties the link to the display that shows the context's view, and follows the view to another window or
+/// display while it runs. Before the start; the pixel format may be null.
 VX_EXPORT CVReturn CVDisplayLinkSetCurrentCGDisplayFromOpenGLContext(CVDisplayLinkRef link,
                                                                      CGLContextObj context,
                                                                      CGLPixelFormatObj pixelFormat);

@@ -15,8 +15,8 @@ struct GLCapabilities {
     bool geometryShader4 = false;
 };
 
-/// The record of the calling thread's current context. Needs a current context; without one nothing is
-/// claimed to be there.
+/// The record of the calling thread's current context, also of one that the host made by other means. Without
+/// a current context nothing is claimed to be there.
 VX_EXPORT GLCapabilities& currentGLCapabilities();
 
 } // namespace vx

@@ -5,20 +5,14 @@
 #include <VX_Platform/Foundation/NSObject.h>
 #include <VX_Platform/OpenGL/CGL.h>
 
-#include <atomic>
-#include <condition_variable>
 #include <memory>
 #include <mutex>
-#include <thread>
 
 class NSOpenGLPixelFormat;
 class NSOpenGLView;
 
 namespace vx {
 struct GLCapabilities;
-class Surface;
-class WindowBackend;
-struct ShareGroup;
 } // namespace vx
 
 enum NSOpenGLContextParameter { NSOpenGLCPSwapInterval = 222 };
@@ -31,6 +25,8 @@ enum NSOpenGLContextParameter { NSOpenGLCPSwapInterval = 222 };
 class VX_EXPORT NSOpenGLContext : public NSObject {
 public:
     VX_RETURNS_OWN_TYPE(NSOpenGLContext)
+
+    NSOpenGLContext();
 
     /// A context of the format that shares textures, buffers, shaders and programs with `share` (may be
     /// null). Any thread. Returns the object, or releases it and returns null, with a line in the log.
@@ -49,9 +45,11 @@ public:
     /// Releases whatever context is current on the calling thread.
     static void clearCurrentContext();
 
-    /// Presents the back buffer (`eglSwapBuffers`). Where another context is current on the calling thread,
-    /// this one is made current for the swap and the other one afterwards again. Nothing without a surface.
-    void flushBuffer();
+    /// Presents the back buffer (`eglSwapBuffers`); nothing without a surface. Where another context is
+    /// current on the calling thread, this one is made current for the swap and the other one afterwards
+    /// again. False when the frame was given up: the context could not be had, or the window system does not
+    /// take a frame now and a swap would wait for it.
+    bool flushBuffer();
 
     /// Sets `NSOpenGLCPSwapInterval` from `values[0]`; remembered and applied to each surface bound from now
     /// on.
@@ -78,41 +76,22 @@ public:
     void lock() { m_Lock.lock(); }
     void unlock() { m_Lock.unlock(); }
 
-    /// The surface, for the display link; null when there is none.
-    std::shared_ptr<vx::Surface> surface() const;
+    /// For the view: its window may be on another display now, or the display may have another rate; a
+    /// display link on this context follows. Main thread.
+    void noteDisplay();
     /// What the share group's driver can do; read when a context of the group is first made current.
     vx::GLCapabilities& capabilities();
 
+    /// The library's own side of a context.
+    struct VX_HIDDEN Internals;
+
+protected:
+    ~NSOpenGLContext() override;
+
 private:
     bool becomeCurrent(bool wait);
-    bool claim(bool wait);
-    void handOver();
-    bool bind();
-    void refreshSurface();
 
-    void* m_Config = nullptr;
-    void* m_Context = nullptr;
+    std::unique_ptr<Internals> m_Internals;
     NSOpenGLView* m_View = nullptr;
-    std::shared_ptr<vx::Surface> m_Surface;
-    std::shared_ptr<vx::ShareGroup> m_Group;
     std::recursive_mutex m_Lock;
-
-    // Who has the context current. Everything about the surface belongs to that thread.
-    mutable std::mutex m_OwnerLock;
-    std::condition_variable m_OwnerGone;
-    std::thread::id m_Owner;
-
-    // What the view wants, written by its thread and taken by the thread that has the context current.
-    struct Target {
-        bool present = false;
-        vx::WindowBackend* window = nullptr;
-        CGRect frame;
-    };
-    Target m_Target;
-    std::atomic<bool> m_SurfaceStale{false};
-    std::atomic<int> m_SwapInterval{0};
-    int m_AppliedSwapInterval = -1;
-    bool m_RefusalLogged = false;
-    // Set until the driver's messages have been connected with the log.
-    bool m_DriverMessagesWanted = false;
 };

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <VX_Platform/OpenGL/NSOpenGLPixelFormat.h>
 
+#include <VX_Platform/AppKit/private/RunningPlatform.h>
 #include <VX_Platform/Foundation/NSLog.h>
-#include <VX_Platform/backends/Platform.h>
+#include <VX_Platform/OpenGL/private/PixelFormatInternals.h>
 
 namespace {
 
@@ -100,7 +101,7 @@ bool readAttributes(const std::uint32_t* list, vx::GLFormatRequest& request) {
         const std::uint32_t word = *p++;
         const std::uint32_t value = takesValue(word) ? *p++ : 0;
         if (const char* refused = take(word, value, request)) {
-            NSLog("Pixel format: %s (attribute %u, value %u) is not to be had", refused, word, value);
+            NSLog("Pixel format: %s (attribute %u, value %u) is not available", refused, word, value);
             return false;
         }
     }
@@ -109,12 +110,16 @@ bool readAttributes(const std::uint32_t* list, vx::GLFormatRequest& request) {
 
 } // namespace
 
+NSOpenGLPixelFormat::NSOpenGLPixelFormat() : m_Internals(std::make_unique<Internals>()) {}
+NSOpenGLPixelFormat::~NSOpenGLPixelFormat() = default;
+
 NSOpenGLPixelFormat* NSOpenGLPixelFormat::initWithAttributes(const std::uint32_t* attributes) {
     vx::GLFormatRequest request;
-    vx::Platform* platform = nullptr;
-    if (attributes && readAttributes(attributes, request) && (platform = vx::Platform::current())) {
-        m_Config = platform->gl().chooseConfig(request);
-        if (m_Config)
+    if (attributes && readAttributes(attributes, request))
+        m_Internals->platform = vx::runningPlatform();
+    if (m_Internals->platform) {
+        m_Internals->config = m_Internals->platform->gl().chooseConfig(request);
+        if (m_Internals->config)
             return this;
         NSLog(
             "Pixel format: no configuration has colour %d, alpha %d, depth %d, stencil %d bits and %d "

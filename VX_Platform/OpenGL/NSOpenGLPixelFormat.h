@@ -5,6 +5,7 @@
 #include <VX_Platform/OpenGL/CGL.h>
 
 #include <cstdint>
+#include <memory>
 
 /// Words of a pixel format's attribute list. Those marked with a value are followed by one.
 enum NSOpenGLPixelFormatAttributes : std::uint32_t {
@@ -62,6 +63,8 @@ class VX_EXPORT NSOpenGLPixelFormat : public NSObject {
 public:
     VX_RETURNS_OWN_TYPE(NSOpenGLPixelFormat)
 
+    NSOpenGLPixelFormat();
+
     /// Chooses from a list of words closed by 0. Sizes are taken as minima; words about renderers, policies
     /// and kinds of drawable are accepted and choose nothing, since a machine here has one driver. Starts the
     /// platform if need be. Any thread, no context needed.
@@ -74,9 +77,12 @@ public:
     /// The object itself, under CGL's name for it.
     NSOpenGLPixelFormat* CGLPixelFormatObj() { return this; }
 
-    /// The platform's configuration; for the context.
-    void* configuration() const { return m_Config; }
+    /// The library's own side of a format.
+    struct VX_HIDDEN Internals;
+
+protected:
+    ~NSOpenGLPixelFormat() override;
 
 private:
-    void* m_Config = nullptr;
+    std::unique_ptr<Internals> m_Internals;
 };

@@ -2,9 +2,9 @@
 #include <VX_Platform/OpenGL/NSOpenGLView.h>
 
 #include <VX_Platform/AppKit/NSWindow.h>
+#include <VX_Platform/AppKit/private/RunningPlatform.h>
 #include <VX_Platform/OpenGL/NSOpenGLContext.h>
 #include <VX_Platform/OpenGL/NSOpenGLPixelFormat.h>
-#include <VX_Platform/backends/Platform.h>
 
 NSOpenGLView* NSOpenGLView::initWithFrame(CGRect frame, NSOpenGLPixelFormat* format) {
     if (!NSView::initWithFrame(frame))
@@ -91,11 +91,14 @@ void NSOpenGLView::frameDidChange() {
     update();
 }
 
-vx::WindowBackend* NSOpenGLView::surfaceWindow() const {
-    return window() ? window()->backend() : nullptr;
+void NSOpenGLView::displayDidChange() {
+    if (m_Context)
+        m_Context->noteDisplay();
 }
 
 bool NSOpenGLView::canHaveSurface() const {
-    vx::Platform* platform = vx::Platform::current();
-    return platform && (surfaceWindow() || platform->drawsWithoutWindow());
+    if (window())
+        return true;
+    const auto platform = vx::runningPlatform();
+    return platform && platform->drawsWithoutWindow();
 }

@@ -6,10 +6,6 @@
 class NSOpenGLContext;
 class NSOpenGLPixelFormat;
 
-namespace vx {
-class WindowBackend;
-}
-
 /// A view that owns a GL context and draws with it.
 ///
 /// The run loop's display pass calls `prepareOpenGL` once for each new context, with that context current, as
@@ -48,11 +44,10 @@ public:
     void display() override;
     void viewDidMoveToWindow() override;
     void frameDidChange() override;
+    void displayDidChange() override;
 
-    /// Whether the view can be drawn to where it is now.
+    /// Whether the view can be drawn to where it is now: in a window, or anywhere without a window system.
     bool canHaveSurface() const;
-    /// The window that holds the surface; null for a view in none.
-    vx::WindowBackend* surfaceWindow() const;
 
 private:
     NSOpenGLPixelFormat* m_PixelFormat = nullptr;

@@ -57,6 +57,9 @@ public:
 
     /// "name: version" of the EGL implementation.
     std::string description() const;
+    /// Whether a GL context of whatever owner is current on the calling thread: one of EGL's, or of GLX's
+    /// where the process uses that.
+    static bool anyContextIsCurrent();
     /// Text of the calling thread's last EGL error.
     static std::string lastError();
 

@@ -1,42 +1,18 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <VX_Platform/CoreGraphics/CGGeometry.h>
+#include <VX_Platform/CoreGraphics/NativeWindow.h>
+#include <VX_Platform/backends/Alert.h>
+#include <VX_Platform/backends/Displays.h>
 #include <VX_Platform/backends/GLDriver.h>
+#include <VX_Platform/backends/PlatformEvents.h>
+#include <VX_Platform/backends/RefreshSource.h>
 
-#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
 
-class NSEvent;
-class NSWindow;
-
 namespace vx {
-
-/// One display as the platform sees it now; bounds in pixels from the top left of the desktop.
-struct DisplayInfo {
-    std::uint32_t id = 0;
-    std::string name;
-    CGRect bounds;
-    double refreshRate = 60.0;
-};
-
-/// Waits for the refreshes of one display, on the display link's thread only.
-class RefreshSource {
-public:
-    enum class Outcome { refresh, silent, woken };
-
-    virtual ~RefreshSource() = default;
-    /// Asks for the next refresh. One that has been asked for and not yet waited for counts once.
-    virtual void ask() = 0;
-    /// Waits for the one asked for: `silent` when none came within `seconds`, `woken` when `wakeDescriptor`
-    /// became readable.
-    virtual Outcome wait(double seconds, int wakeDescriptor) = 0;
-    virtual const char* name() const = 0;
-};
-
-class WindowBackend;
 
 /// What a view draws to.
 class Surface {
@@ -48,10 +24,18 @@ public:
     /// Follows the view's frame, which is given in its window's coordinates. Called where the surface's
     /// context is current or on no thread, since the handle may change.
     virtual void follow(CGRect frame) = 0;
-    /// The display that shows the surface.
+    /// The display that shows the surface now. Any thread.
     virtual DisplayInfo display() const = 0;
-    /// A source of that display's refreshes, or null where only the clock serves.
+    /// A source of that display's refreshes, or null where only the clock serves. Any thread.
     virtual std::unique_ptr<RefreshSource> makeRefreshSource() const = 0;
+    /// Whether the frame just drawn may be handed over. Where it is not, a swap would wait for a display that
+    /// does not answer; the refresh counts as lost. On the thread that has the surface's context current.
+    virtual bool takesFrame() { return true; }
+};
+
+struct WindowStyle {
+    bool bordered = true;
+    bool resizable = true;
 };
 
 /// A top-level window. Main thread only.
@@ -64,54 +48,46 @@ public:
     virtual CGRect frame() const = 0;
     virtual void show() = 0;
     virtual void hide() = 0;
-    virtual void setBordered(bool bordered) = 0;
-    /// The native window, 0 where there is none.
-    virtual unsigned long nativeWindow() const = 0;
+    virtual void setStyle(WindowStyle style) = 0;
+    /// Covers the display of that name entirely until `leaveDisplay` or another display; false where there is
+    /// no such display, or the window is another toolkit's.
+    virtual bool fillDisplay(const std::string& display) = 0;
+    /// Back to frame and style of before; nothing where the window fills no display.
+    virtual void leaveDisplay() = 0;
+    virtual NativeWindow nativeWindow() const = 0;
 };
 
-/// The seam between the platform classes and the system below them. It reports events upward through
-/// `NSWindow::sendEvent` and the window's `backend...` operations and decides nothing by itself.
+/// A system below the platform classes: window system or none, and its GL. Everything it has to tell goes
+/// through the `PlatformEvents` that it was started with.
 class Platform {
 public:
     virtual ~Platform() = default;
 
-    /// The process's platform, started on the first call; null, with one line in the log, when it cannot
-    /// start.
-    static Platform* current();
-    /// Whether one has been started.
-    static bool isStarted();
-    /// Ends the platform; every window, view and context must be gone.
-    static void shutDown();
-
     virtual const char* name() const = 0;
     virtual GLDriver& gl() = 0;
+    /// The displays there are now, the primary one first. Any thread.
     virtual std::vector<DisplayInfo> displays() = 0;
-    virtual std::unique_ptr<WindowBackend> makeWindow(NSWindow* window, CGRect frame, bool bordered) = 0;
-    /// A window on one that another toolkit owns; null where the platform has no such thing.
-    virtual std::unique_ptr<WindowBackend> adoptWindow(NSWindow* window, unsigned long nativeWindow) = 0;
+    virtual std::unique_ptr<WindowBackend> makeWindow(CGRect frame, WindowStyle style) = 0;
+    /// A window on one that another toolkit owns; null, with a line in the log, where that cannot be.
+    virtual std::unique_ptr<WindowBackend> adoptWindow(const NativeWindow& native) = 0;
     /// A surface for a view inside `window` (null for a view that is in none), or null.
     virtual std::unique_ptr<Surface> makeSurface(GLDriver::Handle config, WindowBackend* window,
                                                  CGRect frame) = 0;
     /// Whether a view can be drawn to without being in a window.
     virtual bool drawsWithoutWindow() const = 0;
-    /// Hands waiting events to their windows; waits up to `seconds` for the first. Main thread only.
+    /// Shows the alert and blocks the calling thread, and no other, until a button is pressed; returns that
+    /// button's result. Any thread.
+    virtual int presentAlert(const AlertContents& contents) = 0;
+    /// Reports waiting events; waits up to `seconds` for the first. Main thread only.
     virtual void handleEvents(double seconds) = 0;
     /// Ends a wait in `handleEvents`. Any thread.
     virtual void wake() = 0;
+
+    /// Plugs a virtual display in, or changes the one of that name; false where displays are real. Main
+    /// thread only.
+    virtual bool plugDisplay(const std::string& name, CGRect bounds, double refreshRate) { return false; }
+    /// False where there is no such virtual display. Main thread only.
+    virtual bool unplugDisplay(const std::string& name) { return false; }
 };
-
-/// How the headless platform is to be set up.
-struct HeadlessOptions {
-    /// Index among EGL's devices; negative for the first that gives a desktop GL context.
-    int device = -1;
-    CGSize displaySize = {1920.0, 1080.0};
-    double refreshRate = 60.0;
-};
-
-std::unique_ptr<Platform> makeX11Platform();
-std::unique_ptr<Platform> makeHeadlessPlatform(const HeadlessOptions& options);
-
-/// Chooses what `Platform::current` starts. To be called before it.
-void chooseHeadlessPlatform(const HeadlessOptions& options);
 
 } // namespace vx

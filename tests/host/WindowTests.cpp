@@ -51,13 +51,13 @@ TEST(Window, ShowsFramesAtTheDisplaysRateAndFollowsItsSize) {
     fill(stage, frames, 0, 1, 0);
     EXPECT_STREQ(CVDisplayLinkGetThrottleName(stage.view->displayLink()), "Present events");
     ASSERT_TRUE(runUntil([&] { return frames > 10; }));
-    EXPECT_EQ(shownPixel(stage.window->nativeWindow(), 100, 75), 0x00FF00u);
+    EXPECT_EQ(shownPixel(stage.window->nativeWindow().handle, 100, 75), 0x00FF00u);
 
     stage.window->setFrame(CGRectMake(30, 30, 320, 240));
     ASSERT_TRUE(runUntil([&] { return stage.view->bounds().size.width == 320.0; }));
     const int before = frames;
     ASSERT_TRUE(runUntil([&] { return frames > before + 5; }));
-    EXPECT_EQ(shownPixel(stage.window->nativeWindow(), 310, 230), 0x00FF00u);
+    EXPECT_EQ(shownPixel(stage.window->nativeWindow().handle, 310, 230), 0x00FF00u);
 }
 
 TEST(Window, HandsKeysAndMouseThroughTheViewToTheHost) {
@@ -128,7 +128,7 @@ TEST(Window, MovesAViewFromWindowToWindowWhileItIsStopped) {
     fill(stage, frames, 0.0f, 0.0f, 1.0f);
     stage.view->startRenderThread();
     ASSERT_TRUE(runUntil([&] { return frames > 5; }));
-    EXPECT_EQ(shownPixel(second->nativeWindow(), 140, 110), 0x0000FFu);
+    EXPECT_EQ(shownPixel(second->nativeWindow().handle, 140, 110), 0x0000FFu);
 }
 
 TEST(Window, ClosesWithTheViewStillDrawing) {

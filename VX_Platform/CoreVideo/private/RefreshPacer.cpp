@@ -6,41 +6,55 @@
 #include <sys/eventfd.h>
 #include <unistd.h>
 
-#include <cerrno>
+#include <algorithm>
 #include <cmath>
-#include <ctime>
+#include <utility>
 
 namespace vx {
 
 namespace {
 
-constexpr std::uint64_t kSecond = 1000000000;
-// Silence of the event source after which the clock takes over.
-constexpr double kPatience = 4.0;
+constexpr double kSecond = static_cast<double>(Clock::kSecond);
+// Refreshes without an answer after which the clock takes the beat over.
+constexpr std::uint64_t kPatience = 4;
+// Beats held after which the question is asked again: the server may have lost it with a window or a mode.
+constexpr int kBeatsPerQuestion = 60;
+// Weight of one measurement, and how many make the measured period more than chance.
+constexpr double kWeight = 0.05;
+constexpr int kEnoughSamples = 60;
+// A measured rate that differs by more than this from the announced one is the true one.
+constexpr double kDisbelief = 0.03;
 
-void sleepUntil(std::uint64_t time) {
-    const std::timespec until{static_cast<std::time_t>(time / kSecond), static_cast<long>(time % kSecond)};
-    while (clock_nanosleep(CLOCK_MONOTONIC, TIMER_ABSTIME, &until, nullptr) == EINTR) {
-    }
+std::uint64_t nanoseconds(double seconds) {
+    return std::max<std::uint64_t>(1, static_cast<std::uint64_t>(std::llround(seconds * kSecond)));
 }
 
 } // namespace
 
 RefreshPacer::RefreshPacer(std::unique_ptr<RefreshSource> source, double period)
-    : m_Source(std::move(source)),
-      m_Period(static_cast<std::uint64_t>(std::llround(period * kSecond))),
-      m_WakeDescriptor(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)),
-      m_Throttle(m_Source ? m_Source->name() : kDeadlines),
-      m_Measured(period) {}
+    : m_WakeDescriptor(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
+    use(std::move(source), period);
+}
 
 RefreshPacer::~RefreshPacer() {
     close(m_WakeDescriptor);
 }
 
-std::uint64_t RefreshPacer::now() {
-    std::timespec time{};
-    clock_gettime(CLOCK_MONOTONIC, &time);
-    return static_cast<std::uint64_t>(time.tv_sec) * kSecond + time.tv_nsec;
+void RefreshPacer::use(std::unique_ptr<RefreshSource> source, double period) {
+    m_Source = std::move(source);
+    m_Period = nanoseconds(period);
+    m_Deadline = 0;
+    m_Asked = m_Holding = m_NumberKnown = false;
+    m_Samples = 0;
+    m_MeasuredTime = 0;
+    m_Throttle = m_Source ? m_Source->name() : kDeadlines;
+    m_Measured = period;
+}
+
+void RefreshPacer::follow(std::unique_ptr<RefreshSource> source, double period) {
+    use(std::move(source), period);
+    // The beat goes on from where it was.
+    m_Deadline = m_Last.time;
 }
 
 void RefreshPacer::wake() {
@@ -49,67 +63,124 @@ void RefreshPacer::wake() {
     [[maybe_unused]] const ssize_t written = write(m_WakeDescriptor, &one, sizeof one);
 }
 
-std::uint64_t RefreshPacer::wait() {
-    std::uint64_t time = m_Source ? waitForEvent() : 0;
-    if (!time && !m_Ending)
-        time = waitForDeadline();
-    if (m_Ending)
-        return 0;
-    measure(time);
-    return time;
+std::optional<Refresh> RefreshPacer::wait() {
+    std::optional<Refresh> refresh;
+    if (!m_Ending)
+        refresh = m_Source ? waitForSource() : waitForDeadline();
+    if (m_Ending || !refresh)
+        return std::nullopt;
+    if (m_Last.time != 0 && refresh->count > m_Last.count + 1)
+        m_Missed += refresh->count - m_Last.count - 1;
+    m_Last = *refresh;
+    return refresh;
 }
 
-std::uint64_t RefreshPacer::waitForEvent() {
-    if (!m_Asked)
+std::optional<Refresh> RefreshPacer::waitForSource() {
+    if (!std::exchange(m_Asked, true))
         m_Source->ask();
-    m_Asked = false;
-    switch (m_Source->wait(kPatience * m_Period / kSecond, m_WakeDescriptor)) {
-        case RefreshSource::Outcome::refresh:
-            m_Source->ask();
-            m_Asked = true;
-            return now();
-        case RefreshSource::Outcome::silent:
-            fallBack();
-            return 0;
+    const std::uint64_t until = m_Holding ? nextDeadline() : Clock::current().now() + kPatience * m_Period;
+    Refresh answer;
+    switch (m_Source->wait(until, m_WakeDescriptor, answer)) {
         case RefreshSource::Outcome::woken:
+            return std::nullopt;
+        case RefreshSource::Outcome::silent:
+            return m_Holding ? holdBeat() : hold();
+        case RefreshSource::Outcome::refresh:
             break;
     }
-    return 0;
+    m_Source->ask();
+    if (m_Holding)
+        resume();
+    return numbered(answer);
 }
 
-void RefreshPacer::fallBack() {
-    NSLog("Display link: no %s for %.0f refreshes; going on with %s", m_Source->name(), kPatience,
-          kDeadlines);
-    m_Source.reset();
+std::optional<Refresh> RefreshPacer::hold() {
+    NSLog("Display link: no %s for %llu refreshes; %s hold the beat until they come back", m_Source->name(),
+          static_cast<unsigned long long>(kPatience), kDeadlines);
+    m_Holding = true;
+    m_HeldBeats = 0;
+    m_Deadline = m_Last.time;
     m_Throttle = kDeadlines;
+    return waitForDeadline();
 }
 
-std::uint64_t RefreshPacer::waitForDeadline() {
-    const std::uint64_t before = now();
-    if (m_Deadline == 0)
-        m_Deadline = before;
-    m_Deadline += m_Period;
-    if (m_Deadline <= before) {
-        // The callback took longer than a refresh: those that went by are given up, and the beat is kept.
-        const std::uint64_t late = (before - m_Deadline) / m_Period + 1;
-        m_Deadline += late * m_Period;
+Refresh RefreshPacer::holdBeat() {
+    if (++m_HeldBeats % kBeatsPerQuestion == 0)
+        m_Source->ask();
+    return beat();
+}
+
+void RefreshPacer::resume() {
+    NSLog("Display link: %s are back", m_Source->name());
+    m_Holding = m_NumberKnown = false;
+    m_MeasuredTime = 0;
+    m_Throttle = m_Source->name();
+}
+
+// The number that goes on from the last one, and the latest refresh that has been by now: an answer may have
+// waited for the end of a long callback.
+Refresh RefreshPacer::numbered(const Refresh& answer) {
+    if (answer.period)
+        m_Period = answer.period;
+    if (!std::exchange(m_NumberKnown, true)) {
+        const std::uint64_t since = m_Last.time && answer.time > m_Last.time ? answer.time - m_Last.time : 0;
+        m_NumberOffset = m_Last.count + std::max<std::uint64_t>(1, periodsIn(since)) - answer.count;
     }
-    sleepUntil(m_Deadline);
+    measure(answer.time, answer.count);
+    believeMeasurement();
+    const std::uint64_t now = Clock::current().now();
+    const std::uint64_t late = now > answer.time ? (now - answer.time) / m_Period : 0;
+    const std::uint64_t number = answer.count + m_NumberOffset + late;
+    return {answer.time + late * m_Period, std::max(number, m_Last.count + 1), m_Period};
+}
+
+// The first deadline on the beat that lies ahead. Those that a long callback has let go by are given up.
+std::uint64_t RefreshPacer::nextDeadline() {
+    const std::uint64_t now = Clock::current().now();
+    if (m_Deadline == 0)
+        m_Deadline = now;
+    m_Deadline += m_Period;
+    if (m_Deadline <= now)
+        m_Deadline += ((now - m_Deadline) / m_Period + 1) * m_Period;
     return m_Deadline;
 }
 
-void RefreshPacer::measure(std::uint64_t refresh) {
-    const std::uint64_t woken = now();
-    if (m_LastRefresh != 0) {
-        const std::uint64_t refreshes = (refresh - m_LastRefresh + m_Period / 2) / m_Period;
-        if (refreshes > 1)
-            m_Missed += refreshes - 1;
-        else
-            m_Measured =
-                m_Measured + (static_cast<double>(woken - m_LastWoken) / kSecond - m_Measured) * 0.05;
+std::optional<Refresh> RefreshPacer::waitForDeadline() {
+    if (!Clock::current().sleepUntil(nextDeadline(), m_WakeDescriptor))
+        return std::nullopt;
+    const Refresh refresh = beat();
+    if (!m_Holding)
+        measure(Clock::current().now(), refresh.count);
+    return refresh;
+}
+
+// The refresh of the deadline that has just been reached.
+Refresh RefreshPacer::beat() const {
+    const std::uint64_t since = m_Last.time ? m_Deadline - m_Last.time : m_Period;
+    return {m_Deadline, m_Last.count + std::max<std::uint64_t>(1, periodsIn(since)), m_Period};
+}
+
+void RefreshPacer::measure(std::uint64_t time, std::uint64_t count) {
+    if (m_MeasuredTime != 0 && time > m_MeasuredTime && count > m_MeasuredCount) {
+        const double period = static_cast<double>(time - m_MeasuredTime) /
+                              static_cast<double>(count - m_MeasuredCount) / kSecond;
+        m_Measured = m_Measured + (period - m_Measured) * kWeight;
+        ++m_Samples;
     }
-    m_LastRefresh = refresh;
-    m_LastWoken = woken;
+    m_MeasuredTime = time;
+    m_MeasuredCount = count;
+}
+
+// Under some servers the events come at a rate of their own, whatever the display announces.
+void RefreshPacer::believeMeasurement() {
+    if (m_Samples < kEnoughSamples)
+        return;
+    m_Samples = 0;
+    const double measured = m_Measured, told = static_cast<double>(m_Period) / kSecond;
+    if (std::abs(measured - told) <= kDisbelief * told)
+        return;
+    NSLog("Display link: %s come at %.2f Hz, not at %.2f Hz", m_Source->name(), 1.0 / measured, 1.0 / told);
+    m_Period = nanoseconds(measured);
 }
 
 } // namespace vx

@@ -4,6 +4,7 @@
 #include <VX_Platform/Foundation/NSLog.h>
 
 #include <EGL/egl.h>
+#include <dlfcn.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -137,6 +138,14 @@ void GLDriver::setSwapInterval(int interval) const {
 std::string GLDriver::description() const {
     return std::string("EGL ") + eglQueryString(m_Display, EGL_VERSION) + ", " +
            eglQueryString(m_Display, EGL_VENDOR);
+}
+
+bool GLDriver::anyContextIsCurrent() {
+    if (eglGetCurrentContext() != EGL_NO_CONTEXT)
+        return true;
+    using CurrentContext = void* (*)();
+    const auto ofGLX = reinterpret_cast<CurrentContext>(dlsym(RTLD_DEFAULT, "glXGetCurrentContext"));
+    return ofGLX && ofGLX() != nullptr;
 }
 
 std::string GLDriver::lastError() {

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include <VX_Platform/AppKit/NSWindow.h>
+#include <VX_Platform/backends/headless/HeadlessPlatform.h>
+
 #include <VX_Platform/Foundation/NSLog.h>
-#include <VX_Platform/backends/AlertPresenter.h>
-#include <VX_Platform/backends/Platform.h>
 #include <VX_Platform/backends/headless/EGLDevices.h>
+#include <VX_Platform/backends/headless/HeadlessDesktop.h>
 
 #include <chrono>
 #include <condition_variable>
@@ -15,9 +15,9 @@ namespace {
 
 class HeadlessSurface : public Surface {
 public:
-    HeadlessSurface(GLDriver& gl, GLDriver::Handle config, const WindowBackend* window, CGRect frame,
-                    DisplayInfo display)
-        : m_GL(gl), m_Config(config), m_Window(window), m_Display(std::move(display)) {
+    HeadlessSurface(GLDriver& gl, GLDriver::Handle config, std::shared_ptr<HeadlessDesktop> desktop,
+                    const WindowBackend* window, CGRect frame)
+        : m_GL(gl), m_Config(config), m_Desktop(std::move(desktop)), m_Window(window) {
         follow(frame);
     }
     ~HeadlessSurface() override { destroy(); }
@@ -36,7 +36,7 @@ public:
         m_Handle = m_GL.createPbuffer(m_Config, width, height);
     }
 
-    DisplayInfo display() const override { return m_Display; }
+    DisplayInfo display() const override { return m_Desktop->displayOf(m_Window); }
     std::unique_ptr<RefreshSource> makeRefreshSource() const override { return nullptr; }
 
 private:
@@ -48,66 +48,41 @@ private:
 
     GLDriver& m_GL;
     GLDriver::Handle m_Config;
+    std::shared_ptr<HeadlessDesktop> m_Desktop;
     const WindowBackend* m_Window;
-    DisplayInfo m_Display;
     GLDriver::Handle m_Handle = nullptr;
     int m_Width = 0;
     int m_Height = 0;
 };
 
-// Keeps what a window system would keep, and tells the window of each change as one would.
-class HeadlessWindow : public WindowBackend {
-public:
-    HeadlessWindow(NSWindow* window, CGRect frame) : m_Window(window), m_Frame(frame) {}
-
-    void setTitle(const char*) override {}
-    void setFrame(CGRect frame) override {
-        m_Frame = frame;
-        m_Window->backendFrameChanged(frame);
-    }
-    CGRect frame() const override { return m_Frame; }
-    void show() override { m_Window->backendFocusChanged(true); }
-    void hide() override { m_Window->backendFocusChanged(false); }
-    void setBordered(bool) override {}
-    unsigned long nativeWindow() const override { return 0; }
-
-private:
-    NSWindow* m_Window;
-    CGRect m_Frame;
-};
-
 class HeadlessPlatform : public Platform {
 public:
-    HeadlessPlatform(GLDriver::Handle display, const HeadlessOptions& options)
-        : m_GL(display, GLDriver::SurfaceKind::pbuffer) {
-        m_Display.id = 1;
-        m_Display.name = "Headless";
-        m_Display.bounds.size = options.displaySize;
-        m_Display.refreshRate = options.refreshRate;
-        alertsGoToLog = true;
-    }
-    ~HeadlessPlatform() override { alertsGoToLog = false; }
+    HeadlessPlatform(GLDriver::Handle display, PlatformEvents& events)
+        : m_GL(display, GLDriver::SurfaceKind::pbuffer),
+          m_Desktop(std::make_shared<HeadlessDesktop>(events)) {}
 
     const char* name() const override { return "headless"; }
     GLDriver& gl() override { return m_GL; }
-    std::vector<DisplayInfo> displays() override { return {m_Display}; }
+    std::vector<DisplayInfo> displays() override { return m_Desktop->displays(); }
 
-    std::unique_ptr<WindowBackend> makeWindow(NSWindow* window, CGRect frame, bool) override {
-        return std::make_unique<HeadlessWindow>(window, frame);
+    std::unique_ptr<WindowBackend> makeWindow(CGRect frame, WindowStyle) override {
+        return std::make_unique<HeadlessWindow>(m_Desktop, frame);
     }
-    std::unique_ptr<WindowBackend> adoptWindow(NSWindow*, unsigned long nativeWindow) override {
-        NSLog("The headless platform cannot take over window 0x%lx: it has no window system", nativeWindow);
+    std::unique_ptr<WindowBackend> adoptWindow(const NativeWindow& native) override {
+        NSLog("The headless platform cannot take over window 0x%lx: it has no window system",
+              static_cast<unsigned long>(native.handle));
         return nullptr;
     }
     std::unique_ptr<Surface> makeSurface(GLDriver::Handle config, WindowBackend* window,
                                          CGRect frame) override {
-        auto surface = std::make_unique<HeadlessSurface>(m_GL, config, window, frame, m_Display);
+        auto surface = std::make_unique<HeadlessSurface>(m_GL, config, m_Desktop, window, frame);
         if (!surface->handle())
             return nullptr;
         return surface;
     }
 
     bool drawsWithoutWindow() const override { return true; }
+    int presentAlert(const AlertContents& contents) override { return logAlert(contents); }
 
     void handleEvents(double seconds) override {
         std::unique_lock lock(m_Lock);
@@ -120,9 +95,14 @@ public:
         m_Wake.notify_one();
     }
 
+    bool plugDisplay(const std::string& name, CGRect bounds, double refreshRate) override {
+        return m_Desktop->plug(name, bounds, refreshRate);
+    }
+    bool unplugDisplay(const std::string& name) override { return m_Desktop->unplug(name); }
+
 private:
     GLDriver m_GL;
-    DisplayInfo m_Display;
+    std::shared_ptr<HeadlessDesktop> m_Desktop;
     std::mutex m_Lock;
     std::condition_variable m_Wake;
     bool m_Woken = false;
@@ -130,7 +110,7 @@ private:
 
 } // namespace
 
-std::unique_ptr<Platform> makeHeadlessPlatform(const HeadlessOptions& options) {
+std::unique_ptr<Platform> startHeadlessPlatform(PlatformEvents& events, const HeadlessOptions& options) {
     GLDriver::Handle display = openHeadlessDisplay(options.device);
     if (!display) {
         NSLog(
@@ -138,7 +118,10 @@ std::unique_ptr<Platform> makeHeadlessPlatform(const HeadlessOptions& options) {
             "OpenGL");
         return nullptr;
     }
-    return std::make_unique<HeadlessPlatform>(display, options);
+    auto platform = std::make_unique<HeadlessPlatform>(display, events);
+    if (!platform->plugDisplay("Headless", {{}, options.displaySize}, options.refreshRate))
+        platform->plugDisplay("Headless", {{}, HeadlessOptions().displaySize}, HeadlessOptions().refreshRate);
+    return platform;
 }
 
 } // namespace vx

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <VX_Platform/backends/x11/PresentSource.h>
 
+#include <VX_Platform/Foundation/private/Clock.h>
+
 #include <poll.h>
 #include <xcb/present.h>
 #include <xcb/xcb.h>
@@ -12,10 +14,12 @@ namespace vx {
 
 namespace {
 
-double monotonicSeconds() {
-    std::timespec time{};
-    clock_gettime(CLOCK_MONOTONIC, &time);
-    return time.tv_sec + time.tv_nsec * 1e-9;
+// A server on another machine, or a strange driver, dates its refreshes by a clock that is not ours.
+constexpr std::uint64_t kBelievable = Clock::kSecond;
+
+std::uint64_t timeOf(const xcb_present_complete_notify_event_t& event) {
+    const std::uint64_t now = Clock::system().now(), told = event.ust * 1000;
+    return told <= now && now - told < kBelievable ? told : now;
 }
 
 class PresentSource : public RefreshSource {
@@ -41,32 +45,43 @@ public:
         xcb_flush(m_Connection);
     }
 
-    Outcome wait(double seconds, int wakeDescriptor) override {
-        const double end = monotonicSeconds() + seconds;
+    Outcome wait(std::uint64_t until, int wakeDescriptor, Refresh& refresh) override {
         for (;;) {
-            if (takeAnswer())
+            if (takeAnswer(refresh))
                 return Outcome::refresh;
-            const double left = end - monotonicSeconds();
-            if (left <= 0.0 || xcb_connection_has_error(m_Connection))
-                return Outcome::silent;
-            pollfd wanted[] = {{xcb_get_file_descriptor(m_Connection), POLLIN, 0},
-                               {wakeDescriptor, POLLIN, 0}};
-            poll(wanted, 2, static_cast<int>(left * 1000.0) + 1);
-            if (wanted[1].revents & POLLIN)
+            if (!pause(until, wakeDescriptor))
                 return Outcome::woken;
+            if (Clock::system().now() >= until)
+                return takeAnswer(refresh) ? Outcome::refresh : Outcome::silent;
         }
     }
 
 private:
-    // Takes in what has come; true when the answer to the last question was among it.
-    bool takeAnswer() {
+    // Until something comes or the time is over; false when woken.
+    bool pause(std::uint64_t until, int wakeDescriptor) {
+        const std::uint64_t now = Clock::system().now(), left = until > now ? until - now : 0;
+        const std::timespec rest{static_cast<std::time_t>(left / Clock::kSecond),
+                                 static_cast<long>(left % Clock::kSecond)};
+        // A connection that has ended stays readable for ever.
+        const int connection =
+            xcb_connection_has_error(m_Connection) ? -1 : xcb_get_file_descriptor(m_Connection);
+        pollfd wanted[] = {{connection, POLLIN, 0}, {wakeDescriptor, POLLIN, 0}};
+        ppoll(wanted, 2, &rest, nullptr);
+        return !(wanted[1].revents & POLLIN);
+    }
+
+    // Takes in what has come; true when an answer was among it. Of several, the last one counts.
+    bool takeAnswer(Refresh& refresh) {
         bool answered = false;
         while (m_Events) {
             xcb_generic_event_t* event = xcb_poll_for_special_event(m_Connection, m_Events);
             if (!event)
                 break;
-            auto* complete = reinterpret_cast<xcb_present_complete_notify_event_t*>(event);
-            answered |= complete->event_type == XCB_PRESENT_COMPLETE_NOTIFY && complete->serial == m_Serial;
+            const auto& complete = *reinterpret_cast<xcb_present_complete_notify_event_t*>(event);
+            if (complete.event_type == XCB_PRESENT_COMPLETE_NOTIFY) {
+                refresh = {timeOf(complete), complete.msc, 0};
+                answered = true;
+            }
             std::free(event);
         }
         // Errors (of a window that has gone) come on the ordinary queue and answer nothing.

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <VX_Platform/backends/AlertPresenter.h>
+#include <VX_Platform/backends/Alert.h>
 
 #include <optional>
 

@@ -6,7 +6,7 @@
 #include <X11/Xlib.h>
 #include <X11/extensions/Xrandr.h>
 
-#include <algorithm>
+#include <optional>
 
 namespace vx {
 
@@ -40,12 +40,29 @@ double refreshRate(const XRRScreenResources* resources, RRMode mode) {
     return 60.0;
 }
 
-double overlap(const CGRect& a, const CGRect& b) {
-    const double width =
-        std::min(a.origin.x + a.size.width, b.origin.x + b.size.width) - std::max(a.origin.x, b.origin.x);
-    const double height =
-        std::min(a.origin.y + a.size.height, b.origin.y + b.size.height) - std::max(a.origin.y, b.origin.y);
-    return std::max(width, 0.0) * std::max(height, 0.0);
+// What an output shows now; nothing for one that is off.
+std::optional<DisplayInfo> activeDisplay(::Display* connection, XRRScreenResources* resources, RROutput id) {
+    std::optional<DisplayInfo> display;
+    XRROutputInfo* output = XRRGetOutputInfo(connection, resources, id);
+    XRRCrtcInfo* crtc =
+        output && output->crtc ? XRRGetCrtcInfo(connection, resources, output->crtc) : nullptr;
+    if (crtc && crtc->mode) {
+        const std::string name(output->name, output->nameLen);
+        display =
+            DisplayInfo{displayIdOf(name), name, CGRectMake(crtc->x, crtc->y, crtc->width, crtc->height),
+                        refreshRate(resources, crtc->mode)};
+    }
+    if (crtc)
+        XRRFreeCrtcInfo(crtc);
+    if (output)
+        XRRFreeOutputInfo(output);
+    return display;
+}
+
+DisplayInfo wholeScreen(::Display* connection) {
+    const int screen = DefaultScreen(connection);
+    return {displayIdOf("X screen"), "X screen",
+            CGRectMake(0, 0, DisplayWidth(connection, screen), DisplayHeight(connection, screen)), 60.0};
 }
 
 } // namespace
@@ -59,6 +76,12 @@ std::unique_ptr<X11Connection> X11Connection::open() {
 X11Connection::X11Connection(_XDisplay* display) : m_Display(display) {
     ownDisplay = display;
     formerHandler = XSetErrorHandler(logError);
+    int events = 0, errors = 0;
+    if (!XRRQueryExtension(display, &events, &errors))
+        return;
+    m_DisplayEvents = events;
+    XRRSelectInput(display, DefaultRootWindow(display),
+                   RRScreenChangeNotifyMask | RRCrtcChangeNotifyMask | RROutputChangeNotifyMask);
 }
 
 X11Connection::~X11Connection() {
@@ -74,30 +97,14 @@ std::vector<DisplayInfo> X11Connection::displays() const {
     XRRScreenResources* resources = XRRGetScreenResourcesCurrent(m_Display, root);
     const RROutput primary = resources ? XRRGetOutputPrimary(m_Display, root) : 0;
     for (int i = 0; resources && i < resources->noutput; ++i) {
-        XRROutputInfo* output = XRRGetOutputInfo(m_Display, resources, resources->outputs[i]);
-        XRRCrtcInfo* crtc =
-            output && output->crtc ? XRRGetCrtcInfo(m_Display, resources, output->crtc) : nullptr;
-        if (crtc && crtc->mode) {
-            DisplayInfo display;
-            display.id = static_cast<std::uint32_t>(resources->outputs[i]);
-            display.name.assign(output->name, output->nameLen);
-            display.bounds = CGRectMake(crtc->x, crtc->y, crtc->width, crtc->height);
-            display.refreshRate = refreshRate(resources, crtc->mode);
-            found.insert(resources->outputs[i] == primary ? found.begin() : found.end(), display);
-        }
-        if (crtc)
-            XRRFreeCrtcInfo(crtc);
-        if (output)
-            XRRFreeOutputInfo(output);
+        const std::optional<DisplayInfo> display = activeDisplay(m_Display, resources, resources->outputs[i]);
+        if (display)
+            found.insert(resources->outputs[i] == primary ? found.begin() : found.end(), *display);
     }
     if (resources)
         XRRFreeScreenResources(resources);
-    if (found.empty()) {
-        const int screen = DefaultScreen(m_Display);
-        found.push_back({0, "X screen",
-                         CGRectMake(0, 0, DisplayWidth(m_Display, screen), DisplayHeight(m_Display, screen)),
-                         60.0});
-    }
+    if (found.empty())
+        found.push_back(wholeScreen(m_Display));
     return found;
 }
 
@@ -113,13 +120,25 @@ bool X11Connection::frameOf(unsigned long window, CGRect& frame) const {
 }
 
 DisplayInfo X11Connection::displayOf(unsigned long window) const {
-    const std::vector<DisplayInfo> all = displays();
     CGRect frame;
-    if (!frameOf(window, frame))
-        return all.front();
-    return *std::max_element(all.begin(), all.end(), [&](const DisplayInfo& a, const DisplayInfo& b) {
-        return overlap(a.bounds, frame) < overlap(b.bounds, frame);
-    });
+    frameOf(window, frame);
+    return displayShowing(displays(), frame);
+}
+
+bool X11Connection::takeEvents(const std::function<void(const XEvent&)>& ofWindow) {
+    bool displaysChanged = false;
+    while (XPending(m_Display) > 0) {
+        XEvent event;
+        XNextEvent(m_Display, &event);
+        if (m_DisplayEvents >= 0 && (event.type == m_DisplayEvents + RRScreenChangeNotify ||
+                                     event.type == m_DisplayEvents + RRNotify)) {
+            XRRUpdateConfiguration(&event);
+            displaysChanged = true;
+        } else {
+            ofWindow(event);
+        }
+    }
+    return displaysChanged;
 }
 
 } // namespace vx

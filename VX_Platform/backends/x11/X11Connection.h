@@ -3,12 +3,15 @@
 
 #include <VX_Platform/backends/Platform.h>
 
+#include <functional>
+
 struct _XDisplay;
+union _XEvent;
 
 namespace vx {
 
 /// The platform's own connection to the X server, beside that of SDL: EGL draws on it, the views' windows are
-/// made on it, displays are asked for on it. Any thread.
+/// made on it, displays are asked for on it. Any thread, but for `takeEvents`.
 class X11Connection {
 public:
     /// Null when there is no server.
@@ -23,10 +26,16 @@ public:
     /// Size and desktop position of a window; false when there is no such window.
     bool frameOf(unsigned long window, CGRect& frame) const;
 
+    /// Hands over what has come: events of windows to `ofWindow`, and whether displays have changed is the
+    /// result. Main thread only.
+    bool takeEvents(const std::function<void(const _XEvent&)>& ofWindow);
+
 private:
     explicit X11Connection(_XDisplay* display);
 
     _XDisplay* m_Display;
+    /// First event of RandR, negative where the server has none.
+    int m_DisplayEvents = -1;
 };
 
 } // namespace vx

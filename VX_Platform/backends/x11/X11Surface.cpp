@@ -38,7 +38,7 @@ public:
 
     bool make(GLDriver::Handle config, CGRect frame) {
         ::Display* display = m_Connection.display();
-        m_Parent = m_Backend->nativeWindow();
+        m_Parent = m_Backend->nativeWindow().handle;
         m_Frame = frame;
         XVisualInfo wanted{};
         wanted.visualid = m_GL.nativeVisual(config);

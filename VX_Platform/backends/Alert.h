@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <atomic>
 #include <string>
 #include <vector>
 
@@ -21,12 +20,8 @@ struct AlertContents {
     std::vector<AlertButton> buttons;
 };
 
-/// Set by a platform on which nobody can press a button: alerts then become a line in the log.
-extern std::atomic<bool> alertsGoToLog;
-
-/// Shows the alert and blocks the calling thread, and no other, until a button is pressed. Returns that
-/// button's result. In the log, by choice or because no window can be had, it is the default button's at
-/// once. Any thread.
-int presentAlert(const AlertContents& contents);
+/// Where nobody can press a button: the texts become one line in the log, and the default button's result is
+/// returned at once. Any thread.
+int logAlert(const AlertContents& contents);
 
 } // namespace vx

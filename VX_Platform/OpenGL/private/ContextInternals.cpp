@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: MIT
+#include <VX_Platform/OpenGL/private/ContextInternals.h>
+
+#include <VX_Platform/AppKit/private/RunningPlatform.h>
+#include <VX_Platform/Foundation/NSLog.h>
+#include <VX_Platform/OpenGL/private/DriverMessages.h>
+#include <VX_Platform/OpenGL/private/PixelFormatInternals.h>
+
+#include <chrono>
+#include <utility>
+
+namespace {
+
+constexpr auto kHandOverBound = std::chrono::seconds(2);
+
+std::atomic<bool> logsDriverMessages{false};
+
+} // namespace
+
+void NSOpenGLContext::setLogsDriverMessages(bool logs) {
+    logsDriverMessages = logs;
+}
+
+bool NSOpenGLContext::Internals::start(NSOpenGLPixelFormat* format, const Internals* share) {
+    platform = NSOpenGLPixelFormat::Internals::platformOf(format);
+    driver = &platform->gl();
+    config = NSOpenGLPixelFormat::Internals::configOf(format);
+    driverMessagesWanted = logsDriverMessages;
+    context = driver->createContext(config, share ? share->context : nullptr, driverMessagesWanted);
+    group = share ? share->group : std::make_shared<vx::ShareGroup>();
+    return context != nullptr;
+}
+
+bool NSOpenGLContext::Internals::claim(bool wait) {
+    std::unique_lock lock(ownerLock);
+    const auto free = [this] { return owner == std::thread::id(); };
+    if (!free() && !(wait && ownerGone.wait_for(lock, kHandOverBound, free))) {
+        if (wait && !std::exchange(refusalLogged, true))
+            NSLog(
+                "NSOpenGLContext::makeCurrentContext: context %p stays current on another thread; that "
+                "thread "
+                "must release it (clearCurrentContext, or RenderThreadUnLock of its view)",
+                context);
+        return false;
+    }
+    owner = std::this_thread::get_id();
+    return true;
+}
+
+void NSOpenGLContext::Internals::handOver() {
+    std::lock_guard lock(ownerLock);
+    owner = std::thread::id();
+    ownerGone.notify_one();
+}
+
+bool NSOpenGLContext::Internals::needsBind() const {
+    return surfaceStale.load(std::memory_order_acquire) || appliedSwapInterval != swapInterval;
+}
+
+bool NSOpenGLContext::Internals::bind(bool isCurrent) {
+    if (surfaceStale.exchange(false, std::memory_order_acq_rel))
+        refreshSurface(isCurrent);
+    if (!driver->makeCurrent(context, surface ? surface->handle() : nullptr)) {
+        if (!std::exchange(refusalLogged, true))
+            NSLog("NSOpenGLContext::makeCurrentContext: %s", vx::GLDriver::lastError().c_str());
+        return false;
+    }
+    if (surface && appliedSwapInterval != swapInterval) {
+        appliedSwapInterval = swapInterval;
+        driver->setSwapInterval(appliedSwapInterval);
+    }
+    group->noteFirstUse(*driver);
+    if (std::exchange(driverMessagesWanted, false))
+        vx::logDriverMessages();
+    return true;
+}
+
+void NSOpenGLContext::Internals::setTarget(const Target& wanted) {
+    std::lock_guard lock(ownerLock);
+    target = wanted;
+    surfaceStale.store(true, std::memory_order_release);
+}
+
+// Brings the surface to what the view wants now. The old one goes first: a window has one surface at a time.
+void NSOpenGLContext::Internals::refreshSurface(bool isCurrent) {
+    Target wanted;
+    {
+        std::lock_guard lock(ownerLock);
+        wanted = target;
+    }
+    if (wanted.present && surface && wanted.window == surface->window()) {
+        surface->follow(wanted.frame);
+        return;
+    }
+    if (surface && isCurrent)
+        driver->makeCurrent(context, nullptr);
+    slot->set(nullptr);
+    surface.reset();
+    if (!wanted.present)
+        return;
+    surface = platform->makeSurface(config, wanted.window, wanted.frame);
+    slot->set(surface);
+    appliedSwapInterval = -1;
+}

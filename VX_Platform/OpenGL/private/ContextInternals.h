@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <VX_Platform/OpenGL/NSOpenGLContext.h>
+#include <VX_Platform/OpenGL/private/ShareGroup.h>
+#include <VX_Platform/OpenGL/private/SurfaceSlot.h>
+
+#include <condition_variable>
+#include <thread>
+
+/// What a context holds of the platform below it, and who has it current.
+struct NSOpenGLContext::Internals {
+    std::shared_ptr<vx::Platform> platform;
+    vx::GLDriver* driver = nullptr;
+    vx::GLDriver::Handle config = nullptr;
+    vx::GLDriver::Handle context = nullptr;
+    std::shared_ptr<vx::ShareGroup> group;
+    std::shared_ptr<vx::SurfaceSlot> slot = std::make_shared<vx::SurfaceSlot>();
+
+    // Everything about the surface belongs to the thread that has the context current.
+    std::shared_ptr<vx::Surface> surface;
+    int appliedSwapInterval = -1;
+    bool refusalLogged = false;
+    // Set until the driver's messages have been connected with the log.
+    bool driverMessagesWanted = false;
+
+    std::mutex ownerLock;
+    std::condition_variable ownerGone;
+    std::thread::id owner;
+
+    // What the view wants, written by its thread and taken by the thread that has the context current.
+    struct Target {
+        bool present = false;
+        vx::WindowBackend* window = nullptr;
+        CGRect frame;
+    };
+    Target target;
+    std::atomic<bool> surfaceStale{false};
+    std::atomic<int> swapInterval{0};
+
+    bool start(NSOpenGLPixelFormat* format, const Internals* share);
+    /// Waits, if asked to, for the thread that has the context current to hand it over.
+    bool claim(bool wait);
+    void handOver();
+    /// Binds the context to the calling thread, which has claimed it, with the surface the view wants now.
+    bool bind(bool isCurrent);
+    bool needsBind() const;
+    void refreshSurface(bool isCurrent);
+    void setTarget(const Target& wanted);
+
+    static const std::shared_ptr<vx::SurfaceSlot>& slotOf(const NSOpenGLContext* context) {
+        return context->m_Internals->slot;
+    }
+};
