@@ -35,6 +35,7 @@
 #include <VX_OpenGL64/targets/VX_GLRenderTarget.h>
 #include <VX_OpenGL64/targets/VX_GLVBOBase.h>
 #include <VX_OpenGL64/targets/VX_GLVBOIndex.h>
+#include <VX_OpenGL64/targets/VX_GLVBOTarget.h>
 #include <VX_OpenGL64/targets/VX_GLVBOVertex.h>
 #include <VX_Platform/AppKit/NSAlert.h>
 #include <VX_Platform/AppKit/NSApplication.h>

@@ -12,9 +12,9 @@ namespace {
 
 /// Before the block there is room for a byte that waits for the one behind it, after it for the NUL and the
 /// bytes that the number scanner may look at.
-constexpr std::size_t roomBefore = 64;
-constexpr std::size_t blockSize = std::size_t{64} * 1024;
-constexpr std::size_t roomAfter = 16;
+constexpr std::size_t kRoomBefore = 64;
+constexpr std::size_t kBlockSize = std::size_t{64} * 1024;
+constexpr std::size_t kRoomAfter = 16;
 
 bool isWhite(int c) {
     return c == ' ' || c == '\t' || c == '\n' || c == '\r';
@@ -36,8 +36,8 @@ std::size_t sizeOf(FILE* file) {
 
 VX_SystemSimpleLex::VX_SystemSimpleLex(FILE* file)
     : m_File(file),
-      m_Block(new char[roomBefore + blockSize + roomAfter]()),
-      m_Next(m_Block.get() + roomBefore),
+      m_Block(new char[kRoomBefore + kBlockSize + kRoomAfter]()),
+      m_Next(m_Block.get() + kRoomBefore),
       m_End(m_Next),
       m_Behind(sizeOf(file)),
       m_IsUsedUp(!file) {}
@@ -52,9 +52,9 @@ bool VX_SystemSimpleLex::fill() {
     if (m_IsUsedUp)
         return false;
     const std::ptrdiff_t kept = m_End - m_Next;
-    char* block = m_Block.get() + roomBefore;
+    char* block = m_Block.get() + kRoomBefore;
     std::memmove(block - kept, m_Next, static_cast<std::size_t>(kept));
-    const std::size_t got = std::fread(block, 1, blockSize, m_File);
+    const std::size_t got = std::fread(block, 1, kBlockSize, m_File);
     block[got] = '\0';
     m_Next = block - kept;
     m_End = block + got;

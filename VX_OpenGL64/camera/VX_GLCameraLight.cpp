@@ -7,7 +7,7 @@
 VX_GLCameraLight* VX_GLCameraLight::init() {
     if (!NSObject::init())
         return nullptr;
-    m_Fovy = 30.0f; // degrees in looks, radians in effect: that is meant
+    m_Fovy = 30.0f; // taken as radians: docs/kept-behaviour.md
     m_Aspect = 4.0f / 3.0f;
     m_ZNear = 0.1f;
     m_ZFar = 30.0f;

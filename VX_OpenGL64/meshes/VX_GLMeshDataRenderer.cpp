@@ -48,22 +48,22 @@ template <int format>
 void enableArrays() {
     constexpr const VertexLayout& layout = layoutOf<format>;
     glEnableClientState(GL_VERTEX_ARRAY);
-    if constexpr (layout.normal != VertexLayout::none)
+    if constexpr (layout.normal != VertexLayout::kNone)
         glEnableClientState(GL_NORMAL_ARRAY);
-    if constexpr (layout.diffuse != VertexLayout::none)
+    if constexpr (layout.diffuse != VertexLayout::kNone)
         glEnableClientState(GL_COLOR_ARRAY);
-    if constexpr (layout.uv != VertexLayout::none)
+    if constexpr (layout.uv != VertexLayout::kNone)
         glEnableClientState(GL_TEXTURE_COORD_ARRAY);
 }
 
 template <int format>
 void disableArrays() {
     constexpr const VertexLayout& layout = layoutOf<format>;
-    if constexpr (layout.uv != VertexLayout::none)
+    if constexpr (layout.uv != VertexLayout::kNone)
         glDisableClientState(GL_TEXTURE_COORD_ARRAY);
-    if constexpr (layout.diffuse != VertexLayout::none)
+    if constexpr (layout.diffuse != VertexLayout::kNone)
         glDisableClientState(GL_COLOR_ARRAY);
-    if constexpr (layout.normal != VertexLayout::none)
+    if constexpr (layout.normal != VertexLayout::kNone)
         glDisableClientState(GL_NORMAL_ARRAY);
     glDisableClientState(GL_VERTEX_ARRAY);
 }
@@ -72,11 +72,11 @@ template <int format>
 void setPointers() {
     constexpr const VertexLayout& layout = layoutOf<format>;
     glVertexPointer(3, GL_FLOAT, layout.stride, offset(0));
-    if constexpr (layout.diffuse != VertexLayout::none)
+    if constexpr (layout.diffuse != VertexLayout::kNone)
         glColorPointer(4, GL_FLOAT, layout.stride, offset(layout.diffuse));
-    if constexpr (layout.normal != VertexLayout::none)
+    if constexpr (layout.normal != VertexLayout::kNone)
         glNormalPointer(GL_FLOAT, layout.stride, offset(layout.normal));
-    if constexpr (layout.uv != VertexLayout::none)
+    if constexpr (layout.uv != VertexLayout::kNone)
         glTexCoordPointer(2, GL_FLOAT, layout.stride, offset(layout.uv));
 }
 
@@ -225,7 +225,7 @@ void VX_GLMeshDataRenderer::DrawWithIndex(unsigned int mode, int format) {
             return drawElements<VX_GLVertexPDT>(m_VertexBuffer, m_IndexBuffer, mode, m_IndexCount);
         case VX_GLVertexPDNT:
             return drawElements<VX_GLVertexPDNT>(m_VertexBuffer, m_IndexBuffer, mode, m_IndexCount);
-        default: // VX_GLVertexPDN too, unlike in Draw: that is meant
+        default: // VX_GLVertexPDN too, unlike in Draw: docs/kept-behaviour.md
             return;
     }
 }

@@ -14,7 +14,7 @@ using vx::VertexLayout;
 template <class Value>
 Value* attribute(int format, void* vertex, int VertexLayout::*offset) {
     const VertexLayout* layout = vx::vertexLayout(format);
-    if (!layout || layout->*offset == VertexLayout::none)
+    if (!layout || layout->*offset == VertexLayout::kNone)
         return nullptr;
     return reinterpret_cast<Value*>(static_cast<char*>(vertex) + layout->*offset);
 }

@@ -16,16 +16,14 @@ NSNumber* numberIn(const NSMutableDictionary* dictionary, const char* key) {
     return number ? number : NSNumber::numberWithInt(0);
 }
 
+NSRef<NSString> copyOf(NSString* text) {
+    return NSRef<NSString>::adopt(text ? text->copy() : nullptr);
+}
+
 } // namespace
 
 VX_FinalOutputManager* VX_FinalOutputManager::init() {
     return this;
-}
-
-void VX_FinalOutputManager::dealloc() {
-    if (m_TargetScreenName)
-        m_TargetScreenName->release();
-    NSObject::dealloc();
 }
 
 CGSize VX_FinalOutputManager::GetResolution() const {
@@ -38,11 +36,8 @@ void VX_FinalOutputManager::SetResolution(CGSize size) {
 }
 
 void VX_FinalOutputManager::SetTargetScreenName(NSString* name) {
-    if (name == m_TargetScreenName)
-        return;
-    if (m_TargetScreenName)
-        m_TargetScreenName->release();
-    m_TargetScreenName = name ? name->copy() : nullptr;
+    if (name != m_TargetScreenName.get())
+        m_TargetScreenName = copyOf(name);
 }
 
 void VX_FinalOutputManager::SetResolutionByString(NSString* text) {
@@ -64,7 +59,7 @@ void VX_FinalOutputManager::Save(NSMutableDictionary* dictionary) const {
     dictionary->setObject(NSNumber::numberWithInt(m_Width), "Width");
     dictionary->setObject(NSNumber::numberWithInt(m_Height), "Height");
     dictionary->setObject(NSNumber::numberWithInt(m_FinalDisplayType), "DisplayType");
-    dictionary->setObject(m_TargetScreenName ? m_TargetScreenName : NSString::stringWithUTF8String(""),
+    dictionary->setObject(m_TargetScreenName ? m_TargetScreenName.get() : NSString::stringWithUTF8String(""),
                           "TargetScreenName");
     // Narrowed on purpose: the stored form of an offset is a 32-bit float.
     dictionary->setObject(NSNumber::numberWithFloat(static_cast<float>(m_Offset.width)), "OffsetX");
@@ -80,10 +75,7 @@ void VX_FinalOutputManager::Load(NSMutableDictionary* dictionary) {
     m_Width = numberIn(dictionary, "Width")->intValue();
     m_Height = numberIn(dictionary, "Height")->intValue();
     m_FinalDisplayType = numberIn(dictionary, "DisplayType")->intValue();
-    if (m_TargetScreenName)
-        m_TargetScreenName->release();
-    auto* name = dynamic_cast<NSString*>(dictionary->objectForKey("TargetScreenName"));
-    m_TargetScreenName = name ? name->copy() : nullptr;
+    m_TargetScreenName = copyOf(dynamic_cast<NSString*>(dictionary->objectForKey("TargetScreenName")));
     m_Offset.width = numberIn(dictionary, "OffsetX")->floatValue();
     m_Offset.height = numberIn(dictionary, "OffsetY")->floatValue();
 }

@@ -16,7 +16,6 @@ public:
 
     /// 640 x 480, all flags false, no target screen, offset (0, 0).
     VX_FinalOutputManager* init() override;
-    void dealloc() override;
 
     /// Whether the picture fills the target screen; the resolution is then not in force.
     void SetShouldFitScreen(bool fit) { m_ShouldFitScreen = fit; }
@@ -37,18 +36,16 @@ public:
 
     /// Output size in pixels.
     CGSize GetResolution() const;
-    /// Each side is truncated toward zero; one outside the range of a 32-bit integer becomes the nearest in
-    /// it.
+    /// Each side is truncated toward zero; outside the 32-bit integers it becomes the nearest of them.
     void SetResolution(CGSize size);
 
     /// Name of the target display; stores a copy, unless it is the very text already held. Null for none.
     void SetTargetScreenName(NSString* name);
     /// The stored text, borrowed, or null.
-    NSString* GetTargetScreenName() const { return m_TargetScreenName; }
+    NSString* GetTargetScreenName() const { return m_TargetScreenName.get(); }
 
     /// The inverse of `ToString`: "Screen Fit" sets the fit, any other text (and null) clears it and is read
-    /// as
-    /// "%d x %d". Numbers that are not there leave the fields as they were.
+    /// as "%d x %d". Numbers that are not there leave the fields as they were.
     void SetResolutionByString(NSString* text);
     /// "Screen Fit" or width and height as "%d x %d". Borrowed, autoreleased.
     NSString* ToString() const;
@@ -66,7 +63,7 @@ private:
     int m_Width = 640;
     int m_Height = 480;
     int m_FinalDisplayType = 0;
-    NSString* m_TargetScreenName = nullptr;
+    NSRef<NSString> m_TargetScreenName;
     CGSize m_Offset;
     CGRect m_RecoverWindowGeometry;
 };

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <VX_OpenGL64/shaders/VX_FragmentShader.h>
 
-#include <VX_Platform/Foundation/NSLog.h>
+#include <VX_OpenGL64/shaders/private/ShaderObject.h>
 
 #include <epoxy/gl.h>
 
@@ -10,25 +10,9 @@ VX_FragmentShader::~VX_FragmentShader() {
 }
 
 bool VX_FragmentShader::loadAndCompile(const char* source) {
-    m_Shader = glCreateShader(GL_FRAGMENT_SHADER);
-    glShaderSource(m_Shader, 1, &source, nullptr);
-    glCompileShader(m_Shader);
-
-    GLint compiled = 0;
-    glGetShaderiv(m_Shader, GL_COMPILE_STATUS, &compiled);
-    if (compiled)
-        return true;
-
-    char log[4096] = {};
-    glGetShaderInfoLog(m_Shader, sizeof log, nullptr, log);
-    NSLog("VX_FragmentShader::loadAndCompile Failed: %s", log);
-    freeShader();
-    return false;
+    return vx::compileShader(m_Shader, GL_FRAGMENT_SHADER, source, "VX_FragmentShader");
 }
 
 void VX_FragmentShader::freeShader() {
-    if (m_Shader) {
-        glDeleteShader(m_Shader);
-        m_Shader = 0;
-    }
+    vx::deleteShader(m_Shader);
 }

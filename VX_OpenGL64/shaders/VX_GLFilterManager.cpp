@@ -29,6 +29,27 @@ auto found(const Cache& cache, const char* fileName) {
     return entry == cache.end() ? nullptr : entry->second;
 }
 
+std::string textOf(VX_GLFilterManager& manager, const char* fileName) {
+    std::string source = manager.LoadShaderFileToString(fileName);
+    if (source.empty())
+        NSLog("Can't open shader file: %s", fileName);
+    return source;
+}
+
+/// The cached shader, else the one compiled from the file; a failure is logged unless `kind` is null.
+template <class Shader>
+Shader* shaderOf(VX_GLFilterManager& manager, std::map<std::string, Shader*, std::less<>>& cache,
+                 const char* fileName, const char* kind) {
+    if (Shader* shader = found(cache, fileName))
+        return shader;
+    Shader* shader = compiled<Shader>(textOf(manager, fileName).c_str());
+    if (shader)
+        cache.emplace(fileName, shader);
+    else if (kind)
+        NSLog("Failed %s: %s", kind, fileName);
+    return shader;
+}
+
 NSString* pathText(const std::string& path) {
     return NSString::stringWithCString(path.c_str(), NSUTF8StringEncoding);
 }
@@ -42,7 +63,7 @@ VX_GLFilterManager::~VX_GLFilterManager() {
     for (const auto& [name, shader] : m_PShaders)
         delete shader;
     m_PShaders.clear();
-    m_GShaders.clear(); // the geometry shaders stay behind: that is meant
+    m_GShaders.clear(); // without deleting them: docs/kept-behaviour.md
 }
 
 bool VX_GLFilterManager::SetResolution(int width, int height) {
@@ -71,11 +92,10 @@ std::string VX_GLFilterManager::QueryShaderPath(std::string fileName) {
 std::string VX_GLFilterManager::LoadShaderFileToString(const char* fileName) {
     const std::string path = QueryShaderPath(fileName);
     NSString* text = NSString::stringWithContentsOfFile(pathText(path), NSUTF8StringEncoding, nullptr);
-    // The end of the process is meant: the alert is the one warning that a host's user gets.
+    // The alert was the one warning: docs/kept-behaviour.md.
     if (!text)
-        vx::fatal(
-            "VX_GLFilterManager::LoadShaderFileToString: no UTF-8 text in shader file \"%s\" (path \"%s\")",
-            fileName, path.c_str());
+        vx::fatal("VX_GLFilterManager::LoadShaderFileToString: no UTF-8 text in file \"%s\" (path \"%s\")",
+                  fileName, path.c_str());
     return text->UTF8String();
 }
 
@@ -122,16 +142,16 @@ VX_GLFilter* VX_GLFilterManager::SetupFilter(VX_GLFilter* filter, int width, int
 
     const VX_GLShaderInformation* row = filter->ShadersInformation();
     for (; row && row->vertexShader && row->fragmentShader; ++row) {
-        VX_VertexShader* vertex = vertexShader(row->vertexShader);
-        VX_FragmentShader* fragment = fragmentShader(row->fragmentShader);
+        VX_VertexShader* vertex = shaderOf(*this, m_VShaders, row->vertexShader, "vshader");
+        VX_FragmentShader* fragment = shaderOf(*this, m_PShaders, row->fragmentShader, "pshader");
         filter->CreateProgram(vertex, fragment, nullptr, 0, 0, 0);
     }
 
     const VX_GLGeometryShaderInformation* stages = filter->GeometryShadersInformation();
     for (; stages && stages->vertexShader && stages->fragmentShader && stages->geometryShader; ++stages) {
-        VX_VertexShader* vertex = vertexShader(stages->vertexShader);
-        VX_FragmentShader* fragment = fragmentShader(stages->fragmentShader);
-        VX_GeometryShader* geometry = geometryShader(stages->geometryShader);
+        VX_VertexShader* vertex = shaderOf(*this, m_VShaders, stages->vertexShader, "vshader");
+        VX_FragmentShader* fragment = shaderOf(*this, m_PShaders, stages->fragmentShader, "pshader");
+        VX_GeometryShader* geometry = shaderOf(*this, m_GShaders, stages->geometryShader, nullptr);
         filter->CreateProgram(vertex, fragment, geometry, stages->inputType, stages->outputType,
                               stages->verticesOut);
     }
@@ -151,47 +171,6 @@ void VX_GLFilterManager::setUpRenderTarget(VX_GLFilter& filter, int width, int h
         else
             filter.CreateRT(internalFormat, type, -1, -1);
     }
-}
-
-VX_VertexShader* VX_GLFilterManager::vertexShader(const char* fileName) {
-    VX_VertexShader* shader = QueryVShader(fileName);
-    if (shader)
-        return shader;
-    shader = CreateVShader(shaderText(fileName).c_str());
-    if (shader)
-        RegisterVShader(fileName, shader);
-    else
-        NSLog("Failed vshader: %s", fileName);
-    return shader;
-}
-
-VX_FragmentShader* VX_GLFilterManager::fragmentShader(const char* fileName) {
-    VX_FragmentShader* shader = QueryPShader(fileName);
-    if (shader)
-        return shader;
-    shader = CreatePShader(shaderText(fileName).c_str());
-    if (shader)
-        RegisterPShader(fileName, shader);
-    else
-        NSLog("Failed pshader: %s", fileName);
-    return shader;
-}
-
-VX_GeometryShader* VX_GLFilterManager::geometryShader(const char* fileName) {
-    VX_GeometryShader* shader = QueryGShader(fileName);
-    if (shader)
-        return shader;
-    shader = CreateGShader(shaderText(fileName).c_str());
-    if (shader) // a failed one is not logged here: that is meant
-        RegisterGShader(fileName, shader);
-    return shader;
-}
-
-std::string VX_GLFilterManager::shaderText(const char* fileName) {
-    std::string source = LoadShaderFileToString(fileName);
-    if (source.empty())
-        NSLog("Can't open shader file: %s", fileName);
-    return source;
 }
 
 VX_Program* VX_GLFilterManager::MakeProgramForFilter(VX_GLFilter* filter, const char* vertexSource,

@@ -97,8 +97,4 @@ public:
 private:
     void setUpRenderTarget(VX_GLFilter& filter, int width, int height, unsigned int internalFormat,
                            unsigned int type);
-    VX_VertexShader* vertexShader(const char* fileName);
-    VX_FragmentShader* fragmentShader(const char* fileName);
-    VX_GeometryShader* geometryShader(const char* fileName);
-    std::string shaderText(const char* fileName);
 };

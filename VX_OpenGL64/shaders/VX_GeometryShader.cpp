@@ -1,37 +1,30 @@
 // SPDX-License-Identifier: MIT
 #include <VX_OpenGL64/shaders/VX_GeometryShader.h>
 
+#include <VX_OpenGL64/shaders/private/ShaderObject.h>
+
 #include <epoxy/gl.h>
 
 #include <cstdio>
+
+namespace {
+
+void printFailure(const char* line) {
+    std::printf("%s\n", line);
+}
+
+} // namespace
 
 VX_GeometryShader::~VX_GeometryShader() {
     freeShader();
 }
 
 bool VX_GeometryShader::loadAndCompile(const char* source) {
-    m_Shader = glCreateShader(GL_GEOMETRY_SHADER_EXT);
-    glShaderSource(m_Shader, 1, &source, nullptr);
-    glCompileShader(m_Shader);
-
-    GLint compiled = 0;
-    glGetShaderiv(m_Shader, GL_COMPILE_STATUS, &compiled);
-    if (compiled)
-        return true;
-
-    char log[4096] = {};
-    glGetShaderInfoLog(m_Shader, sizeof log, nullptr, log);
-    std::printf("VX_GeometryShader::loadAndCompile Failed: %s\n",
-                log); // this one text goes to standard output
-    freeShader();
-    return false;
+    return vx::compileShader(m_Shader, GL_GEOMETRY_SHADER_EXT, source, "VX_GeometryShader", printFailure);
 }
 
 void VX_GeometryShader::freeShader() {
-    if (m_Shader) {
-        glDeleteShader(m_Shader);
-        m_Shader = 0;
-    }
+    vx::deleteShader(m_Shader);
 }
 
 int VX_GeometryShader::GetMaxVertices() {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <VX_OpenGL64/targets/VX_GLRenderTarget.h>
 
+#include <VX_OpenGL64/targets/private/DepthAttachment.h>
 #include <VX_Platform/Foundation/NSLog.h>
 
 #include <epoxy/gl.h>
@@ -31,7 +32,7 @@ void VX_GLRenderTarget::FreeTextures() {
     for (const unsigned int& texture : m_Textures)
         glDeleteTextures(1, &texture);
     m_Textures.clear();
-    // A depth texture goes this way too, and so stays alive: that is meant.
+    // A depth texture goes this way too, and so stays alive: docs/kept-behaviour.md.
     if (m_DepthBuffer) {
         glDeleteRenderbuffersEXT(1, &m_DepthBuffer);
         m_DepthBuffer = 0;
@@ -52,39 +53,20 @@ bool VX_GLRenderTarget::SetResolution(int width, int height) {
 }
 
 unsigned int VX_GLRenderTarget::CreateFrameBuffer() {
-    FreeTextures();
-    glGenFramebuffersEXT(1, &m_FrameBuffer);
-    glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, m_FrameBuffer);
-    GLenum status = GL_FRAMEBUFFER_COMPLETE_EXT;
-    if (m_UseDepth) {
-        glGenRenderbuffersEXT(1, &m_DepthBuffer);
-        glBindRenderbufferEXT(GL_RENDERBUFFER_EXT, m_DepthBuffer);
-        glRenderbufferStorageEXT(GL_RENDERBUFFER_EXT, GL_DEPTH_COMPONENT, m_Width, m_Height);
-        glFramebufferRenderbufferEXT(GL_FRAMEBUFFER_EXT, GL_DEPTH_ATTACHMENT_EXT, GL_RENDERBUFFER_EXT,
-                                     m_DepthBuffer);
-        status = glCheckFramebufferStatusEXT(GL_FRAMEBUFFER_EXT);
-    }
-    glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, 0);
-    return status;
+    return createFrameBuffer(vx::attachDepthRenderbuffer);
 }
 
 unsigned int VX_GLRenderTarget::CreateFrameBufferDepthTexture2D() {
+    return createFrameBuffer(vx::attachDepthTexture2D);
+}
+
+unsigned int VX_GLRenderTarget::createFrameBuffer(unsigned int (*attachDepth)(int width, int height)) {
     FreeTextures();
     glGenFramebuffersEXT(1, &m_FrameBuffer);
     glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, m_FrameBuffer);
     GLenum status = GL_FRAMEBUFFER_COMPLETE_EXT;
     if (m_UseDepth) {
-        glGenTextures(1, &m_DepthBuffer);
-        glBindTexture(GL_TEXTURE_2D, m_DepthBuffer);
-        glTexParameterf(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP);
-        glTexParameterf(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP);
-        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
-        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
-        glTexParameteri(GL_TEXTURE_2D, GL_DEPTH_TEXTURE_MODE, GL_INTENSITY);
-        glTexImage2D(GL_TEXTURE_2D, 0, GL_DEPTH_COMPONENT24, m_Width, m_Height, 0, GL_DEPTH_COMPONENT,
-                     GL_UNSIGNED_BYTE, nullptr);
-        glFramebufferTexture2DEXT(GL_FRAMEBUFFER_EXT, GL_DEPTH_ATTACHMENT_EXT, GL_TEXTURE_2D, m_DepthBuffer,
-                                  0);
+        m_DepthBuffer = attachDepth(m_Width, m_Height);
         status = glCheckFramebufferStatusEXT(GL_FRAMEBUFFER_EXT);
     }
     glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, 0);

@@ -103,6 +103,7 @@ public:
     bool m_UseDepth = true;
 
 private:
+    unsigned int createFrameBuffer(unsigned int (*attachDepth)(int width, int height));
     unsigned int addTexture(unsigned int target, const char* failure, unsigned int internalFormat,
                             unsigned int type, int width, int height);
     unsigned int textureAt(int index) const;

@@ -1,17 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <VX_OpenGL64/targets/VX_GLVBOBase.h>
+#include <VX_OpenGL64/targets/VX_GLVBOTarget.h>
 
 /// Buffer object for vertex data: the operations of `VX_GLVBOBase` on GL_ARRAY_BUFFER.
-class VX_EXPORT VX_GLVBOVertex : public VX_GLVBOBase {
+class VX_EXPORT VX_GLVBOVertex : public VX_GLVBOTarget<0x8892> {
 public:
     ~VX_GLVBOVertex() override;
-
-    void BindBuffer() override;
-    void UnBindBuffer() override;
-    void Allocate(int size, unsigned int usage, void* data) override;
-    void Copy(int offset, int size, void* data) override;
-    void* Lock(unsigned int access) override;
-    bool Unlock() override;
 };

@@ -53,11 +53,11 @@ template <int count>
                                       32);
 }
 
-constexpr std::uint32_t powersOfTen[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000};
+constexpr std::uint32_t kPowersOfTen[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000};
 
 template <int count, class Value>
 [[gnu::always_inline]] inline int takeDigits(const char*& text, std::uint64_t digits, Value& value) {
-    value = value * powersOfTen[count] + valueOfDigits<count>(digits);
+    value = value * kPowersOfTen[count] + valueOfDigits<count>(digits);
     text += count;
     return count;
 }
@@ -98,9 +98,10 @@ template <class Value>
     }
 }
 
-constexpr double exactPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
-                                       1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-constexpr int largestExactPower = 22;
+constexpr double kExactPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                        1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                        1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+constexpr int kLargestExactPower = 22;
 
 /// Reads white space, a sign and at most nine digits from `text` on, which ends with a NUL that has eight
 /// readable bytes behind it. Returns the address behind the number; null for one that needs a closer look.
@@ -128,11 +129,11 @@ constexpr int largestExactPower = 22;
 /// The quotient or product of two doubles that are exact, which is correctly rounded; false where they are
 /// not.
 inline bool scale(std::uint64_t mantissa, int digits, int exponent, double& value) {
-    if (digits == 0 || digits > 19 || mantissa > (std::uint64_t{1} << 53) || exponent < -largestExactPower ||
-        exponent > largestExactPower)
+    if (digits == 0 || digits > 19 || mantissa > (std::uint64_t{1} << 53) || exponent < -kLargestExactPower ||
+        exponent > kLargestExactPower)
         return false;
     const auto whole = static_cast<double>(static_cast<std::int64_t>(mantissa));
-    value = exponent < 0 ? whole / exactPowersOfTen[-exponent] : whole * exactPowersOfTen[exponent];
+    value = exponent < 0 ? whole / kExactPowersOfTen[-exponent] : whole * kExactPowersOfTen[exponent];
     return true;
 }
 
@@ -148,7 +149,7 @@ inline bool scale(std::uint64_t mantissa, int digits, int exponent, double& valu
     }
     constexpr int alwaysExact = 15;
     if (digits > 0 && digits <= alwaysExact && (*text | 0x20) != 'e') {
-        value = static_cast<double>(static_cast<std::int64_t>(mantissa)) / exactPowersOfTen[fraction];
+        value = static_cast<double>(static_cast<std::int64_t>(mantissa)) / kExactPowersOfTen[fraction];
     } else {
         int exponent = -fraction;
         text = scanExponent(text, exponent);

@@ -74,7 +74,7 @@ void VX_GLMeshBaseLoader::makeNormalVector(int meshIndex) {
         addFace(*vertices, mesh.m_Index + i, sums);
     void* vertex = vertices->m_Data;
     for (const glm::tvec4<float>& sum : sums) {
-        // Away from a viewer who sees the corners counter-clockwise, and not normalised: both are meant.
+        // Negated and not normalised: docs/kept-behaviour.md.
         const Vec3 normal = -(Vec3(sum.x, sum.y, sum.z) / sum.w);
         vertex = VX_GLVertex::SetNormal(vertices->m_Format, vertex, normal);
     }

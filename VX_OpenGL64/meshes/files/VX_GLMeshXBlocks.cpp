@@ -42,19 +42,19 @@ void reserveFor(std::vector<Entry>& entries, std::int64_t count, std::size_t byt
         entries.reserve(std::max(wanted, 2 * entries.capacity()));
 }
 
-constexpr std::size_t shortestVector = sizeof(";;;,") - 1;
-constexpr std::size_t shortestUV = sizeof(";;,") - 1;
-constexpr std::size_t shortestIndex = sizeof(",") - 1;
+constexpr std::size_t kShortestVector = sizeof(";;;,") - 1;
+constexpr std::size_t kShortestUV = sizeof(";;,") - 1;
+constexpr std::size_t kShortestIndex = sizeof(",") - 1;
 
 void readVectors(VX_SystemSimpleLex& lexer, int count, std::vector<Vec3>& vectors) {
-    reserveFor(vectors, count, lexer.bytesLeft(), shortestVector);
+    reserveFor(vectors, count, lexer.bytesLeft(), kShortestVector);
     vx::LexCursor cursor(lexer);
     for (int i = 0; i < count && !cursor.isEOF(); ++i)
         vectors.push_back(nextVector(cursor));
 }
 
 void readUVs(VX_SystemSimpleLex& lexer, int count, std::vector<glm::tvec2<float>>& uvs) {
-    reserveFor(uvs, count, lexer.bytesLeft(), shortestUV);
+    reserveFor(uvs, count, lexer.bytesLeft(), kShortestUV);
     vx::LexCursor cursor(lexer);
     for (int i = 0; i < count && !cursor.isEOF(); ++i) {
         const float u = nextFloat(cursor);
@@ -111,10 +111,10 @@ void VX_GLMeshXLoader::readFaces() {
     vx::LexCursor cursor(*m_Lexer);
     for (int i = 0; i < m_FaceCount && !cursor.isEOF(); ++i) {
         const int corners = cursor.getInt<';'>();
-        // Other faces are not read, so their indices are taken for faces: it is meant.
+        // Of other faces the indices stay unread and are taken for faces: docs/kept-behaviour.md.
         if (corners == 3 || corners == 4) {
             if (i == 0)
-                reserveFor(m_FaceIndices, std::int64_t{corners} * m_FaceCount, bytesLeft, shortestIndex);
+                reserveFor(m_FaceIndices, std::int64_t{corners} * m_FaceCount, bytesLeft, kShortestIndex);
             for (int corner = 1; corner <= corners; ++corner)
                 m_FaceIndices.push_back(nextIndex(cursor, corner == corners));
             m_HasQuads = m_HasQuads || corners == 4;

@@ -12,7 +12,7 @@ namespace {
 
 using namespace vx::xkeyword;
 
-constexpr int openingBrace = '{';
+constexpr int kOpeningBrace = '{';
 
 } // namespace
 
@@ -78,7 +78,7 @@ bool VX_GLMeshXLoader::readBlocks() {
             case AnimationSet:
             case NothingHere:
                 // The blocks of these two keywords are not opened: the name or the brace behind them makes
-                // the next round skip the whole body. It is meant, so a mesh inside a frame is not read.
+                // the next round skip the whole body (docs/kept-behaviour.md).
                 break;
             case Mesh:
                 processMesh();
@@ -94,7 +94,7 @@ bool VX_GLMeshXLoader::readBlocks() {
 
 bool VX_GLMeshXLoader::fillMesh() {
     constexpr std::size_t most = std::numeric_limits<int>::max();
-    // Twice the length for quads, of which the last quarter is not needed: it is meant.
+    // Twice the length, though quads need one and a half: docs/kept-behaviour.md.
     const std::size_t indexCount = m_FaceIndices.size() * (m_HasQuads ? 2 : 1);
     if (m_Meshes.empty() || !m_Meshes[0] || m_Positions.size() > most || indexCount > most)
         return false;
@@ -204,7 +204,7 @@ void VX_GLMeshXLoader::avoidTemplate() {
 
 void VX_GLMeshXLoader::getStringKakko(std::string& out) {
     if (m_Lexer)
-        m_Lexer->getStringWhiteToken(out, 1, &openingBrace);
+        m_Lexer->getStringWhiteToken(out, 1, &kOpeningBrace);
 }
 
 void VX_GLMeshXLoader::getLineWhileTerminate(std::string& out, int terminator) {

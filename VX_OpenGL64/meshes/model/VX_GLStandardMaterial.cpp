@@ -3,7 +3,7 @@
 
 #include <epoxy/gl.h>
 
-VX_GLStandardMaterial::VX_GLStandardMaterial() : m_Name((new NSString)->init()) {}
+VX_GLStandardMaterial::VX_GLStandardMaterial() : m_Name(NSRef<NSString>::adopt((new NSString)->init())) {}
 
 VX_GLStandardMaterial::~VX_GLStandardMaterial() {
     for (unsigned int& texture : m_Textures) {
@@ -11,14 +11,9 @@ VX_GLStandardMaterial::~VX_GLStandardMaterial() {
             glDeleteTextures(1, &texture);
         texture = 0;
     }
-    if (m_Name)
-        m_Name->release();
 }
 
 void VX_GLStandardMaterial::SetName(NSString* name) {
-    if (name == m_Name)
-        return;
-    if (m_Name)
-        m_Name->release();
-    m_Name = name ? name->copy() : nullptr;
+    if (name != m_Name.get())
+        m_Name = NSRef<NSString>::adopt(name ? name->copy() : nullptr);
 }

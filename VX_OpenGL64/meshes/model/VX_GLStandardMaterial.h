@@ -17,10 +17,10 @@ public:
     /// already changes nothing.
     void SetName(NSString* name);
     /// The name, borrowed.
-    NSString* GetName() const { return m_Name; }
+    NSString* GetName() const { return m_Name.get(); }
 
     /// Owned; an empty text at first.
-    NSString* m_Name;
+    NSRef<NSString> m_Name;
     /// For the host; nothing here reads these two.
     float m_MaterialValues[16] = {};
     int m_MaterialExtra = 0;

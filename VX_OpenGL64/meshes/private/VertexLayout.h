@@ -7,36 +7,36 @@
 
 namespace vx {
 
-/// Where the attributes of one vertex format stand, in bytes; `none` where the format has no such attribute.
+/// Where the attributes of one vertex format stand, in bytes; `kNone` where the format has no such attribute.
 struct VertexLayout {
-    static constexpr int none = -1;
+    static constexpr int kNone = -1;
 
     int format;
     int stride;
-    int diffuse = none;
-    int normal = none;
-    int uv = none;
-    int tangent = none;
+    int diffuse = kNone;
+    int normal = kNone;
+    int uv = kNone;
+    int tangent = kNone;
 };
 
-inline constexpr VertexLayout vertexLayouts[] = {
+inline constexpr VertexLayout kVertexLayouts[] = {
     {VX_GLVertexP, 12},
-    {VX_GLVertexPN, 24, VertexLayout::none, 12},
-    {VX_GLVertexPT, 20, VertexLayout::none, VertexLayout::none, 12},
-    {VX_GLVertexPNT, 32, VertexLayout::none, 12, 24},
+    {VX_GLVertexPN, 24, VertexLayout::kNone, 12},
+    {VX_GLVertexPT, 20, VertexLayout::kNone, VertexLayout::kNone, 12},
+    {VX_GLVertexPNT, 32, VertexLayout::kNone, 12, 24},
     {VX_GLVertexPD, 28, 12},
     {VX_GLVertexPDN, 40, 12, 28},
-    {VX_GLVertexPDT, 36, 12, VertexLayout::none, 28},
+    {VX_GLVertexPDT, 36, 12, VertexLayout::kNone, 28},
     {VX_GLVertexPDNT, 48, 12, 28, 40},
-    {VX_GLVertexPNB, 36, VertexLayout::none, 12, VertexLayout::none, 24},
+    {VX_GLVertexPNB, 36, VertexLayout::kNone, 12, VertexLayout::kNone, 24},
 };
 
 /// The layout of `format`, or null for a code that does not exist.
 constexpr const VertexLayout* vertexLayout(int format) {
     // All but the last are the odd numbers in order.
     if (format == VX_GLVertexPNB)
-        return &vertexLayouts[8];
-    return format > 0 && format <= VX_GLVertexPDNT && format % 2 ? &vertexLayouts[format / 2] : nullptr;
+        return &kVertexLayouts[8];
+    return format > 0 && format <= VX_GLVertexPDNT && format % 2 ? &kVertexLayouts[format / 2] : nullptr;
 }
 
 /// Writes those of the four attributes that the layout has and returns the next vertex. A tangent is left as
@@ -46,11 +46,11 @@ inline void* writeVertex(const VertexLayout& layout, void* vertex, const glm::tv
                          const glm::tvec2<float>& uv) {
     auto* bytes = static_cast<char*>(vertex);
     std::memcpy(bytes, &position, sizeof position);
-    if (layout.diffuse != VertexLayout::none)
+    if (layout.diffuse != VertexLayout::kNone)
         std::memcpy(bytes + layout.diffuse, &diffuse, sizeof diffuse);
-    if (layout.normal != VertexLayout::none)
+    if (layout.normal != VertexLayout::kNone)
         std::memcpy(bytes + layout.normal, &normal, sizeof normal);
-    if (layout.uv != VertexLayout::none)
+    if (layout.uv != VertexLayout::kNone)
         std::memcpy(bytes + layout.uv, &uv, sizeof uv);
     return bytes + layout.stride;
 }

@@ -56,7 +56,7 @@ void VX_GLConvenienceDraw::drawSolidCircle(const VXVector2& center, float radius
     points[0] = center;
     for (int i = 0; i <= segments; ++i) {
         const float t = static_cast<float>(i) / static_cast<float>(segments);
-        // The short constant leaves a tiny gap at the last point: it is meant.
+        // The short constant leaves a gap at the last point: docs/kept-behaviour.md.
         const float angle = (t + t) * 3.14159f;
         points[static_cast<std::size_t>(i) + 1] = {std::cos(angle) * radius + center.x,
                                                    std::sin(angle) * radius + center.y};

@@ -15,19 +15,19 @@ struct Face {
     char corners[4][4];
 };
 
-constexpr Face cube[6] = {
+constexpr Face kCube[6] = {
     {Z, false, {"-T+", "-B+", "+B+", "+T+"}}, {X, true, {"-T-", "-B-", "-B+", "-T+"}},
     {Z, true, {"+T-", "+B-", "-B-", "-T-"}},  {X, false, {"+T+", "+B+", "+B-", "+T-"}},
     {Y, false, {"-T-", "-T+", "+T+", "+T-"}}, {Y, true, {"-B+", "-B-", "+B-", "+B+"}},
 };
 
-constexpr Face slab[6] = {
+constexpr Face kSlab[6] = {
     {Y, false, {"+T-", "-T-", "-T+", "+T+"}}, {Y, true, {"+B+", "-B+", "-B-", "+B-"}},
     {Z, false, {"+T+", "-T+", "-B+", "+B+"}}, {Z, true, {"+B-", "-B-", "-T-", "+T-"}},
     {X, true, {"-T+", "-T-", "-B-", "-B+"}},  {X, false, {"+T-", "+T+", "+B+", "+B-"}},
 };
 
-constexpr Face room[6] = {
+constexpr Face kRoom[6] = {
     {Y, true, {"+T-", "+T+", "-T+", "-T-"}},  {Y, false, {"+B+", "+B-", "-B-", "-B+"}},
     {Z, true, {"+T+", "+B+", "-B+", "-T+"}},  {Z, false, {"+B-", "+T-", "-T-", "-B-"}},
     {X, false, {"-T+", "-B+", "-B-", "-T-"}}, {X, true, {"+T-", "+B-", "+B+", "+T+"}},
@@ -77,25 +77,25 @@ void VX_GLGeometryCube::Generate(int format) {
 
 void* VX_GLGeometryCube::MakeCube(void* vertex, int format, glm::tvec3<float> center,
                                   glm::tvec3<float> size) {
-    return writeBox(vertex, format, boundsAround(center, size), cube, false);
+    return writeBox(vertex, format, boundsAround(center, size), kCube, false);
 }
 
 void* VX_GLGeometryCube::MakeBuilding(void* vertex, int format, glm::tvec3<float> center,
                                       glm::tvec3<float> size) {
     Bounds bounds = boundsAround(center, size);
     bounds.low.y = center.y;
-    // Normals and winding disagree, and that is meant.
-    return writeBox(vertex, format, bounds, slab, true);
+    // Against the winding: docs/kept-behaviour.md.
+    return writeBox(vertex, format, bounds, kSlab, true);
 }
 
 void* VX_GLGeometryCube::MakeFloor(void* vertex, int format, glm::tvec3<float> center,
                                    glm::tvec3<float> size) {
     Bounds bounds = boundsAround(center, size);
     bounds.high.y = center.y;
-    return writeBox(vertex, format, bounds, slab, false);
+    return writeBox(vertex, format, bounds, kSlab, false);
 }
 
 void* VX_GLGeometryCube::MakeRoom(void* vertex, int format, glm::tvec3<float> center,
                                   glm::tvec3<float> size) {
-    return writeBox(vertex, format, boundsAround(center, size), room, false);
+    return writeBox(vertex, format, boundsAround(center, size), kRoom, false);
 }

@@ -22,7 +22,7 @@ int VX_GLGeometryPrimitive2D::DotDonut(float radiusA, float radiusB, int dotCoun
             const float c = std::cos(x);
             const float n = std::sin(x);
             if (j == 0) {
-                // The join keeps the z that the array held: it is meant.
+                // z stays: docs/kept-behaviour.md.
                 out->x = c * radiusA;
                 out->y = n * radiusA;
                 ++out;

@@ -11,8 +11,8 @@ namespace {
 
 using Vec3 = glm::tvec3<float>;
 
-constexpr float shorter = 0.5257311f;
-constexpr float longer = 0.8506508f;
+constexpr float kShorter = 0.5257311f;
+constexpr float kLonger = 0.8506508f;
 
 /// x, y, z and 0 of a vector; also one value of each of three vectors.
 using Lanes = float __attribute__((vector_size(16)));
@@ -43,12 +43,13 @@ Lanes lengths(Lanes p, Lanes q, Lanes r) {
 /// A point of the unit sphere with the vertex that it makes, ready to be copied wherever it is a corner.
 template <int format>
 struct Point {
-    static constexpr const vx::VertexLayout& layout = *vx::vertexLayout(format);
+    static constexpr const vx::VertexLayout& kLayout = *vx::vertexLayout(format);
 
     /// The tangent, which stands last, is not written.
-    static constexpr int size = layout.tangent == vx::VertexLayout::none ? layout.stride : layout.tangent;
+    static constexpr int kSize =
+        kLayout.tangent == vx::VertexLayout::kNone ? kLayout.stride : kLayout.tangent;
 
-    alignas(16) float vertex[size / sizeof(float)];
+    alignas(16) float vertex[kSize / sizeof(float)];
     Lanes at;
 };
 
@@ -72,7 +73,7 @@ public:
             std::memcpy(corner.vertex + 4, &high, sizeof high);
         } else {
             const Vec3 p(at[0], at[1], at[2]);
-            vx::writeVertex(Corner::layout, corner.vertex, p * m_Radius, {1.0f, 1.0f, 1.0f, 1.0f}, p * side,
+            vx::writeVertex(Corner::kLayout, corner.vertex, p * m_Radius, {1.0f, 1.0f, 1.0f, 1.0f}, p * side,
                             {p.x, p.y});
         }
         return corner;
@@ -106,10 +107,10 @@ public:
 private:
     void write(const Corner& p, const Corner& q, const Corner& r) {
         char* out = m_Vertex;
-        m_Vertex += 3 * Corner::layout.stride;
+        m_Vertex += 3 * Corner::kLayout.stride;
         std::memcpy(out, (outward ? r : p).vertex, sizeof p.vertex);
-        std::memcpy(out + Corner::layout.stride, q.vertex, sizeof q.vertex);
-        std::memcpy(out + 2 * Corner::layout.stride, (outward ? p : r).vertex, sizeof r.vertex);
+        std::memcpy(out + Corner::kLayout.stride, q.vertex, sizeof q.vertex);
+        std::memcpy(out + 2 * Corner::kLayout.stride, (outward ? p : r).vertex, sizeof r.vertex);
     }
 
     char* m_Vertex;
@@ -155,9 +156,9 @@ Write writerOf(int format) {
 } // namespace
 
 const float VX_GLGeometrySphere::vdata[12][3] = {
-    {-shorter, 0, longer}, {shorter, 0, longer},  {-shorter, 0, -longer}, {shorter, 0, -longer},
-    {0, longer, shorter},  {0, longer, -shorter}, {0, -longer, shorter},  {0, -longer, -shorter},
-    {longer, shorter, 0},  {-longer, shorter, 0}, {longer, -shorter, 0},  {-longer, -shorter, 0},
+    {-kShorter, 0, kLonger}, {kShorter, 0, kLonger},  {-kShorter, 0, -kLonger}, {kShorter, 0, -kLonger},
+    {0, kLonger, kShorter},  {0, kLonger, -kShorter}, {0, -kLonger, kShorter},  {0, -kLonger, -kShorter},
+    {kLonger, kShorter, 0},  {-kLonger, kShorter, 0}, {kLonger, -kShorter, 0},  {-kLonger, -kShorter, 0},
 };
 
 const unsigned int VX_GLGeometrySphere::tindices[20][3] = {

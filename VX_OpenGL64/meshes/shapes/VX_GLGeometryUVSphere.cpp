@@ -10,9 +10,9 @@
 
 namespace {
 
-constexpr float Pi = 3.14159f;
-constexpr float HalfPi = 1.570795f;
-constexpr float Top = 0.999f;
+constexpr float kPi = 3.14159f;
+constexpr float kHalfPi = 1.570795f;
+constexpr float kTop = 0.999f;
 
 /// Vertices of the whole strip: each band has two rings, a vertex more at its end and, but for the first, one
 /// more at its start, which join the bands.
@@ -31,8 +31,8 @@ struct Ring {
     float sine;
     float v;
 
-    Ring(int step, float divisions, float n) : v(Top - n / divisions) {
-        const float latitude = static_cast<float>(2 * step) * Pi / divisions - HalfPi;
+    Ring(int step, float divisions, float n) : v(kTop - n / divisions) {
+        const float latitude = static_cast<float>(2 * step) * kPi / divisions - kHalfPi;
         cosine = std::cos(latitude);
         sine = std::sin(latitude);
     }
@@ -63,10 +63,10 @@ public:
 
 private:
     void write(const Ring& ring, int j, const glm::tvec4<float>& color) {
-        const float longitude = static_cast<float>(2 * j) * Pi / m_Divisions;
+        const float longitude = static_cast<float>(2 * j) * kPi / m_Divisions;
         const glm::tvec3<float> normal(ring.cosine * std::cos(longitude), ring.sine,
                                        ring.cosine * std::sin(longitude));
-        const float u = Top - static_cast<float>(j) / m_Divisions;
+        const float u = kTop - static_cast<float>(j) / m_Divisions;
         m_Vertex = vx::writeVertex(m_Layout, m_Vertex, normal * m_Radius, color, normal, {u, ring.v});
         ++m_Written;
     }
@@ -98,7 +98,7 @@ void VX_GLGeometryUVSphere::Generate(int format) {
     glm::tvec4<float> color = m_BandColor[0];
     for (int i = 0; i < m_Divisions / 2; ++i) {
         strip.band(i, color);
-        // By the band just finished, so the first colour lasts one band longer: it is meant.
+        // By the band just finished: docs/kept-behaviour.md.
         if (m_BandSize > 0)
             color = m_BandColor[i / m_BandSize % 2];
     }

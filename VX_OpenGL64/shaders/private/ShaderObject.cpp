@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#include <VX_OpenGL64/shaders/private/ShaderObject.h>
+
+#include <VX_Platform/Foundation/NSLog.h>
+
+#include <epoxy/gl.h>
+
+#include <string>
+
+void vx::logShaderFailure(const char* line) {
+    NSLog("%s", line);
+}
+
+bool vx::compileShader(unsigned int& shader, unsigned int type, const char* source, const char* className,
+                       ShaderReport report) {
+    shader = glCreateShader(type);
+    glShaderSource(shader, 1, &source, nullptr);
+    glCompileShader(shader);
+
+    GLint compiled = 0;
+    glGetShaderiv(shader, GL_COMPILE_STATUS, &compiled);
+    if (compiled)
+        return true;
+
+    char log[4096] = {};
+    glGetShaderInfoLog(shader, sizeof log, nullptr, log);
+    report((std::string(className) + "::loadAndCompile Failed: " + log).c_str());
+    deleteShader(shader);
+    return false;
+}
+
+void vx::deleteShader(unsigned int& shader) {
+    if (!shader)
+        return;
+    glDeleteShader(shader);
+    shader = 0;
+}
