@@ -19,14 +19,19 @@ constexpr double kSecond = static_cast<double>(Clock::kSecond);
 constexpr std::uint64_t kPatience = 4;
 // Beats held after which the question is asked again: the server may have lost it with a window or a mode.
 constexpr int kBeatsPerQuestion = 60;
-// Weight of one measurement, and how many make the measured period more than chance.
+// Weight of one measurement in the smoothed period.
 constexpr double kWeight = 0.05;
-constexpr int kEnoughSamples = 60;
+// How many refreshes make a measured period more than chance.
+constexpr std::uint64_t kEnoughRefreshes = 60;
 // A measured rate that differs by more than this from the announced one is the true one.
 constexpr double kDisbelief = 0.03;
 
 std::uint64_t nanoseconds(double seconds) {
     return std::max<std::uint64_t>(1, static_cast<std::uint64_t>(std::llround(seconds * kSecond)));
+}
+
+double secondsPerRefresh(const Refresh& from, const Refresh& to) {
+    return static_cast<double>(to.time - from.time) / static_cast<double>(to.count - from.count) / kSecond;
 }
 
 } // namespace
@@ -45,10 +50,9 @@ void RefreshPacer::use(std::unique_ptr<RefreshSource> source, double period) {
     m_Period = nanoseconds(period);
     m_Deadline = 0;
     m_Asked = m_Holding = m_NumberKnown = false;
-    m_Samples = 0;
-    m_MeasuredTime = 0;
+    m_Measured = {};
     m_Throttle = m_Source ? m_Source->name() : kDeadlines;
-    m_Measured = period;
+    m_MeasuredPeriod = period;
 }
 
 void RefreshPacer::follow(std::unique_ptr<RefreshSource> source, double period) {
@@ -113,7 +117,7 @@ Refresh RefreshPacer::holdBeat() {
 void RefreshPacer::resume() {
     NSLog("Display link: %s are back", m_Source->name());
     m_Holding = m_NumberKnown = false;
-    m_MeasuredTime = 0;
+    m_Measured = {};
     m_Throttle = m_Source->name();
 }
 
@@ -126,7 +130,7 @@ Refresh RefreshPacer::numbered(const Refresh& answer) {
         const std::uint64_t since = m_Last.time && answer.time > m_Last.time ? answer.time - m_Last.time : 0;
         m_NumberOffset = m_Last.count + std::max<std::uint64_t>(1, periodsIn(since)) - answer.count;
     }
-    measure(answer.time, answer.count);
+    measure(answer);
     believeMeasurement();
     const std::uint64_t now = Clock::current().now();
     const std::uint64_t late = now > answer.time ? (now - answer.time) / m_Period : 0;
@@ -150,7 +154,7 @@ std::optional<Refresh> RefreshPacer::waitForDeadline() {
         return std::nullopt;
     const Refresh refresh = beat();
     if (!m_Holding)
-        measure(Clock::current().now(), refresh.count);
+        measure({Clock::current().now(), refresh.count, 0});
     return refresh;
 }
 
@@ -160,27 +164,27 @@ Refresh RefreshPacer::beat() const {
     return {m_Deadline, m_Last.count + std::max<std::uint64_t>(1, periodsIn(since)), m_Period};
 }
 
-void RefreshPacer::measure(std::uint64_t time, std::uint64_t count) {
-    if (m_MeasuredTime != 0 && time > m_MeasuredTime && count > m_MeasuredCount) {
-        const double period = static_cast<double>(time - m_MeasuredTime) /
-                              static_cast<double>(count - m_MeasuredCount) / kSecond;
-        m_Measured = m_Measured + (period - m_Measured) * kWeight;
-        ++m_Samples;
-    }
-    m_MeasuredTime = time;
-    m_MeasuredCount = count;
+void RefreshPacer::measure(const Refresh& refresh) {
+    if (m_Measured.time == 0)
+        m_RunStart = refresh;
+    else if (refresh.time > m_Measured.time && refresh.count > m_Measured.count)
+        m_MeasuredPeriod =
+            m_MeasuredPeriod + (secondsPerRefresh(m_Measured, refresh) - m_MeasuredPeriod) * kWeight;
+    m_Measured = refresh;
 }
 
 // Under some servers the events come at a rate of their own, whatever the display announces.
 void RefreshPacer::believeMeasurement() {
-    if (m_Samples < kEnoughSamples)
+    if (m_Measured.count < m_RunStart.count + kEnoughRefreshes)
         return;
-    m_Samples = 0;
-    const double measured = m_Measured, told = static_cast<double>(m_Period) / kSecond;
+    const double measured = secondsPerRefresh(m_RunStart, m_Measured),
+                 told = static_cast<double>(m_Period) / kSecond;
+    m_RunStart = m_Measured;
     if (std::abs(measured - told) <= kDisbelief * told)
         return;
     NSLog("Display link: %s come at %.2f Hz, not at %.2f Hz", m_Source->name(), 1.0 / measured, 1.0 / told);
     m_Period = nanoseconds(measured);
+    m_MeasuredPeriod = measured;
 }
 
 } // namespace vx

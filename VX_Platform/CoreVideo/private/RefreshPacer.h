@@ -37,7 +37,7 @@ public:
     // Readable on any thread.
     const char* throttleName() const { return m_Throttle.load(std::memory_order_relaxed); }
     /// Seconds from one refresh to the next.
-    double measuredPeriod() const { return m_Measured.load(std::memory_order_relaxed); }
+    double measuredPeriod() const { return m_MeasuredPeriod.load(std::memory_order_relaxed); }
     std::uint64_t missed() const { return m_Missed.load(std::memory_order_relaxed); }
 
 private:
@@ -50,7 +50,7 @@ private:
     Refresh beat() const;
     void resume();
     Refresh numbered(const Refresh& answer);
-    void measure(std::uint64_t time, std::uint64_t count);
+    void measure(const Refresh& refresh);
     void believeMeasurement();
     std::uint64_t periodsIn(std::uint64_t nanoseconds) const {
         return (nanoseconds + m_Period / 2) / m_Period;
@@ -69,15 +69,14 @@ private:
     std::uint64_t m_NumberOffset = 0;
     bool m_NumberKnown = false;
 
-    // What the period is measured from.
-    std::uint64_t m_MeasuredTime = 0;
-    std::uint64_t m_MeasuredCount = 0;
-    int m_Samples = 0;
+    // The last refresh measured, and the one that the present run of measurements began with.
+    Refresh m_Measured;
+    Refresh m_RunStart;
 
     int m_WakeDescriptor;
     std::atomic<bool> m_Ending{false};
     std::atomic<const char*> m_Throttle{kDeadlines};
-    std::atomic<double> m_Measured{0.0};
+    std::atomic<double> m_MeasuredPeriod{0.0};
     std::atomic<std::uint64_t> m_Missed{0};
 };
 
