@@ -1,0 +1,155 @@
+// SPDX-License-Identifier: MIT
+#include <VX_Platform/AppKit/NSApplication.h>
+#include <VX_Platform/AppKit/NSEvent.h>
+#include <VX_Platform/AppKit/NSView.h>
+#include <VX_Platform/AppKit/private/EventRouter.h>
+#include <VX_Platform/AppKit/private/WindowInternals.h>
+#include <VX_Platform/Foundation/NSNotification.h>
+#include <VX_Platform/Foundation/NSNotificationCenter.h>
+
+#include <gtest/gtest.h>
+
+using vx::InputEvent;
+using Kind = vx::InputEvent::Kind;
+
+namespace {
+
+std::string told; // by views and windows, in order
+
+class NamedView : public NSView {
+public:
+    explicit NamedView(const char* name) : m_Name(name) {}
+    void keyDown(NSEvent* event) override { tell("keyDown", event); }
+    void mouseDown(NSEvent* event) override { tell("down", event); }
+    void mouseDragged(NSEvent* event) override { tell("dragged", event); }
+    void mouseUp(NSEvent* event) override { tell("up", event); }
+    void mouseMoved(NSEvent* event) override { tell("moved", event); }
+    void rightMouseDragged(NSEvent* event) override { tell("right dragged", event); }
+    void otherMouseDown(NSEvent* event) override {
+        tell(("other " + std::to_string(event->buttonNumber())).c_str(), event);
+    }
+    void scrollWheel(NSEvent* event) override { tell("scroll", event); }
+    NSEvent::Fields last;
+
+private:
+    void tell(const char* what, NSEvent* event) {
+        told += std::string(m_Name) + " " + what + "; ";
+        last.key = event->key();
+        last.modifiers = event->modifierFlags();
+        last.location = event->locationInWindow();
+    }
+    const char* m_Name;
+};
+
+class Window : public NSWindow {
+public:
+    VX_RETURNS_OWN_TYPE(Window)
+    void windowDidResize() override { told += "resized; "; }
+    void windowDidMove() override { told += "moved; "; }
+    bool windowShouldClose() override {
+        told += "close?; ";
+        return closes;
+    }
+    bool closes = false;
+};
+
+// A window with a view at 20, 10 and another one inside that at 5, 5.
+class WindowEvents : public testing::Test {
+protected:
+    WindowEvents() {
+        NSApplication::useHeadlessPlatform();
+        auto* made = new Window;
+        made->initWithContentRect(CGRectMake(0, 0, 200, 100), NSTitledWindowMask);
+        window = NSRef<Window>::adopt(made);
+        outer = NSRef<NamedView>::adopt(new NamedView("outer"));
+        inner = NSRef<NamedView>::adopt(new NamedView("inner"));
+        outer->initWithFrame(CGRectMake(20, 10, 100, 50));
+        inner->initWithFrame(CGRectMake(5, 5, 20, 20));
+        window->contentView()->addSubview(outer.get());
+        outer->addSubview(inner.get());
+        window->makeKeyAndOrderFront();
+        told.clear();
+    }
+    ~WindowEvents() override { window->close(); }
+
+    vx::WindowBackend& backend() { return *NSWindow::Internals::backendOf(window.get()); }
+    std::string send(Kind kind, double x = 0, double y = 0, int button = -1) {
+        InputEvent event;
+        event.kind = kind;
+        event.location = {x, y};
+        event.button = button;
+        vx::eventRouter().input(backend(), event);
+        return std::exchange(told, {});
+    }
+
+    NSRef<Window> window;
+    NSRef<NamedView> outer, inner;
+};
+
+} // namespace
+
+TEST_F(WindowEvents, ReachTheInnermostViewUnderThePointerAndDragsStayWhereTheyBegan) {
+    EXPECT_EQ(send(Kind::motion, 26, 16), "inner moved; ");
+    EXPECT_EQ(send(Kind::motion, 46, 16), "outer moved; ") << "beyond the inner view's right edge";
+    EXPECT_EQ(send(Kind::scroll, 24, 16), "outer scroll; ") << "left of the inner view";
+    EXPECT_EQ(send(Kind::buttonDown, 26, 16, 0), "inner down; ");
+    EXPECT_EQ(send(Kind::motion, 150, 90, 0), "inner dragged; ");
+    EXPECT_EQ(send(Kind::motion, 150, 90, 1), "inner right dragged; ");
+    EXPECT_EQ(send(Kind::buttonUp, 150, 90, 0), "inner up; ");
+    EXPECT_EQ(send(Kind::buttonDown, 30, 50, 2), "outer other 2; ");
+}
+
+TEST_F(WindowEvents, KeysGoToTheFirstResponderWithTheirModifiers) {
+    window->makeFirstResponder(outer.get());
+    InputEvent event;
+    event.kind = Kind::keyDown;
+    event.key = static_cast<unsigned>(vx::Key::f1) + 4;
+    event.modifiers = vx::kShift | vx::kCommand;
+    vx::eventRouter().input(backend(), event);
+    EXPECT_EQ(told, "outer keyDown; ");
+    EXPECT_EQ(outer->last.key, NSF1FunctionKey + 4u);
+    EXPECT_EQ(outer->last.modifiers, unsigned(NSShiftKeyMask | NSCommandKeyMask));
+}
+
+TEST_F(WindowEvents, TheHandlerSeesThemFirstAndMayKeepThem) {
+    int seen = 0;
+    window->setEventHandler([&](NSEvent* event) { return ++seen, event->type() == NSMouseMoved; });
+    EXPECT_EQ(send(Kind::motion, 26, 16), "");
+    EXPECT_EQ(send(Kind::buttonDown, 26, 16, 0), "inner down; ");
+    EXPECT_EQ(seen, 2);
+}
+
+TEST_F(WindowEvents, AChangeOfTheFrameIsToldByHookAndNotificationEachOnce) {
+    int resized = 0, moved = 0;
+    auto* centre = NSNotificationCenter::defaultCenter();
+    centre->addObserver(
+        this, [&](NSNotification*) { ++resized; }, NSWindowDidResizeNotification, window.get());
+    centre->addObserver(
+        this, [&](NSNotification*) { ++moved; }, NSWindowDidMoveNotification, window.get());
+    window->setFrame(CGRectMake(0, 0, 300, 100));
+    EXPECT_EQ(std::exchange(told, {}), "resized; ");
+    EXPECT_EQ(window->contentView()->frame().size.width, 300.0);
+    window->setFrame(CGRectMake(7, 0, 300, 100));
+    EXPECT_EQ(std::exchange(told, {}), "moved; ");
+    window->setFrame(CGRectMake(7, 0, 300, 100));
+    EXPECT_EQ(told, "");
+    EXPECT_EQ(resized, 1);
+    EXPECT_EQ(moved, 1);
+    centre->removeObserver(this);
+}
+
+TEST_F(WindowEvents, FocusAndTheCloseButton) {
+    EXPECT_TRUE(window->isKeyWindow());
+    auto other = NSRef<NSWindow>::adopt((new NSWindow)->initWithContentRect(CGRectMake(0, 0, 9, 9), 0));
+    other->makeKeyAndOrderFront();
+    EXPECT_FALSE(window->isKeyWindow()) << "one window is key at a time";
+    EXPECT_TRUE(other->isKeyWindow());
+    other->close();
+    EXPECT_TRUE(window->isKeyWindow());
+    vx::eventRouter().closeAsked(backend());
+    EXPECT_FALSE(window->isClosed());
+    window->closes = true;
+    vx::eventRouter().closeAsked(backend());
+    EXPECT_TRUE(window->isClosed());
+    EXPECT_EQ(told, "close?; close?; ");
+}
