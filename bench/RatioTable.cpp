@@ -20,14 +20,24 @@ std::vector<ReadingRow>& readings() {
     return all;
 }
 
+// Why the run was given up, empty for one that was not. Google Benchmark 1.8 has other fields for it
+// than 1.7.
+template <class Run>
+std::string failureOf(const Run& run) {
+    if constexpr (requires { run.skip_message; })
+        return run.skip_message;
+    else
+        return run.error_message;
+}
+
 // Keeps the nanoseconds of each round by the candidate's name.
 class Collector : public benchmark::BenchmarkReporter {
 public:
     bool ReportContext(const Context&) override { return true; }
     void ReportRuns(const std::vector<Run>& runs) override {
         for (const Run& run : runs) {
-            if (run.error_occurred)
-                failure = run.error_message;
+            if (const std::string reason = failureOf(run); !reason.empty())
+                failure = reason;
             else if (run.run_type == Run::RT_Iteration)
                 times[run.run_name.function_name].push_back(run.GetAdjustedRealTime());
         }

@@ -45,7 +45,7 @@ public:
     void dealloc() override;
 
     /// Hook that nothing in the library calls; the argument's meaning is the host's.
-    virtual void UpdateChannelResolution(int channel) {}
+    virtual void UpdateChannelResolution(int /*channel*/) {}
     /// Hook: work in progress is to come to its end, since a stop is about to wait for the frame.
     virtual void onNotify_StopRenderThread() {}
     /// Hook: per-frame work ahead of drawing.
@@ -74,14 +74,16 @@ public:
     virtual void primaryThreadLoop() {}
     /// Hook: draw the frame. `bounds` has origin (0, 0) and the view's size in pixels, and is valid during
     /// the call.
-    virtual void renderPipeline(CGRect* bounds) {}
+    virtual void renderPipeline(CGRect* /*bounds*/) {}
     /// Hook: draw into a child view; `bounds` is the child's.
-    virtual void renderSubPipeline(CGRect* bounds, VX_GLSharedView* targetView) {}
+    virtual void renderSubPipeline(CGRect* /*bounds*/, VX_GLSharedView* /*targetView*/) {}
     /// Hook: the frame has been handed to the display. `outputTime` is that of its refresh, valid during the
     /// call.
-    virtual void afterGLFlushBuffer(const CVTimeStamp* outputTime) {}
+    virtual void afterGLFlushBuffer(const CVTimeStamp* /*outputTime*/) {}
     /// Hook: make GL objects for a context, or drop them when both are null. The result is ignored.
-    virtual bool attachGLContext(NSOpenGLContext* context, NSOpenGLPixelFormat* pixelFormat) { return true; }
+    virtual bool attachGLContext(NSOpenGLContext* /*context*/, NSOpenGLPixelFormat* /*pixelFormat*/) {
+        return true;
+    }
 
 protected:
     VX_GLMainView* m_TargetGLView = nullptr;
