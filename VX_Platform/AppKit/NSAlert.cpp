@@ -2,7 +2,6 @@
 #include <VX_Platform/AppKit/NSAlert.h>
 
 #include <VX_Platform/AppKit/private/RunningPlatform.h>
-#include <VX_Platform/Foundation/NSString.h>
 
 #include <cerrno>
 #include <cstdarg>
@@ -24,12 +23,12 @@ PresenterSlot& presenterSlot() {
     return *slot;
 }
 
-NSString* copyOrNull(NSString* text) {
-    return text ? text->copy() : nullptr;
+NSRef<NSString> copyOrNull(const NSString* text) {
+    return NSRef<NSString>::adopt(text ? text->copy() : nullptr);
 }
 
-std::string stringOrEmpty(NSString* text) {
-    return text ? text->string() : std::string();
+std::string stringOr(const char* otherwise, const NSRef<NSString>& text) {
+    return text ? text->string() : otherwise;
 }
 
 } // namespace
@@ -51,14 +50,6 @@ NSAlert* NSAlert::alertWithMessageText(NSString* message, NSString* defaultButto
     return alert->autorelease();
 }
 
-void NSAlert::dealloc() {
-    for (NSString* text : {m_Message, m_InformativeText, m_DefaultButton, m_AlternateButton, m_OtherButton}) {
-        if (text)
-            text->release();
-    }
-    NSObject::dealloc();
-}
-
 int NSAlert::runModal() {
     Presenter presenter;
     {
@@ -71,9 +62,9 @@ int NSAlert::runModal() {
 
     vx::AlertContents contents;
     contents.title = program_invocation_short_name;
-    contents.message = stringOrEmpty(m_Message);
-    contents.informativeText = stringOrEmpty(m_InformativeText);
-    contents.buttons.push_back({m_DefaultButton ? m_DefaultButton->string() : "OK", DefaultReturn});
+    contents.message = stringOr("", m_Message);
+    contents.informativeText = stringOr("", m_InformativeText);
+    contents.buttons.push_back({stringOr("OK", m_DefaultButton), DefaultReturn});
     if (m_AlternateButton)
         contents.buttons.push_back({m_AlternateButton->string(), AlternateReturn});
     if (m_OtherButton)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <VX_Platform/Foundation/NSObject.h>
+#include <VX_Platform/Foundation/NSString.h>
 
 #include <functional>
 
@@ -11,35 +11,37 @@ class VX_EXPORT NSAlert : public NSObject {
 public:
     VX_RETURNS_OWN_TYPE(NSAlert)
 
-    /// Borrowed, autoreleased. `alternateButton` and `otherButton` may be null; the informative text is
-    /// formatted as by `NSString::stringWithFormat`.
+    /// Texts are copied and may be null: a default button without one is called "OK", another one without is
+    /// left out. The informative text is formatted as by `NSString::stringWithFormat`. Returns an alert;
+    /// borrowed, autoreleased. Any thread.
     static NSAlert* alertWithMessageText(NSString* message, NSString* defaultButton,
                                          NSString* alternateButton, NSString* otherButton,
                                          const char* informativeTextWithFormat, ...);
 
-    void dealloc() override;
-
-    /// Shows the alert and blocks the calling thread, and no other, until a button is pressed. Any thread.
-    /// Returns 1 for the default button, 0 for the alternate, -1 for the other. Closing the window or Escape
-    /// counts as the default button. Headless it logs message, text and button and returns 1.
+    /// Shows the alert and blocks the calling thread, and no other, until a button is pressed. Returns 1 for
+    /// the default button, 0 for the alternate, -1 for the other; closing the window, Return and Escape count
+    /// as the default button. Any thread; no GL. Headless, and where no window can be opened, it logs
+    /// message, text and default button in one line and returns 1 at once.
     int runModal();
 
-    NSString* messageText() const { return m_Message; }
-    NSString* informativeText() const { return m_InformativeText; }
-    NSString* defaultButton() const { return m_DefaultButton; }
-    NSString* alternateButton() const { return m_AlternateButton; }
-    NSString* otherButton() const { return m_OtherButton; }
+    /// Return the texts as given, borrowed, or null. For a presenter.
+    NSString* messageText() const { return m_Message.get(); }
+    NSString* informativeText() const { return m_InformativeText.get(); }
+    NSString* defaultButton() const { return m_DefaultButton.get(); }
+    NSString* alternateButton() const { return m_AlternateButton.get(); }
+    NSString* otherButton() const { return m_OtherButton.get(); }
 
-    /// Shows alerts in the place of the platform's window; returns what `runModal` is to return. Called on
-    /// the thread that runs the alert.
+    /// Shows an alert, borrowed for the call, in the place of the platform's window. Returns what `runModal`
+    /// is to return. Called on the thread that runs the alert, and on several at a time if these do.
     using Presenter = std::function<int(NSAlert*)>;
-    /// Puts `presenter` in place for the whole process; an empty one brings the platform's back.
+    /// Puts `presenter` in place for the whole process; an empty one brings the platform's back. An alert
+    /// that is on its way keeps the former one. Any thread, from a presenter too.
     static void setPresenter(Presenter presenter);
 
 private:
-    NSString* m_Message = nullptr;
-    NSString* m_InformativeText = nullptr;
-    NSString* m_DefaultButton = nullptr;
-    NSString* m_AlternateButton = nullptr;
-    NSString* m_OtherButton = nullptr;
+    NSRef<NSString> m_Message;
+    NSRef<NSString> m_InformativeText;
+    NSRef<NSString> m_DefaultButton;
+    NSRef<NSString> m_AlternateButton;
+    NSRef<NSString> m_OtherButton;
 };

@@ -8,6 +8,7 @@
 
 class NSWindow;
 
+/// What happened. Drags and moves are told apart: a motion with a button down is a drag of that button.
 enum NSEventType {
     NSLeftMouseDown = 1,
     NSLeftMouseUp = 2,
@@ -24,6 +25,7 @@ enum NSEventType {
     NSOtherMouseDragged = 27
 };
 
+/// Keys held down with the event, as bits. The command key is the one of the window system (Super).
 enum NSEventModifierFlags : unsigned {
     NSShiftKeyMask = 1u << 17,
     NSControlKeyMask = 1u << 18,
@@ -50,7 +52,7 @@ enum NSKey : unsigned {
     NSPageDownFunctionKey = 0xF72D
 };
 
-/// One key or mouse event.
+/// One key or mouse event, immutable. Any thread.
 class VX_EXPORT NSEvent : public NSObject {
 public:
     VX_RETURNS_OWN_TYPE(NSEvent)
@@ -73,9 +75,11 @@ public:
         double deltaY = 0.0;
     };
 
-    /// Borrowed, autoreleased. The window is not retained.
+    /// The window is not retained and may be null. Returns an event; borrowed, autoreleased. Any thread; a
+    /// host or a test may make events of its own and hand them to `NSResponder::handle`.
     static NSEvent* eventWithFields(const Fields& fields, NSWindow* window);
 
+    // Each returns the field of that name; the window is borrowed.
     NSEventType type() const { return m_Fields.type; }
     NSWindow* window() const { return m_Window; }
     unsigned key() const { return m_Fields.key; }

@@ -5,13 +5,15 @@
 
 class NSEvent;
 
-/// What can be told of key and mouse events, on the main thread. An override that does not call its base
-/// keeps the event; the base hands it to the next responder: from view to parent view, and from the content
-/// view to the window.
+/// What can be told of key and mouse events. All of it on the main thread; no context is current unless the
+/// host made one so.
 class VX_EXPORT NSResponder : public NSObject {
 public:
     VX_RETURNS_OWN_TYPE(NSResponder)
 
+    /// Hooks, one for each type of event; the event is borrowed for the call. An override that does not call
+    /// its base keeps the event; the base hands it to the next responder: from view to parent view, and from
+    /// the content view to the window.
     virtual void keyDown(NSEvent* event);
     virtual void keyUp(NSEvent* event);
     virtual void mouseDown(NSEvent* event);
@@ -26,9 +28,9 @@ public:
     virtual void otherMouseDragged(NSEvent* event);
     virtual void scrollWheel(NSEvent* event);
 
-    /// Who is told next; borrowed, null at the end of the chain.
+    /// Returns who is told next; borrowed, null at the end of the chain.
     virtual NSResponder* nextResponder() const { return nullptr; }
 
-    /// Calls the operation above that belongs to the event's type.
+    /// Calls the hook that belongs to the event's type; nothing for a type without one.
     void handle(NSEvent* event);
 };

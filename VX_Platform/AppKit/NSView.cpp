@@ -11,12 +11,13 @@ NSView* NSView::initWithFrame(CGRect frame) {
 }
 
 void NSView::dealloc() {
-    for (NSView* view : m_Subviews) {
+    std::vector<NSRef<NSView>> views;
+    views.swap(m_Subviews);
+    for (const NSRef<NSView>& view : views) {
         view->m_Superview = nullptr;
         view->moveToWindow(nullptr);
-        view->release();
     }
-    m_Subviews.clear();
+    views.clear();
     NSResponder::dealloc();
 }
 
@@ -25,16 +26,21 @@ void NSView::setFrame(CGRect frame) {
     tellFrameChange();
 }
 
+// By index, and holding on to each: a view's hook may add others, or take itself out.
+template <class Visit>
+void NSView::forEachSubview(Visit visit) {
+    for (std::size_t i = 0; i < m_Subviews.size(); ++i)
+        visit(NSRef<NSView>(m_Subviews[i]).get());
+}
+
 void NSView::tellFrameChange() {
     frameDidChange();
-    for (NSView* view : m_Subviews)
-        view->tellFrameChange();
+    forEachSubview([](NSView* view) { view->tellFrameChange(); });
 }
 
 void NSView::tellDisplayChange() {
     displayDidChange();
-    for (NSView* view : m_Subviews)
-        view->tellDisplayChange();
+    forEachSubview([](NSView* view) { view->tellDisplayChange(); });
 }
 
 CGRect NSView::frameInWindow() const {
@@ -50,7 +56,7 @@ void NSView::addSubview(NSView* view) {
     NSRef<NSView> keep = NSRef<NSView>::retain(view);
     view->removeFromSuperview();
     view->m_Superview = this;
-    m_Subviews.push_back(view->retain());
+    m_Subviews.push_back(keep);
     view->moveToWindow(m_Window);
 }
 
@@ -60,10 +66,10 @@ void NSView::removeFromSuperview() {
             m_Window->setContentView(nullptr);
         return;
     }
-    std::erase(m_Superview->m_Subviews, this);
+    const NSRef<NSView> keep = NSRef<NSView>::retain(this);
+    std::erase_if(m_Superview->m_Subviews, [this](const NSRef<NSView>& view) { return view.get() == this; });
     m_Superview = nullptr;
     moveToWindow(nullptr);
-    release();
 }
 
 void NSView::moveToWindow(NSWindow* window) {
@@ -71,8 +77,7 @@ void NSView::moveToWindow(NSWindow* window) {
         m_Window = window;
         viewDidMoveToWindow();
     }
-    for (NSView* view : m_Subviews)
-        view->moveToWindow(window);
+    forEachSubview([window](NSView* view) { view->moveToWindow(window); });
 }
 
 void NSView::display() {
@@ -83,9 +88,7 @@ void NSView::display() {
 void NSView::displayIfNeeded() {
     if (needsDisplay())
         display();
-    // By index: what a view does in its first display may add others.
-    for (std::size_t i = 0; i < m_Subviews.size(); ++i)
-        m_Subviews[i]->displayIfNeeded();
+    forEachSubview([](NSView* view) { view->displayIfNeeded(); });
 }
 
 NSResponder* NSView::nextResponder() const {

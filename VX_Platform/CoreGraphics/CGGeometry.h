@@ -3,26 +3,30 @@
 
 #include <VX_Platform/VX_Export.h>
 
-/// Point, size and rectangle of 64-bit floats. A size also carries offsets: width as x, height as y.
+/// A place, in pixels unless said otherwise, y counted downward from the top.
 struct CGPoint {
     double x = 0.0;
     double y = 0.0;
 };
 
+/// An extent, in pixels unless said otherwise. It also carries offsets: width as x, height as y.
 struct CGSize {
     double width = 0.0;
     double height = 0.0;
 };
 
+/// A rectangle: its corner nearest to the origin of its coordinates, and its extent.
 struct CGRect {
     CGPoint origin;
     CGSize size;
 };
 
+/// The same under the names of the windows' side.
 using NSPoint = CGPoint;
 using NSSize = CGSize;
 using NSRect = CGRect;
 
+/// Return the value with these fields. Any thread.
 inline CGPoint CGPointMake(double x, double y) {
     return {x, y};
 }

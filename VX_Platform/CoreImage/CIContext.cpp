@@ -1,16 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <VX_Platform/CoreImage/CIContext.h>
 
-#include <VX_Platform/OpenGL/NSOpenGLContext.h>
-
 CIContext* CIContext::contextWithCGLContext(CGLContextObj context) {
     auto* made = new CIContext;
-    made->m_Context = context ? context->retain() : nullptr;
+    made->m_Context = NSRef<NSOpenGLContext>::retain(context);
     return made->autorelease();
-}
-
-void CIContext::dealloc() {
-    if (m_Context)
-        m_Context->release();
-    NSObject::dealloc();
 }

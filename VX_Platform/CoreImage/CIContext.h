@@ -3,6 +3,7 @@
 
 #include <VX_Platform/Foundation/NSObject.h>
 #include <VX_Platform/OpenGL/CGL.h>
+#include <VX_Platform/OpenGL/NSOpenGLContext.h>
 
 /// Where images are made from the textures of a GL context. Colour profiles are ignored: device colours in,
 /// device colours out.
@@ -10,12 +11,13 @@ class VX_EXPORT CIContext : public NSObject {
 public:
     VX_RETURNS_OWN_TYPE(CIContext)
 
-    /// Borrowed, autoreleased. Retains the GL context.
+    /// `context` is retained and may be null. Returns a borrowed, autoreleased image context. Any thread,
+    /// with no context current; makes no GL call.
     static CIContext* contextWithCGLContext(CGLContextObj context);
-    void dealloc() override;
 
-    CGLContextObj CGLContext() const { return m_Context; }
+    /// Returns the GL context, borrowed, or null.
+    CGLContextObj CGLContext() const { return m_Context.get(); }
 
 private:
-    CGLContextObj m_Context = nullptr;
+    NSRef<NSOpenGLContext> m_Context;
 };

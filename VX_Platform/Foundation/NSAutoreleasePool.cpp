@@ -5,21 +5,26 @@
 
 namespace {
 
-void releaseAll(std::vector<NSObject*>& objects) {
+using Objects = std::vector<NSRef<NSObject>>;
+
+void releaseAll(Objects& objects) {
     // Ending an object may autorelease others.
     while (!objects.empty()) {
-        std::vector<NSObject*> batch;
+        Objects batch;
         batch.swap(objects);
-        for (NSObject* object : batch)
-            object->release();
     }
 }
 
+thread_local bool poolsEnded = false;
+
 struct ThreadPools {
     std::vector<NSAutoreleasePool*> stack;
-    std::vector<NSObject*> bottom;
+    Objects bottom;
 
-    ~ThreadPools() { releaseAll(bottom); }
+    ~ThreadPools() {
+        releaseAll(bottom);
+        poolsEnded = true;
+    }
 };
 
 ThreadPools& threadPools() {
@@ -52,8 +57,11 @@ void NSAutoreleasePool::drain() {
 }
 
 void NSAutoreleasePool::addObject(NSObject* object) {
+    if (poolsEnded) // by another end of the thread's: nothing is left to end the object later, so it stays
+        return;
     ThreadPools& pools = threadPools();
-    (pools.stack.empty() ? pools.bottom : pools.stack.back()->m_Objects).push_back(object);
+    Objects& innermost = pools.stack.empty() ? pools.bottom : pools.stack.back()->m_Objects;
+    innermost.push_back(NSRef<NSObject>::adopt(object));
 }
 
 void NSAutoreleasePool::drainThreadPool() {

@@ -14,17 +14,22 @@ class VX_EXPORT NSAutoreleasePool : public NSObject {
 public:
     VX_RETURNS_OWN_TYPE(NSAutoreleasePool)
 
+    /// Makes this the calling thread's innermost pool. Returns the pool.
     NSAutoreleasePool* init() override;
+    /// Ends the pools that were left open inside this one, then releases its objects, those that they
+    /// autorelease on their way out as well. On the thread of `init`.
     void dealloc() override;
 
-    /// Adds an object to the calling thread's innermost pool.
+    /// Adds an object to the calling thread's innermost pool, which takes over one reference of the caller's.
+    /// Any thread. What is added while the thread itself ends, after its own pool, is never released.
     static void addObject(NSObject* object);
 
-    /// Ends what lies in the calling thread's own pool, which is there when no other is.
+    /// Releases what lies in the calling thread's own pool, which is there when no other is. For a loop of a
+    /// thread's own; the application's run loop does it in each step. Any thread.
     static void drainThreadPool();
 
 private:
     void drain();
 
-    std::vector<NSObject*> m_Objects;
+    std::vector<NSRef<NSObject>> m_Objects;
 };

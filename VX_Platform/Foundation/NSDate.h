@@ -6,8 +6,8 @@
 /// The clock.
 class VX_EXPORT NSDate {
 public:
-    /// Seconds since the first instant of 1 January 2001 (UTC), in steps of at least a microsecond. It never
-    /// runs backwards: the zero point is taken once per process and the steady clock counts from there, so a
-    /// correction of the system's clock does not disturb frame times.
+    /// Returns the seconds since the first instant of 1 January 2001 (UTC), in steps of a microsecond or
+    /// less. They never run backwards: the zero point is taken once per process and the monotonic clock
+    /// counts from there, so a correction of the system's clock does not disturb frame times. Any thread.
     static double timeIntervalSinceReferenceDate();
 };

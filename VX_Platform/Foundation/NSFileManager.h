@@ -8,9 +8,11 @@ class VX_EXPORT NSFileManager : public NSObject {
 public:
     VX_RETURNS_OWN_TYPE(NSFileManager)
 
-    /// The process's manager; borrowed, never ends.
+    /// Returns the process's manager; borrowed, never ends. Any thread.
     static NSFileManager* defaultManager();
 
-    /// True when anything exists at the path, links followed; false for null.
+    /// `path` in the file system's bytes, from the working directory when it does not begin with a slash.
+    /// Returns whether anything is there, a folder too, links followed; false for null and where a folder on
+    /// the way cannot be searched. Any thread.
     bool fileExistsAtPath(const NSString* path) const;
 };

@@ -15,33 +15,31 @@ void NSMutableArray::dealloc() {
 NSObject* NSMutableArray::objectAtIndex(int index) const {
     if (index < 0 || index >= count())
         vx::fatal("NSMutableArray::objectAtIndex: index %d is outside a list of %d", index, count());
-    return m_Objects[index];
+    return m_Objects[index].get();
 }
 
 void NSMutableArray::addObject(NSObject* object) {
     if (!object)
         vx::fatal("NSMutableArray::addObject: the object is null");
     ++m_Changes;
-    m_Objects.push_back(object->retain());
+    m_Objects.push_back(NSRef<NSObject>::retain(object));
 }
 
 void NSMutableArray::removeObjectAtIndex(int index) {
-    NSObject* object = objectAtIndex(index);
+    const auto removed =
+        NSRef<NSObject>::retain(objectAtIndex(index)); // ends when the list is in order again
     ++m_Changes;
     m_Objects.erase(m_Objects.begin() + index);
-    object->release();
 }
 
 void NSMutableArray::removeAllObjects() {
     ++m_Changes;
-    std::vector<NSObject*> objects;
-    objects.swap(m_Objects);
-    for (NSObject* object : objects)
-        object->release();
+    std::vector<NSRef<NSObject>> removed;
+    removed.swap(m_Objects);
 }
 
 bool NSMutableArray::containsObject(const NSObject* object) const {
-    for (const NSObject* candidate : m_Objects)
+    for (const NSRef<NSObject>& candidate : m_Objects)
         if (candidate->isEqual(object))
             return true;
     return false;

@@ -8,26 +8,14 @@ NSMutableDictionary* NSMutableDictionary::init() {
     return this;
 }
 
-void NSMutableDictionary::dealloc() {
-    for (auto& [key, object] : m_Objects)
-        object->release();
-    NSObject::dealloc();
-}
-
 void NSMutableDictionary::setObject(NSObject* object, const NSString* key) {
     setObject(object, key ? key->UTF8String() : nullptr);
 }
 
 void NSMutableDictionary::setObject(NSObject* object, const char* key) {
     if (!object || !key)
-        vx::fatal("NSMutableDictionary::setObject: %s is null (key \"%s\")", key ? "the object" : "the key",
-                  key);
-    object->retain();
-    NSObject*& place = m_Objects[key];
-    NSObject* old = place;
-    place = object;
-    if (old)
-        old->release();
+        vx::fatal("NSMutableDictionary::setObject: the %s is null, key %s", key ? "object" : "key", key);
+    m_Objects[key] = NSRef<NSObject>::retain(object);
 }
 
 NSObject* NSMutableDictionary::objectForKey(const NSString* key) const {
@@ -36,19 +24,16 @@ NSObject* NSMutableDictionary::objectForKey(const NSString* key) const {
 
 NSObject* NSMutableDictionary::objectForKey(const char* key) const {
     const auto found = key ? m_Objects.find(key) : m_Objects.end();
-    return found == m_Objects.end() ? nullptr : found->second;
+    return found == m_Objects.end() ? nullptr : found->second.get();
 }
 
 void NSMutableDictionary::removeObjectForKey(const char* key) {
-    const auto found = m_Objects.find(key);
-    if (found == m_Objects.end())
-        return;
-    NSObject* old = found->second;
-    m_Objects.erase(found);
-    old->release();
+    const auto removed = NSRef<NSObject>::retain(objectForKey(key)); // ends when the pair is gone
+    if (removed)
+        m_Objects.erase(key);
 }
 
 void NSMutableDictionary::enumerate(const std::function<void(const char*, NSObject*)>& visit) const {
     for (const auto& [key, object] : m_Objects)
-        visit(key.c_str(), object);
+        visit(key.c_str(), object.get());
 }

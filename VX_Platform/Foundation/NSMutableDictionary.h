@@ -12,21 +12,24 @@ class VX_EXPORT NSMutableDictionary : public NSObject {
 public:
     VX_RETURNS_OWN_TYPE(NSMutableDictionary)
 
+    /// Sets an empty dictionary up and returns it.
     NSMutableDictionary* init() override;
-    void dealloc() override;
 
+    /// Returns the number of pairs.
     int count() const { return static_cast<int>(m_Objects.size()); }
-    /// Puts the object under the key in the place of what was there. Null for either is a caller's bug and
-    /// ends the process.
+    /// Puts the object, retained, under the key, in UTF-8 and up to its first NUL, and releases what was
+    /// there. Null for either is a caller's bug and ends the process.
     void setObject(NSObject* object, const NSString* key);
     void setObject(NSObject* object, const char* key);
-    /// The object under the key, borrowed, or null.
+    /// Returns the object under the key, borrowed; null when there is none, or for a null key.
     NSObject* objectForKey(const NSString* key) const;
     NSObject* objectForKey(const char* key) const;
+    /// Releases the object under the key; nothing when there is none, or for a null key.
     void removeObjectForKey(const char* key);
-    /// Calls `visit` for each pair in the order of the keys' bytes.
+    /// Calls `visit` for each pair in the order of the keys' bytes, both borrowed. The dictionary must not
+    /// change meanwhile.
     void enumerate(const std::function<void(const char* key, NSObject* object)>& visit) const;
 
 private:
-    std::map<std::string, NSObject*, std::less<>> m_Objects;
+    std::map<std::string, NSRef<NSObject>, std::less<>> m_Objects;
 };

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <VX_Platform/Foundation/NSNotificationQueue.h>
 
-#include <VX_Platform/Foundation/NSNotification.h>
 #include <VX_Platform/Foundation/NSNotificationCenter.h>
 
 NSNotificationQueue* NSNotificationQueue::defaultQueue() {
@@ -10,24 +9,16 @@ NSNotificationQueue* NSNotificationQueue::defaultQueue() {
     return queue.get();
 }
 
-void NSNotificationQueue::dealloc() {
-    for (NSNotification* notification : m_Waiting)
-        notification->release();
-    NSObject::dealloc();
-}
-
 void NSNotificationQueue::enqueueNotification(NSNotification* notification, NSPostingStyle style) {
     if (style == NSPostNow)
         NSNotificationCenter::defaultCenter()->postNotification(notification);
     else
-        m_Waiting.push_back(notification->retain());
+        m_Waiting.push_back(NSRef<NSNotification>::retain(notification));
 }
 
 void NSNotificationQueue::postWaiting() {
-    std::vector<NSNotification*> batch;
+    std::vector<NSRef<NSNotification>> batch;
     batch.swap(m_Waiting);
-    for (NSNotification* notification : batch) {
-        NSNotificationCenter::defaultCenter()->postNotification(notification);
-        notification->release();
-    }
+    for (const NSRef<NSNotification>& notification : batch)
+        NSNotificationCenter::defaultCenter()->postNotification(notification.get());
 }

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <VX_Platform/Foundation/NSObject.h>
+#include <VX_Platform/Foundation/NSNotification.h>
 
 #include <vector>
 
-class NSNotification;
-
+/// When a queued notification is posted: the first two at the end of the run loop's step, the last at once.
 enum NSPostingStyle { NSPostWhenIdle = 1, NSPostASAP = 2, NSPostNow = 3 };
 
 /// Notifications of one thread that wait to be posted to the default centre.
@@ -14,19 +13,19 @@ class VX_EXPORT NSNotificationQueue : public NSObject {
 public:
     VX_RETURNS_OWN_TYPE(NSNotificationQueue)
 
-    /// The calling thread's queue; borrowed, lives as long as the thread.
+    /// Returns the calling thread's queue, for that thread alone; borrowed, lives as long as the thread. What
+    /// still waits then is released without being posted.
     static NSNotificationQueue* defaultQueue();
 
-    void dealloc() override;
-
-    /// `NSPostNow` posts at once; the other styles keep the notification until the thread's next
-    /// `postWaiting`.
+    /// `NSPostNow` posts before it returns; the other styles keep the notification, retained, until the
+    /// thread's next `postWaiting`.
     void enqueueNotification(NSNotification* notification, NSPostingStyle style);
 
-    /// Posts what waits, in order. What an observer enqueues meanwhile waits for the next call. The run loop
-    /// calls this at the end of each step; a host with a loop of its own may do so too.
+    /// Posts what waits, in the order it came, and releases it. What an observer enqueues meanwhile waits for
+    /// the next call. The run loop calls this at the end of each step; a host with a loop of its own may do
+    /// so too.
     void postWaiting();
 
 private:
-    std::vector<NSNotification*> m_Waiting;
+    std::vector<NSRef<NSNotification>> m_Waiting;
 };

@@ -36,29 +36,34 @@ public:
     NSObject(const NSObject&) = delete;
     NSObject& operator=(const NSObject&) = delete;
 
-    /// Sets the new object up. Returns the object, or releases it and returns null.
+    /// Sets the new object up, once. Returns the object, or releases it and returns null.
     virtual NSObject* init();
 
-    /// Adds one to the count. Returns the object.
+    /// Adds one to the count. Returns the object, now the caller's to release once more. Any thread.
     NSObject* retain();
 
-    /// Takes one from the count; the last one calls `dealloc`. Releasing more often than retaining is a
-    /// caller's bug and ends the process with a message in a build with checks.
+    /// Takes one from the count; the last one calls `dealloc`. Any thread, which `dealloc` then runs on.
+    /// Releasing more often than retaining is a caller's bug and ends the process with a message in a build
+    /// with checks.
     void release();
 
-    /// Releases the object when the calling thread's innermost `NSAutoreleasePool` ends. Returns the object.
+    /// Releases the object once, when the calling thread's innermost `NSAutoreleasePool` ends. Returns the
+    /// object, from now on borrowed. Any thread.
     NSObject* autorelease();
 
-    /// The present count, for tests and diagnostics; meaningless while other threads hold references.
+    /// Returns the present count, for tests and diagnostics; it means nothing while other threads hold
+    /// references, and is negative during `dealloc`.
     int retainCount() const;
 
-    /// Called by the last `release`. An override gives up what it owns and ends with the base's `dealloc`.
+    /// Called by the last `release`, on its thread. An override gives up what it owns and ends with the
+    /// base's `dealloc`, after which the object is gone; a `retain` in it does not keep the object.
     virtual void dealloc();
 
-    /// Whether the two stand for the same value; identity unless a class says otherwise.
+    /// Returns whether the two stand for the same value: the same object, unless a class says otherwise.
+    /// False for null.
     virtual bool isEqual(const NSObject* other) const;
 
-    /// Text for "%@" in formats. Borrowed, autoreleased.
+    /// Returns the text for "%@" in formats; borrowed, autoreleased.
     virtual NSString* description() const;
 
 protected:
@@ -69,7 +74,8 @@ private:
     mutable std::atomic<int> m_RetainCount{1};
 };
 
-/// Owning handle on a counted object, empty when null. Copies retain, moves hand over.
+/// Owning handle on a counted object, empty when null. Copies retain, moves hand over, the end releases. Any
+/// thread; one handle belongs to one thread at a time.
 template <class T>
 class NSRef {
 public:
@@ -103,6 +109,7 @@ public:
             m_Object->release();
     }
 
+    /// Returns the object, borrowed, or null.
     T* get() const { return m_Object; }
     T* operator->() const { return m_Object; }
     T& operator*() const { return *m_Object; }

@@ -7,20 +7,24 @@
 #include <thread>
 
 /// A lock that its holder may take again; each `lock` or successful `tryLock` needs its `unlock` on the same
-/// thread.
+/// thread. Any thread.
 class VX_EXPORT NSRecursiveLock : public NSObject {
 public:
     VX_RETURNS_OWN_TYPE(NSRecursiveLock)
 
+    /// Returns the lock, held by nobody.
     NSRecursiveLock* init() override;
 
+    /// Waits until no other thread holds the lock, and takes it.
     void lock();
+    /// Takes the lock and returns true, or returns false at once while another thread holds it.
     bool tryLock();
-    /// Unlocking what the calling thread does not hold is a caller's bug; it is logged and does nothing.
+    /// Gives one hold back; the last one lets other threads in. Without a hold of the calling thread nothing
+    /// happens, but for a line in the log: that is a caller's bug.
     void unlock();
-    /// Whether the calling thread holds the lock.
+    /// Returns whether the calling thread holds the lock.
     bool isHeldByCurrentThread() const;
-    /// How often the calling thread holds it; 0 when it does not.
+    /// Returns how often the calling thread holds it; 0 when it does not.
     int holdCount() const { return isHeldByCurrentThread() ? m_Depth : 0; }
 
 private:

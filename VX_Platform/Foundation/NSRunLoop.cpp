@@ -2,7 +2,6 @@
 #include <VX_Platform/Foundation/NSRunLoop.h>
 
 #include <VX_Platform/Foundation/NSDate.h>
-#include <VX_Platform/Foundation/NSTimer.h>
 
 #include <algorithm>
 
@@ -11,14 +10,8 @@ NSRunLoop* NSRunLoop::currentRunLoop() {
     return loop.get();
 }
 
-void NSRunLoop::dealloc() {
-    for (NSTimer* timer : m_Timers)
-        timer->release();
-    NSObject::dealloc();
-}
-
 void NSRunLoop::addTimer(NSTimer* timer) {
-    m_Timers.push_back(timer->retain());
+    m_Timers.push_back(NSRef<NSTimer>::retain(timer));
 }
 
 void NSRunLoop::fireDueTimers() {
@@ -32,17 +25,16 @@ void NSRunLoop::fireDueTimers() {
 }
 
 void NSRunLoop::dropInvalidTimers() {
-    const auto firstInvalid = std::stable_partition(m_Timers.begin(), m_Timers.end(),
-                                                    [](const NSTimer* timer) { return timer->isValid(); });
-    const std::vector<NSTimer*> ended(firstInvalid, m_Timers.end());
+    const auto isValid = [](const NSRef<NSTimer>& timer) { return timer->isValid(); };
+    const auto firstInvalid = std::stable_partition(m_Timers.begin(), m_Timers.end(), isValid);
+    // What goes ends only when the list is in order again.
+    const std::vector<NSRef<NSTimer>> ended(firstInvalid, m_Timers.end());
     m_Timers.erase(firstInvalid, m_Timers.end());
-    for (NSTimer* timer : ended)
-        timer->release();
 }
 
 double NSRunLoop::secondsToNextTimer() const {
     double next = -1.0;
-    for (const NSTimer* timer : m_Timers) {
+    for (const NSRef<NSTimer>& timer : m_Timers) {
         if (!timer->isValid())
             continue;
         const double wait = std::max(0.0, timer->fireDate() - NSDate::timeIntervalSinceReferenceDate());

@@ -1,32 +1,30 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <VX_Platform/Foundation/NSObject.h>
+#include <VX_Platform/Foundation/NSTimer.h>
 
 #include <vector>
 
-class NSTimer;
-
-/// The timers of one thread. The application's loop runs the main thread's; another thread calls
-/// `fireDueTimers` from a loop of its own.
+/// The timers of one thread, for that thread alone. The application's loop runs the main thread's; another
+/// thread calls `fireDueTimers` from a loop of its own.
 class VX_EXPORT NSRunLoop : public NSObject {
 public:
     VX_RETURNS_OWN_TYPE(NSRunLoop)
 
-    /// The calling thread's run loop; borrowed, lives as long as the thread.
+    /// Returns the calling thread's run loop; borrowed, lives as long as the thread. Any thread.
     static NSRunLoop* currentRunLoop();
 
-    void dealloc() override;
-
-    /// Retains the timer until it is found invalid.
+    /// Retains the timer until `fireDueTimers` finds it invalid.
     void addTimer(NSTimer* timer);
-    /// Fires each timer whose date has come, once, in the order of adding.
+    /// Fires each timer whose date has come, once, in the order of adding; one that is added meanwhile waits
+    /// for the next call.
     void fireDueTimers();
-    /// Seconds until the next timer is due, 0 when one is overdue, negative when there is none.
+    /// Returns the seconds until the next timer is due, 0 when one is overdue, a negative number when there
+    /// is none.
     double secondsToNextTimer() const;
 
 private:
     void dropInvalidTimers();
 
-    std::vector<NSTimer*> m_Timers;
+    std::vector<NSRef<NSTimer>> m_Timers;
 };

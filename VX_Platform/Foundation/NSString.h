@@ -9,37 +9,48 @@
 /// Names of text encodings; UTF-8 is the only one served.
 enum NSStringEncoding : unsigned { NSUTF8StringEncoding = 4 };
 
-/// Immutable text, held as UTF-8. Results of the class functions are borrowed and autoreleased.
+/// Immutable text, held as UTF-8. Results of the class functions are borrowed and autoreleased. Any thread.
 class VX_EXPORT NSString : public NSObject {
 public:
     VX_RETURNS_OWN_TYPE(NSString)
 
-    /// Text of a NUL-terminated byte string. Returns null when `bytes` is null, the encoding is not UTF-8 or
-    /// the bytes are not valid in it.
+    /// `bytes` end with a NUL and are copied. Returns their text; null for null, for another encoding than
+    /// UTF-8 and for bytes that are not valid in it.
     static NSString* stringWithCString(const char* bytes, NSStringEncoding encoding);
-    /// The same with UTF-8.
+    /// The same in UTF-8.
     static NSString* stringWithUTF8String(const char* bytes);
-    /// The whole file decoded as UTF-8; NUL bytes are kept. Null when the file cannot be read or is not
-    /// valid.
+    /// `error` is not used and may be null. Returns the whole file's text, NUL bytes kept; null for a null
+    /// path, another encoding than UTF-8, a folder, and a file that cannot be read or is not valid UTF-8.
+    /// Nothing is logged.
     static NSString* stringWithContentsOfFile(NSString* path, NSStringEncoding encoding, void* error);
-    /// Text by a format of `printf`, with "%@" for an `NSObject*` (its `description`, "(null)" for null).
+    /// `format` is one of `printf`, with "%@" for an `NSObject*` (its `description`, "(null)" for null); the
+    /// compiler does not check it. Returns the text, which ends before a conversion that is not known ("%n",
+    /// and positions such as "%1$d").
     static NSString* stringWithFormat(const char* format, ...);
+    /// The same with the arguments of a function of the caller's own, who ends the list.
     static NSString* stringWithFormatArguments(const char* format, va_list arguments);
 
+    /// Returns the object as an empty text.
     NSString* init() override;
-    /// Sets the text of a fresh object. Returns the object, or releases it and returns null as above.
+    /// Sets the text of a fresh object, once. Returns the object; for null and for bytes that are not valid
+    /// UTF-8 it releases the object and returns null.
     NSString* initWithUTF8String(const char* bytes);
 
-    /// NUL-terminated bytes, owned by the text and valid as long as it lives.
+    /// Returns the bytes with a NUL behind them; borrowed, valid as long as the text lives.
     const char* UTF8String() const { return m_Text.c_str(); }
-    /// Number of UTF-16 code units, as the platform counts.
+    /// Returns the number of UTF-16 code units, as the platform counts: 2 for a character outside the basic
+    /// plane.
     int length() const;
+    /// Returns whether the other has the same bytes; false for null.
     bool isEqualToString(const NSString* other) const;
+    /// The same for an object of any class; false for one that is no text.
     bool isEqual(const NSObject* other) const override;
+    /// Returns the text itself as another, borrowed and autoreleased.
     NSString* description() const override;
-    /// A text of the caller's own with the same characters.
+    /// Returns a text with the same bytes, the caller's to release.
     NSString* copy() const;
 
+    /// Returns the bytes, NULs included; borrowed, valid as long as the text lives.
     const std::string& string() const { return m_Text; }
 
 private:

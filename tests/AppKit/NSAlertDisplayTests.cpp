@@ -17,8 +17,8 @@ using vx::test::X11Input;
 
 namespace {
 
-constexpr std::uint32_t Return = 0xff0d, Escape = 0xff1b, Tab = 0xff09, Space = 0x20;
-constexpr std::uint32_t DefaultButton = 0x2f74c8;
+constexpr std::uint32_t kReturn = 0xff0d, kEscape = 0xff1b, kTab = 0xff09, kSpace = 0x20;
+constexpr std::uint32_t kDefaultButton = 0x2f74c8;
 
 NSString* text(const std::string& bytes) {
     return NSString::stringWithUTF8String(bytes.c_str());
@@ -41,7 +41,7 @@ public:
         m_Thread.join();
     }
     bool waitForFirstPicture() {
-        return waitFor([this] { return count(DefaultButton) > 100; });
+        return waitFor([this] { return count(kDefaultButton) > 100; });
     }
     long count(std::uint32_t color) {
         const auto pixels = user.pixels(window);
@@ -74,18 +74,18 @@ TEST(NSAlertWindow, ShowsItsTextsCentredAndEndsByEachOfItsRoads) {
         void (*take)(RunningAlert&);
     };
     const Road roads[] = {
-        {"Return", 1, [](RunningAlert& alert) { alert.user.press(Return); }},
-        {"Escape", 1, [](RunningAlert& alert) { alert.user.press(Escape); }},
+        {"Return", 1, [](RunningAlert& alert) { alert.user.press(kReturn); }},
+        {"Escape", 1, [](RunningAlert& alert) { alert.user.press(kEscape); }},
         {"close", 1, [](RunningAlert& alert) { alert.user.close(alert.window); }},
         {"Tab and space", 0,
          [](RunningAlert& alert) {
-             alert.user.press(Tab);
-             alert.user.press(Space);
+             alert.user.press(kTab);
+             alert.user.press(kSpace);
          }},
         {"Escape away from the default", 1,
          [](RunningAlert& alert) {
-             alert.user.press(Tab);
-             alert.user.press(Escape);
+             alert.user.press(kTab);
+             alert.user.press(kEscape);
          }},
         {"click on the default button", 1, [](RunningAlert& alert) { alert.clickFromCorner(40, 35); }},
         {"click on the other button", -1, [](RunningAlert& alert) { alert.clickFromCorner(220, 35); }},
@@ -111,7 +111,7 @@ TEST(NSAlertWindow, StaysOpenWhenNothingIsPressed) {
     alert.user.click(alert.window.x + 5, alert.window.y + 5);
     std::this_thread::sleep_for(std::chrono::milliseconds(200));
     EXPECT_EQ(alert.result, 99);
-    alert.user.press(Return);
+    alert.user.press(kReturn);
     EXPECT_EQ(alert.finalResult(), 1);
 }
 

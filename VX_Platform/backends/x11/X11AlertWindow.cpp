@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <VX_Platform/backends/x11/X11AlertWindow.h>
 
-#include <VX_Platform/backends/x11/AlertPainter.h>
+#include <VX_Platform/drawing/AlertPainter.h>
+#include <VX_Platform/drawing/Canvas.h>
 
 #include <cairo/cairo-xcb.h>
 #include <xcb/xcb.h>
@@ -42,6 +43,13 @@ struct SizeHints {
     std::int32_t unused[9] = {};
 };
 
+AlertTexts textsOf(const AlertContents& contents) {
+    AlertTexts texts{contents.message, contents.informativeText, {}};
+    for (const AlertButton& button : contents.buttons)
+        texts.buttons.push_back(button.label);
+    return texts;
+}
+
 class X11AlertWindow {
 public:
     ~X11AlertWindow();
@@ -69,6 +77,7 @@ private:
     xcb_atom_t m_DeleteWindow = 0;
     cairo_surface_t* m_Surface = nullptr;
     std::unique_ptr<AlertPainter> m_Painter;
+    Canvas m_Picture; // painted whole before it goes to the window, so that nothing flickers
     Reply<xcb_get_keyboard_mapping_reply_t> m_Keyboard;
     bool m_TakesFocus = false;
     int m_Focused = 0;
@@ -95,7 +104,9 @@ bool X11AlertWindow::open(const AlertContents& contents) {
     while (number-- > 0 && screens.rem > 1)
         xcb_screen_next(&screens);
     m_Screen = screens.data;
-    m_Painter = std::make_unique<AlertPainter>(contents, scale(), m_Screen->height_in_pixels * 8 / 10);
+    m_Painter = std::make_unique<AlertPainter>(textsOf(contents), scale(), m_Screen->width_in_pixels,
+                                               m_Screen->height_in_pixels * 8 / 10);
+    m_Picture = Canvas(m_Painter->width(), m_Painter->height());
     m_TakesFocus = !hasWindowManager();
     readKeyboard();
     createWindow(contents);
@@ -201,9 +212,8 @@ Key X11AlertWindow::keyOf(xcb_keycode_t code) const {
 }
 
 void X11AlertWindow::paint() {
-    cairo_t* canvas = cairo_create(m_Surface);
-    m_Painter->paint(canvas, m_Focused, m_Pressed);
-    cairo_destroy(canvas);
+    m_Painter->paint(m_Picture, m_Focused, m_Pressed);
+    m_Picture.copyTo(m_Surface);
     cairo_surface_flush(m_Surface);
     xcb_flush(m_Connection);
 }

@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: MIT
+#include <VX_Platform/drawing/TextLayout.h>
+
+#include <VX_Platform/drawing/Canvas.h>
+
+#include <pango/pangocairo.h>
+
+namespace vx {
+
+namespace {
+
+// Pango counts in fractions of a pixel, as ints.
+int toPango(double pixels) {
+    constexpr double most = 1000000.0;
+    return pixels > 0.0 ? int((pixels < most ? pixels : most) * PANGO_SCALE) : 0;
+}
+
+// Not in the middle of a letter.
+std::string_view cutAt(std::string_view text, std::size_t length) {
+    if (text.size() <= length)
+        return text;
+    while (length > 0 && (text[length] & 0xC0) == 0x80)
+        --length;
+    return text.substr(0, length);
+}
+
+void setText(PangoLayout* layout, std::string_view text) {
+    const std::string_view shown = cutAt(text.substr(0, text.find('\0')), TextLayout::kMaxBytes);
+    char* valid = g_utf8_make_valid(shown.data(), gssize(shown.size()));
+    pango_layout_set_text(layout, valid, -1);
+    g_free(valid);
+}
+
+void setFont(PangoLayout* layout, const FontFace& face, double size) {
+    const double pixels =
+        size >= 1.0 ? (size < TextLayout::kMaxFontSize ? size : TextLayout::kMaxFontSize) : 1.0;
+    PangoFontDescription* description = pango_font_description_new();
+    pango_font_description_set_family(description, face.family.c_str());
+    pango_font_description_set_weight(description, PangoWeight(face.weight));
+    pango_font_description_set_absolute_size(description, pixels * PANGO_SCALE);
+    pango_layout_set_font_description(layout, description);
+    pango_font_description_free(description);
+}
+
+} // namespace
+
+void TextLayout::LayoutDeleter::operator()(PangoLayout* layout) const {
+    g_object_unref(layout);
+}
+
+TextLayout::TextLayout(std::string_view text, const FontFace& face, double size)
+    : m_Layout(pango_layout_new(FontMap::current().context())) {
+    setFont(m_Layout.get(), face, size);
+    setText(m_Layout.get(), text);
+}
+
+void TextLayout::wrapAt(double width) {
+    pango_layout_set_width(m_Layout.get(), toPango(width));
+    pango_layout_set_wrap(m_Layout.get(), PANGO_WRAP_WORD_CHAR);
+}
+
+void TextLayout::limitHeight(double height) {
+    pango_layout_set_height(m_Layout.get(), toPango(height));
+    pango_layout_set_ellipsize(m_Layout.get(), PANGO_ELLIPSIZE_END);
+}
+
+void TextLayout::keepToOneLine(double width, Ellipsis ellipsis) {
+    pango_layout_set_single_paragraph_mode(m_Layout.get(), true);
+    if (size().width <= width) // a text from right to left would move to the far end of a wider line
+        return;
+    pango_layout_set_width(m_Layout.get(), toPango(width));
+    pango_layout_set_ellipsize(m_Layout.get(),
+                               ellipsis == Ellipsis::middle ? PANGO_ELLIPSIZE_MIDDLE : PANGO_ELLIPSIZE_END);
+}
+
+TextLayout::Size TextLayout::size() const {
+    int width = 0;
+    int height = 0;
+    if (pango_layout_get_character_count(m_Layout.get()) > 0)
+        pango_layout_get_size(m_Layout.get(), &width, &height);
+    return {double(width) / PANGO_SCALE, double(height) / PANGO_SCALE};
+}
+
+void TextLayout::draw(Canvas& canvas, double x, double y, const Color& color) const {
+    cairo_t* context = canvas.context();
+    cairo_save(context);
+    canvas.setColor(color);
+    cairo_new_path(context);
+    cairo_translate(context, x, y);
+    if (canvas.origin() == Canvas::Origin::bottomLeft) {
+        cairo_translate(context, 0, size().height);
+        cairo_scale(context, 1, -1);
+    }
+    pango_cairo_show_layout(context, m_Layout.get());
+    cairo_restore(context);
+}
+
+} // namespace vx

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#include <VX_Platform/drawing/AlertPainter.h>
+
+#include <gtest/gtest.h>
+#include <tests/drawing/Picture.h>
+
+#include <string>
+
+using vx::AlertPainter;
+using vx::Canvas;
+using vx::test::pixelOf;
+
+namespace {
+
+// The first column where the button can be pressed in a row.
+int leftEdge(const AlertPainter& painter, int button, int y) {
+    int x = 0;
+    while (x < painter.width() && painter.buttonAt(x, y) != button)
+        ++x;
+    return x;
+}
+
+} // namespace
+
+TEST(AlertPainter, PaintsItsButtonsWhereTheyArePressed) {
+    const AlertPainter painter({"Message", "Text", {"OK", "\u05d1\u05d9\u05d8\u05d5\u05dc"}}, 1, 1280, 800);
+    const int y = painter.height() - 35, ok = leftEdge(painter, 0, y), other = leftEdge(painter, 1, y);
+    EXPECT_LT(other + 80, ok);
+    EXPECT_EQ(painter.buttonAt(ok, 5), -1);
+    EXPECT_EQ(painter.buttonAt(painter.width() - 5, y), -1);
+    Canvas rest(painter.width(), painter.height()), pressed(painter.width(), painter.height());
+    painter.paint(rest, 0, -1);
+    painter.paint(pressed, 1, 0);
+    EXPECT_EQ(pixelOf(rest, 3, 3), 0xfff2f2f2u);
+    EXPECT_EQ(pixelOf(rest, ok + 8, y), 0xff2f74c8u);
+    EXPECT_EQ(pixelOf(pressed, ok + 8, y), 0xff1f5faeu);
+    EXPECT_NE(pixelOf(rest, other, y), pixelOf(pressed, other, y)) << "no ring around the focus";
+
+    // Whichever way its letters run, a label stands in the middle of its button.
+    int left = 80, right = 0;
+    for (int x = 4; x < 76; ++x)
+        for (int row = y - 8; row < y + 8; ++row)
+            if (pixelOf(rest, other + x, row) != 0xffffffffu) {
+                left = std::min(left, x);
+                right = 79 - x;
+            }
+    EXPECT_NEAR(left, right, 3);
+}
+
+TEST(AlertPainter, KeepsToTheRoomOfTheScreen) {
+    std::string label, much;
+    for (int i = 0; i < 2000; ++i)
+        (i < 20 ? label : much) += "words ";
+    for (const double scale : {1.0, 2.5}) {
+        const AlertPainter painter({much, much, {label, label, label}}, scale, 1000, 700);
+        EXPECT_TRUE(painter.width() <= 1000 && painter.height() <= 700) << painter.height();
+        const int y = int(painter.height() - 35 * scale);
+        EXPECT_LT(leftEdge(painter, 0, y), 1000);
+        EXPECT_NEAR(leftEdge(painter, 2, y), 20 * scale, 3) << "the last button";
+    }
+    const AlertPainter bare({"", "", {"OK"}}, 1, 1280, 800), told({"Message", "", {"OK"}}, 1, 1280, 800);
+    EXPECT_LT(bare.height(), told.height()) << "no room for texts that are not there";
+}

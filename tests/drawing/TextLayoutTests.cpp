@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: MIT
+#include <VX_Platform/drawing/TextLayout.h>
+
+#include <gtest/gtest.h>
+#include <tests/drawing/Picture.h>
+
+#include <atomic>
+#include <cmath>
+#include <string>
+#include <thread>
+#include <vector>
+
+using vx::Canvas;
+using vx::FontMap;
+using vx::TextLayout;
+using vx::test::InkBox;
+
+namespace {
+
+TextLayout sans(std::string_view text, double size, int weight = 400) {
+    return {text, {"Sans", weight}, size};
+}
+
+Canvas drawn(const TextLayout& layout, double y, Canvas::Origin origin = Canvas::Origin::topLeft) {
+    Canvas canvas(400, 200, origin);
+    layout.draw(canvas, 20, y, {});
+    return canvas;
+}
+
+} // namespace
+
+TEST(TextLayout, StandsUprightInTheBoxItMeasures) {
+    const TextLayout text = sans("Lg", 60);
+    const auto [width, height] = text.size();
+    EXPECT_NEAR(width, 3 * sans("Lg", 20).size().width, 6);
+    EXPECT_GT(sans("Lg", 60, 700).size().width, width + 2);
+    EXPECT_EQ(sans("", 60).size().height, 0);
+    Canvas down = drawn(text, 30);
+    const InkBox ink(down);
+    EXPECT_NEAR(ink.left, 20, 12);
+    EXPECT_NEAR(ink.right, 20 + width, 12);
+    EXPECT_TRUE(ink.top >= 30 && ink.bottom <= 30 + height && ink.bottom > ink.top + 40);
+    Canvas up = drawn(text, 200 - 30 - height, Canvas::Origin::bottomLeft);
+    EXPECT_EQ(std::memcmp(up.pixels(), down.pixels(), 400 * 4 * 200), 0) << "where y runs up";
+}
+
+TEST(TextLayout, WrapsAndCutsToTheRoomItHas) {
+    TextLayout text = sans("one two three four five six seven " + std::string(30, 'w'), 20);
+    const double line = text.size().height;
+    text.wrapAt(150);
+    EXPECT_LE(text.size().width, 150);
+    EXPECT_GE(text.size().height, 4 * line - 2);
+    text.limitHeight(2.5 * line);
+    EXPECT_NEAR(text.size().height, 2 * line, 2);
+
+    TextLayout single = sans("one\ntwo three four five six", 20);
+    single.keepToOneLine(100, TextLayout::Ellipsis::middle);
+    EXPECT_LE(single.size().width, 100);
+    EXPECT_NEAR(single.size().height, line, 2);
+
+    TextLayout hebrew = sans("\u05e9\u05dc\u05d5\u05dd", 20);
+    const double natural = hebrew.size().width;
+    hebrew.keepToOneLine(300, TextLayout::Ellipsis::end);
+    Canvas unmoved = drawn(hebrew, 0);
+    EXPECT_LT(InkBox(unmoved).right, 20 + natural + 3) << "nothing to cut, so nothing moves";
+    hebrew.wrapAt(300);
+    Canvas atTheRight = drawn(hebrew, 0);
+    EXPECT_NEAR(InkBox(atTheRight).left, 320 - natural, 4);
+}
+
+TEST(TextLayout, SurvivesBrokenTextAndSizes) {
+    EXPECT_GT(sans("a\xff\xc3z", 20).size().width, sans("az", 20).size().width);
+    EXPECT_EQ(sans({"ab\0cd", 5}, 20).size().width, sans("ab", 20).size().width);
+    for (const double size : {std::nan(""), -5.0, 0.0, HUGE_VAL}) {
+        TextLayout text = sans("x", size);
+        text.wrapAt(size);
+        text.limitHeight(size);
+        EXPECT_GE(text.size().height, 1) << size;
+    }
+    const std::string lines(TextLayout::kMaxBytes - 1, '\n');
+    EXPECT_EQ(sans(lines + "\u00e9", 10).size().width, 0) << "a letter that the end cuts in two";
+    EXPECT_GT(sans(lines + "e", 10).size().width, 0);
+}
+
+TEST(FontMap, ServesEachThreadAndKnowsWhatIsInstalled) {
+    const double width = sans("Some words", 20).size().width;
+    std::atomic<int> right{0};
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 4; ++i)
+        threads.emplace_back([&, mine = &FontMap::current()] {
+            for (int turn = 0; turn < 20; ++turn)
+                right += &FontMap::current() != mine && sans("Some words", 20).size().width == width;
+        });
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(right, 80);
+
+    EXPECT_FALSE(FontMap::hasFamily("No Such Family") || FontMap::hasFamily(""));
+    EXPECT_TRUE(FontMap::resolve("No Such Family", 400).family.empty());
+    EXPECT_EQ(FontMap::resolve("serif", 700).weight, 700);
+    const vx::FontFace heavy = FontMap::resolve("arial black", 400);
+    EXPECT_TRUE(FontMap::hasFamily(heavy.family)) << heavy.family;
+    EXPECT_GT(TextLayout("Heavy", heavy, 40).size().width, sans("Heavy", 40).size().width);
+}
