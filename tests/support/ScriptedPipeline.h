@@ -43,6 +43,11 @@ public:
     }
     void afterGLFlushBuffer(const CVTimeStamp* time) override {
         lastTime = time;
+        {
+            std::lock_guard guard(m_Lock);
+            m_LastStamp = *time;
+        }
+        lastPeriod = time->videoRefreshPeriod;
         note("afterFlush", onAfterFlush);
     }
     bool attachGLContext(NSOpenGLContext* context, NSOpenGLPixelFormat* format) override {
@@ -63,6 +68,12 @@ public:
 
     CGRect lastBounds;
     const CVTimeStamp* lastTime = nullptr;
+    std::atomic<std::uint64_t> lastPeriod{0};
+    /// What the last frame was drawn for.
+    CVTimeStamp lastStamp() {
+        std::lock_guard guard(m_Lock);
+        return m_LastStamp;
+    }
 
 private:
     void note(const char* name, const std::function<void()>& action) {
@@ -73,6 +84,7 @@ private:
 
     std::mutex m_Lock;
     std::string m_Calls;
+    CVTimeStamp m_LastStamp;
 };
 
 /// A main view in a window, with a scripted pipeline: attached, and prepared by one step of the run loop.

@@ -7,6 +7,7 @@
 #include <xcb/present.h>
 #include <xcb/xcb.h>
 
+#include <atomic>
 #include <cstdlib>
 #include <ctime>
 
@@ -20,6 +21,12 @@ constexpr std::uint64_t kBelievable = Clock::kSecond;
 std::uint64_t timeOf(const xcb_present_complete_notify_event_t& event) {
     const std::uint64_t now = Clock::system().now(), told = event.ust * 1000;
     return told <= now && now - told < kBelievable ? told : now;
+}
+
+// No two sources of the process ask by the same numbers.
+std::uint32_t nextFirstSerial() {
+    static std::atomic<std::uint32_t> sources{0};
+    return ++sources << 22;
 }
 
 class PresentSource : public RefreshSource {
@@ -70,6 +77,14 @@ private:
         return !(wanted[1].revents & POLLIN);
     }
 
+    // All who listen to the window are told of every presentation on it: the driver's own, and what was asked
+    // by a source that has been replaced.
+    bool isAnswer(const xcb_present_complete_notify_event_t& event) const {
+        return event.event_type == XCB_PRESENT_COMPLETE_NOTIFY &&
+               event.kind == XCB_PRESENT_COMPLETE_KIND_NOTIFY_MSC &&
+               event.serial - m_FirstSerial <= m_Serial - m_FirstSerial;
+    }
+
     // Takes in what has come; true when an answer was among it. Of several, the last one counts.
     bool takeAnswer(Refresh& refresh) {
         bool answered = false;
@@ -78,7 +93,7 @@ private:
             if (!event)
                 break;
             const auto& complete = *reinterpret_cast<xcb_present_complete_notify_event_t*>(event);
-            if (complete.event_type == XCB_PRESENT_COMPLETE_NOTIFY) {
+            if (isAnswer(complete)) {
                 refresh = {timeOf(complete), complete.msc, 0};
                 answered = true;
             }
@@ -93,7 +108,8 @@ private:
     xcb_connection_t* m_Connection;
     xcb_window_t m_Window;
     xcb_special_event_t* m_Events = nullptr;
-    std::uint32_t m_Serial = 0;
+    const std::uint32_t m_FirstSerial = nextFirstSerial();
+    std::uint32_t m_Serial = m_FirstSerial;
 };
 
 } // namespace
