@@ -1,212 +1,235 @@
 // SPDX-License-Identifier: MIT
 #include <VX_OpenGL64/targets/VX_GLRenderTarget.h>
-#include <tests/support/GLRecorder.h>
 #include <tests/support/HeadlessContext.h>
 #include <tests/support/LogCollector.h>
 #include <tests/support/Pixels.h>
 
 #include <epoxy/gl.h>
 #include <gtest/gtest.h>
-
-#include <algorithm>
+#include <glm/gtc/matrix_transform.hpp>
 
 using namespace vx::test;
-using Lines = GLRecorder::Lines;
-using Names = std::vector<unsigned>;
+using Target = VX_GLRenderTarget;
 
 namespace {
 
-constexpr GLenum kFrame = GL_FRAMEBUFFER_EXT;
-constexpr GLenum kRender = GL_RENDERBUFFER_EXT;
+constexpr GLenum kColor = GL_COLOR_ATTACHMENT0_EXT;
+constexpr GLenum kRectangle = GL_TEXTURE_RECTANGLE_ARB;
 
-Lines addSequence(GLenum target, unsigned frameBuffer, unsigned texture, int attachment, int width,
-                  int height) {
-    return {
-        call("glBindFramebufferEXT", kFrame, frameBuffer),
-        call("glGenTextures", 1, out),
-        call("glEnable", target),
-        call("glBindTexture", target, texture),
-        call("glTexParameteri", target, GL_TEXTURE_MAG_FILTER, GL_LINEAR),
-        call("glTexParameteri", target, GL_TEXTURE_MIN_FILTER, GL_LINEAR),
-        call("glTexParameteri", target, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE),
-        call("glTexParameteri", target, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE),
-        call("glTexImage2D", target, 0, GL_RGBA8, width, height, 0, GL_RGBA, GL_UNSIGNED_BYTE, 0),
-        call("glFramebufferTexture2DEXT", kFrame, GL_COLOR_ATTACHMENT0_EXT + attachment, target, texture, 0),
-        call("glCheckFramebufferStatusEXT", kFrame),
-        call("glBindFramebufferEXT", kFrame, 0),
-        call("glDisable", target)};
+/// The two kinds of colour texture and all that tells them apart.
+const struct Kind {
+    GLenum target, binding;
+    unsigned (Target::*add)(unsigned, unsigned, int, int);
+    void (Target::*draw)(int);
+    const char* failure;
+} kKinds[] = {{kRectangle, GL_TEXTURE_BINDING_RECTANGLE_ARB, &Target::AddTextureBuffer,
+               &Target::DrawFullScreen, "Can't allocate TextureBuffer: AddTextureBuffer"},
+              {GL_TEXTURE_2D, GL_TEXTURE_BINDING_2D, &Target::AddTexture2DBuffer, &Target::DrawFullScreen2D,
+               "Can't allocate AddTexture2DBuffer"}};
+
+/// Type and name of what is attached, and the status of the whole.
+std::vector<int> attached(const Target& target, GLenum attachment) {
+    EXPECT_EQ(stateOf(GL_FRAMEBUFFER_BINDING_EXT), ints(0));
+    std::vector<int> found(3);
+    glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, target.m_FrameBuffer);
+    for (const int i : {0, 1})
+        glGetFramebufferAttachmentParameterivEXT(
+            GL_FRAMEBUFFER_EXT, attachment, GL_FRAMEBUFFER_ATTACHMENT_OBJECT_TYPE_EXT + GLenum(i), &found[i]);
+    found[2] = int(glCheckFramebufferStatusEXT(GL_FRAMEBUFFER_EXT));
+    glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, 0);
+    return found;
 }
 
-Lines quad(float left, float right, float height, float s, float t) {
-    return {call("glBegin", GL_QUADS),         call("glTexCoord2f", 0, 0),
-            call("glVertex2f", left, 0),       call("glTexCoord2f", s, 0),
-            call("glVertex2f", right, 0),      call("glTexCoord2f", s, t),
-            call("glVertex2f", right, height), call("glTexCoord2f", 0, t),
-            call("glVertex2f", left, height),  call("glEnd")};
+/// Wrapping, filters, mode of depth, size and format of the texture that is bound.
+std::vector<int> boundTexture(GLenum target) {
+    std::vector<int> values;
+    for (const GLenum name : {GL_TEXTURE_WRAP_S, GL_TEXTURE_WRAP_T, GL_TEXTURE_MIN_FILTER,
+                              GL_TEXTURE_MAG_FILTER, GL_DEPTH_TEXTURE_MODE})
+        glGetTexParameteriv(target, name, &values.emplace_back());
+    for (const GLenum name : {GL_TEXTURE_WIDTH, GL_TEXTURE_HEIGHT, GL_TEXTURE_INTERNAL_FORMAT})
+        glGetTexLevelParameteriv(target, 0, name, &values.emplace_back());
+    return values;
 }
 
-Lines drawSequence(GLenum target, unsigned texture, const Lines& quads) {
-    Lines lines{call("glEnable", target), call("glActiveTexture", GL_TEXTURE0),
-                call("glBindTexture", target, texture)};
-    lines.insert(lines.end(), quads.begin(), quads.end());
-    lines.push_back(call("glDisable", target));
-    return lines;
-}
+struct CountingTarget : Target {
+    void FreeTextures() override {
+        ++freed;
+        Target::FreeTextures();
+    }
+    int freed = 0;
+};
 
 } // namespace
 
-TEST(VX_GLRenderTarget, MakesItsFrameBufferWithAndWithoutDepth) {
+TEST(VX_GLRenderTarget, DropsEverythingWhenEitherSideChangesAndNothingElse) {
     HeadlessContext gl(8, 8);
-    GLRecorder recorder;
-    VX_GLRenderTarget target;
-    EXPECT_FALSE(target.SetResolution(-1, -1));
-    EXPECT_TRUE(target.SetResolution(20, 10));
-    EXPECT_EQ(recorder.take(), Lines());
-
-    target.CreateFrameBuffer();
-    const unsigned frame = target.m_FrameBuffer, depth = target.m_DepthBuffer;
-    EXPECT_EQ(recorder.take(),
-              (Lines{call("glGenFramebuffersEXT", 1, out), call("glBindFramebufferEXT", kFrame, frame),
-                     call("glGenRenderbuffersEXT", 1, out), call("glBindRenderbufferEXT", kRender, depth),
-                     call("glRenderbufferStorageEXT", kRender, GL_DEPTH_COMPONENT, 20, 10),
-                     call("glFramebufferRenderbufferEXT", kFrame, GL_DEPTH_ATTACHMENT_EXT, kRender, depth),
-                     call("glCheckFramebufferStatusEXT", kFrame), call("glBindFramebufferEXT", kFrame, 0)}));
-
-    const unsigned texture = target.AddTextureBuffer(GL_RGBA8, GL_UNSIGNED_BYTE, -1, -1);
-    EXPECT_FALSE(target.SetResolution(20, 10));
-    EXPECT_EQ(target.m_Textures, Names{texture}) << "the same size keeps everything";
-    recorder.take();
-    target.m_UseDepth = false;
-    EXPECT_EQ(target.CreateFrameBuffer(), unsigned(GL_FRAMEBUFFER_COMPLETE_EXT));
-    EXPECT_EQ(
-        recorder.take(),
-        (Lines{call("glDeleteTextures", 1, Names{texture}), call("glDeleteRenderbuffersEXT", 1, Names{depth}),
-               call("glDeleteFramebuffersEXT", 1, Names{frame}), call("glGenFramebuffersEXT", 1, out),
-               call("glBindFramebufferEXT", kFrame, target.m_FrameBuffer),
-               call("glBindFramebufferEXT", kFrame, 0)}));
+    auto* target = new CountingTarget;
+    EXPECT_FALSE(target->SetResolution(-1, -1));
+    target->SetResolution(20, 10);
+    for (const auto& [width, height] : {std::pair(20, 11), {21, 11}}) {
+        target->CreateFrameBuffer();
+        const unsigned frame = target->m_FrameBuffer, depth = target->m_DepthBuffer;
+        const unsigned texture = target->AddTextureBuffer(GL_RGBA8, GL_UNSIGNED_BYTE, -1, -1);
+        target->freed = 0;
+        EXPECT_FALSE(target->SetResolution(target->m_Width, target->m_Height));
+        EXPECT_EQ(target->m_Textures, std::vector<unsigned>{texture});
+        EXPECT_TRUE(target->SetResolution(width, height));
+        EXPECT_EQ(ints(target->m_Width, target->m_Height), ints(width, height));
+        EXPECT_EQ(
+            ints(target->freed, target->m_Textures.size(), target->m_FrameBuffer, target->m_DepthBuffer),
+            ints(1, 0, 0, 0));
+        EXPECT_FALSE(glIsTexture(texture) || glIsFramebufferEXT(frame) || glIsRenderbufferEXT(depth));
+    }
+    target->CreateFrameBuffer();
+    target->CreateFrameBufferDepthTexture2D();
+    EXPECT_EQ(target->freed, 3) << "by the virtual operation each time";
+    const unsigned frame = target->m_FrameBuffer;
+    delete target;
+    EXPECT_FALSE(glIsFramebufferEXT(frame));
 }
 
-TEST(VX_GLRenderTarget, LeavesItsDepthTextureAlive) {
+TEST(VX_GLRenderTarget, MakesItsDepthAttachmentOrNone) {
     HeadlessContext gl(8, 8);
-    GLRecorder recorder;
-    VX_GLRenderTarget target;
+    Target target;
     target.SetResolution(20, 10);
-    target.CreateFrameBufferDepthTexture2D();
+    int status = int(target.CreateFrameBuffer());
+    EXPECT_EQ(attached(target, GL_DEPTH_ATTACHMENT_EXT),
+              ints(GL_RENDERBUFFER_EXT, target.m_DepthBuffer, status));
+    EXPECT_EQ(stateOf(GL_RENDERBUFFER_BINDING_EXT), ints(target.m_DepthBuffer)) << "it stays bound";
+    int size[2] = {};
+    for (const int i : {0, 1})
+        glGetRenderbufferParameterivEXT(GL_RENDERBUFFER_EXT, GL_RENDERBUFFER_WIDTH_EXT + GLenum(i), &size[i]);
+    EXPECT_EQ(ints(size[0], size[1]), ints(20, 10));
+
+    status = int(target.CreateFrameBufferDepthTexture2D());
     const unsigned depth = target.m_DepthBuffer;
-    EXPECT_EQ(
-        recorder.take(),
-        (Lines{call("glGenFramebuffersEXT", 1, out),
-               call("glBindFramebufferEXT", kFrame, target.m_FrameBuffer), call("glGenTextures", 1, out),
-               call("glBindTexture", GL_TEXTURE_2D, depth),
-               call("glTexParameterf", GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, 10496.0f),
-               call("glTexParameterf", GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, 10496.0f),
-               call("glTexParameteri", GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST),
-               call("glTexParameteri", GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST),
-               call("glTexParameteri", GL_TEXTURE_2D, GL_DEPTH_TEXTURE_MODE, GL_INTENSITY),
-               call("glTexImage2D", GL_TEXTURE_2D, 0, GL_DEPTH_COMPONENT24, 20, 10, 0, GL_DEPTH_COMPONENT,
-                    GL_UNSIGNED_BYTE, 0),
-               call("glFramebufferTexture2DEXT", kFrame, GL_DEPTH_ATTACHMENT_EXT, GL_TEXTURE_2D, depth, 0),
-               call("glCheckFramebufferStatusEXT", kFrame), call("glBindFramebufferEXT", kFrame, 0)}));
+    EXPECT_EQ(attached(target, GL_DEPTH_ATTACHMENT_EXT), ints(GL_TEXTURE, depth, status));
+    EXPECT_EQ(stateOf(GL_TEXTURE_BINDING_2D), ints(depth));
+    EXPECT_EQ(boundTexture(GL_TEXTURE_2D),
+              ints(GL_CLAMP, GL_CLAMP, GL_NEAREST, GL_NEAREST, GL_INTENSITY, 20, 10, GL_DEPTH_COMPONENT24));
     target.FreeTextures();
-    EXPECT_EQ(recorder.take().front(), call("glDeleteRenderbuffersEXT", 1, Names{depth}));
-    EXPECT_TRUE(glIsTexture(depth));
+    EXPECT_EQ(target.m_DepthBuffer, 0u);
+    EXPECT_TRUE(glIsTexture(depth)) << "taken for a renderbuffer, it lives on";
     glDeleteTextures(1, &depth);
+
+    target.m_UseDepth = false;
+    for (const auto create : {&Target::CreateFrameBuffer, &Target::CreateFrameBufferDepthTexture2D}) {
+        EXPECT_EQ((target.*create)(), unsigned(GL_FRAMEBUFFER_COMPLETE_EXT)) << "without asking";
+        EXPECT_EQ(attached(target, GL_DEPTH_ATTACHMENT_EXT)[0], GL_NONE);
+    }
 }
 
 TEST(VX_GLRenderTarget, AddsTexturesAtTheNextAttachment) {
     HeadlessContext gl(8, 8);
-    GLRecorder recorder;
     LogCollector log;
-    VX_GLRenderTarget target;
-    target.SetResolution(20, 10);
-    EXPECT_EQ(target.AddTextureBuffer(GL_RGBA8, GL_UNSIGNED_BYTE, -1, -1), 0u);
-    EXPECT_TRUE(target.m_Textures.empty()) << "no framebuffer yet";
-    target.m_UseDepth = false;
-    target.CreateFrameBuffer();
-    const unsigned frame = target.m_FrameBuffer;
-    recorder.take();
-
-    const unsigned first = target.AddTextureBuffer(GL_RGBA8, GL_UNSIGNED_BYTE, -1, -1);
-    EXPECT_EQ(recorder.take(), addSequence(GL_TEXTURE_RECTANGLE_ARB, frame, first, 0, 20, 10));
-    const unsigned second = target.AddTexture2DBuffer(GL_RGBA8, GL_UNSIGNED_BYTE, 20, -1);
-    EXPECT_EQ(recorder.take(), addSequence(GL_TEXTURE_2D, frame, second, 1, 20, 10));
-
-    EXPECT_EQ(target.AddTextureBuffer(GL_RGBA8, GL_UNSIGNED_BYTE, 0, 10), 0u);
-    EXPECT_EQ(target.AddTexture2DBuffer(GL_RGBA8, GL_UNSIGNED_BYTE, 0, 10), 0u);
-    EXPECT_EQ(log.lines,
-              (Lines{"Can't allocate TextureBuffer: AddTextureBuffer", "Can't allocate AddTexture2DBuffer"}));
-    EXPECT_EQ(target.m_Textures, (Names{first, second, 0, 0}));
-    EXPECT_EQ(countOf(recorder.take(), "glDeleteTextures"), 2);
-
-    // The deleted textures are not detached, so the driver may go on refusing; the place counts.
-    target.AddTextureBuffer(GL_RGBA8, GL_UNSIGNED_BYTE, -1, -1);
-    const Lines lines = recorder.take();
-    const auto attach = std::find_if(lines.begin(), lines.end(), [](const std::string& line) {
-        return line.starts_with("glFramebufferTexture2DEXT");
-    });
-    ASSERT_NE(attach, lines.end());
-    EXPECT_NE(attach->find(text(GL_COLOR_ATTACHMENT0_EXT + 4)), std::string::npos) << *attach;
+    const int sizes[][4] = {{-1, -1, 20, 10}, {12, -1, 12, 10}, {-1, 5, 20, 5}}; // asked for, given
+    for (const Kind& kind : kKinds) {
+        Target target;
+        const auto add = [&](int width, int height, GLenum format = GL_RGBA8,
+                             GLenum type = GL_UNSIGNED_BYTE) {
+            return (target.*kind.add)(format, type, width, height);
+        };
+        target.m_UseDepth = false;
+        target.SetResolution(20, 10);
+        EXPECT_EQ(add(-1, -1), 0u);
+        EXPECT_TRUE(target.m_Textures.empty()) << "no framebuffer yet";
+        for (const auto& [width, height, givenWidth, givenHeight] : sizes) {
+            target.CreateFrameBuffer();
+            const unsigned name = add(width, height, GL_RGBA16F_ARB, GL_FLOAT);
+            EXPECT_EQ(stateOf(kind.binding, kind.target), ints(name, 0)) << "bound, but not enabled";
+            EXPECT_EQ(boundTexture(kind.target),
+                      ints(GL_CLAMP_TO_EDGE, GL_CLAMP_TO_EDGE, GL_LINEAR, GL_LINEAR, GL_LUMINANCE, givenWidth,
+                           givenHeight, GL_RGBA16F_ARB));
+        }
+        target.CreateFrameBuffer();
+        const unsigned first = add(-1, -1), second = add(-1, -1);
+        EXPECT_EQ(attached(target, kColor + 1), ints(GL_TEXTURE, second, GL_FRAMEBUFFER_COMPLETE_EXT));
+        EXPECT_EQ(add(0, 10), 0u);
+        EXPECT_EQ(log.lines.back(), kind.failure);
+        EXPECT_EQ(stateOf(kind.binding), ints(0)) << "the refused texture is deleted";
+        EXPECT_EQ(target.m_Textures, (std::vector<unsigned>{first, second, 0}));
+        // The refused texture is not detached, so the driver may go on refusing; its place counts.
+        add(-1, -1);
+        EXPECT_EQ(attached(target, kColor + 3)[0], GL_TEXTURE);
+    }
 }
 
-TEST(VX_GLRenderTarget, BindsProjectsAndDrawsInTheGivenOrder) {
+TEST(VX_GLRenderTarget, DirectsDrawingAndLaysPixelsOverUnits) {
     HeadlessContext gl(8, 8);
-    GLRecorder recorder;
-    VX_GLRenderTarget target;
+    Target target;
     target.SetResolution(200, 100);
     target.CreateFrameBuffer();
-    const unsigned rectangle = target.AddTextureBuffer(GL_RGBA8, GL_UNSIGNED_BYTE, -1, -1);
-    const unsigned flat = target.AddTexture2DBuffer(GL_RGBA8, GL_UNSIGNED_BYTE, -1, -1);
-    recorder.take();
-
+    for (const Kind& kind : kKinds)
+        (target.*kind.add)(GL_RGBA8, GL_UNSIGNED_BYTE, -1, -1);
+    const auto expectDirected = [](unsigned frame, GLenum first, GLenum second) {
+        EXPECT_EQ(stateOf(GL_FRAMEBUFFER_BINDING_EXT, GL_DRAW_BUFFER0, GL_DRAW_BUFFER1),
+                  ints(frame, first, second));
+        int viewport[4] = {};
+        glGetIntegerv(GL_VIEWPORT, viewport);
+        EXPECT_EQ(ints(viewport[0], viewport[1], viewport[2], viewport[3]), ints(0, 0, 200, 100));
+    };
     target.Bind(1);
-    unsigned buffers[] = {GL_COLOR_ATTACHMENT0_EXT, GL_COLOR_ATTACHMENT1_EXT};
-    target.Binds(2, buffers);
+    expectDirected(target.m_FrameBuffer, kColor + 1, GL_NONE);
+    glDrawBuffer(GL_NONE);
     target.Unbind();
-    target.SetDefaultProjection();
-    EXPECT_EQ(recorder.take(),
-              (Lines{call("glBindFramebufferEXT", kFrame, target.m_FrameBuffer),
-                     call("glDrawBuffer", GL_COLOR_ATTACHMENT1_EXT), call("glViewport", 0, 0, 200, 100),
-                     call("glBindFramebufferEXT", kFrame, target.m_FrameBuffer),
-                     call("glDrawBuffers", 2, Names{buffers[0], buffers[1]}),
-                     call("glViewport", 0, 0, 200, 100), call("glBindFramebufferEXT", kFrame, 0),
-                     call("glDrawBuffer", GL_BACK), call("glMatrixMode", GL_MODELVIEW),
-                     call("glLoadIdentity"), call("glMatrixMode", GL_PROJECTION), call("glLoadIdentity"),
-                     call("glOrtho", 0, 200.0, 0, 100.0, -1, 1)}));
+    glDrawBuffer(GL_NONE);
+    target.Unbind();
+    expectDirected(0, GL_BACK, GL_NONE);
+    glViewport(1, 2, 3, 4);
+    unsigned buffers[] = {kColor + 1, kColor};
+    target.Binds(2, buffers);
+    expectDirected(target.m_FrameBuffer, kColor + 1, kColor);
 
-    target.DrawFullScreen(0);
-    EXPECT_EQ(recorder.take(),
-              drawSequence(GL_TEXTURE_RECTANGLE_ARB, rectangle, quad(0, 200, 100, 200, 100)));
-    target.DrawFullScreen2D(1);
-    EXPECT_EQ(recorder.take(), drawSequence(GL_TEXTURE_2D, flat, quad(0, 200, 100, 1, 1)));
-    target.QuadsDEBUG();
-    EXPECT_EQ(recorder.take(), quad(10, 190, 100, 200, 100));
-    for (const int outside : {-1, 2}) {
-        target.DrawFullScreen(outside);
-        EXPECT_EQ(recorder.take()[2], call("glBindTexture", GL_TEXTURE_RECTANGLE_ARB, 0));
+    for (const GLenum mode : {GL_PROJECTION, GL_MODELVIEW}) {
+        glMatrixMode(mode);
+        glScalef(3, 3, 3);
     }
-    EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));
+    target.SetDefaultProjection();
+    EXPECT_EQ(stateOf(GL_MATRIX_MODE), ints(GL_PROJECTION));
+    glm::mat4 modelView, projection;
+    glGetFloatv(GL_MODELVIEW_MATRIX, &modelView[0][0]);
+    glGetFloatv(GL_PROJECTION_MATRIX, &projection[0][0]);
+    EXPECT_EQ(modelView, glm::mat4(1.0f));
+    EXPECT_EQ(projection, glm::ortho(0.0f, 200.0f, 0.0f, 100.0f, -1.0f, 1.0f));
 }
 
 TEST(VX_GLRenderTarget, BringsWhatWasDrawnToTheScreen) {
     HeadlessContext gl(32, 16);
-    VX_GLRenderTarget target;
+    Target target;
     target.SetResolution(32, 16);
-    ASSERT_EQ(target.CreateFrameBuffer(), unsigned(GL_FRAMEBUFFER_COMPLETE_EXT));
-    ASSERT_NE(target.AddTextureBuffer(GL_RGBA8, GL_UNSIGNED_BYTE, -1, -1), 0u);
-    ASSERT_NE(target.AddTexture2DBuffer(GL_RGBA8, GL_UNSIGNED_BYTE, -1, -1), 0u);
-    for (const int attachment : {0, 1}) { // the lower left quarter blue, the rest red or green
-        target.Bind(attachment);
-        clearTo(attachment == 0, attachment == 1, 0);
-        clearTo(0, 0, 1, 0, 0, 16, 8);
-    }
-    target.Unbind();
-    clearTo(0, 0, 0);
+    target.CreateFrameBuffer();
     target.SetDefaultProjection();
-    for (const int attachment : {0, 1}) {
-        attachment == 0 ? target.DrawFullScreen(0) : target.DrawFullScreen2D(1);
-        const unsigned rest = attachment == 0 ? 0xFF0000FFu : 0x00FF00FFu;
+    for (const int i : {0, 1}) {
+        const auto& [kind, binding, add, draw, failure] = kKinds[i];
+        const unsigned texture = (target.*add)(GL_RGBA8, GL_UNSIGNED_BYTE, -1, -1);
+        target.Bind(i);
+        clearTo(i == 0, i == 1, 0);
+        clearTo(0, 0, 1, 0, 0, 16, 8); // the lower left quarter blue, the rest red or green
+        target.Unbind();
+        (target.*draw)(i);
         for (const auto& [x, y] : {std::pair(0, 0), {14, 6}, {18, 6}, {14, 10}, {31, 15}})
-            EXPECT_EQ(pixelAt(x, y), x < 16 && y < 8 ? 0x0000FFFFu : rest) << x << ' ' << y;
+            EXPECT_EQ(pixelAt(x, y), x < 16 && y < 8 ? 0x0000FFFFu
+                                     : i             ? 0x00FF00FFu
+                                                     : 0xFF0000FFu)
+                << x << ' ' << y;
+        EXPECT_EQ(stateOf(binding, kind), ints(texture, 0)) << "bound, but not enabled";
+        for (const int outside : {-1, 2}) {
+            glActiveTexture(GL_TEXTURE1);
+            (target.*draw)(outside);
+            EXPECT_EQ(stateOf(GL_ACTIVE_TEXTURE, binding), ints(GL_TEXTURE0, 0));
+        }
     }
+    clearTo(0, 0, 0);
+    glEnable(kRectangle);
+    glBindTexture(kRectangle, target.m_Textures[0]);
+    target.QuadsDEBUG(); // the middle stays in the middle while the edges come in
+    for (const auto& [x, color] : {std::pair(9, 0x000000FFu),
+                                   {10, 0x0000FFFFu},
+                                   {15, 0x0000FFFFu},
+                                   {16, 0xFF0000FFu},
+                                   {21, 0xFF0000FFu},
+                                   {22, 0x000000FFu}})
+        EXPECT_EQ(pixelAt(x, 4), color) << x;
+    EXPECT_EQ(pixelAt(10, 15), 0xFF0000FFu);
     EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));
 }
