@@ -19,11 +19,6 @@ namespace {
 
 const Matrix kView = glm::lookAtRH(Vector(0, 0, -5), Vector(0, 0, 0), Vector(0, 1, 0));
 
-template <int size>
-Values valuesOf(const float* first) {
-    return {first, first + size};
-}
-
 void expectNear(const Matrix& actual, const Matrix& expected) {
     for (int i = 0; i < 16; ++i)
         EXPECT_NEAR(actual[i / 4][i % 4], expected[i / 4][i % 4], 1e-4) << i;
@@ -38,17 +33,11 @@ void expectMatrix(GLenum name, const Matrix& expected) {
 /// Diffuse, specular, ambient, position, and the three factors of attenuation, as GL has them.
 Values lightOf(int number) {
     Values values;
-    const std::pair<GLenum, int> names[] = {{GL_DIFFUSE, 4},
-                                            {GL_SPECULAR, 4},
-                                            {GL_AMBIENT, 4},
-                                            {GL_POSITION, 4},
-                                            {GL_CONSTANT_ATTENUATION, 1},
-                                            {GL_LINEAR_ATTENUATION, 1},
-                                            {GL_QUADRATIC_ATTENUATION, 1}};
-    for (const auto& [name, size] : names) {
+    for (const GLenum name : {GL_DIFFUSE, GL_SPECULAR, GL_AMBIENT, GL_POSITION, GL_CONSTANT_ATTENUATION,
+                              GL_LINEAR_ATTENUATION, GL_QUADRATIC_ATTENUATION}) {
         float value[4] = {};
         glGetLightfv(GL_LIGHT0 + GLenum(number), name, value);
-        values.insert(values.end(), value, value + size);
+        values.insert(values.end(), value, value + (name <= GL_POSITION ? 4 : 1));
     }
     return values;
 }
@@ -117,44 +106,37 @@ TEST(VX_GLCameraLight, TakesItsAngleInRadiansAndKeepsItsMatrices) {
 
 TEST(Lights, SendTheirMaterialButNotTheirPosition) {
     HeadlessContext gl(8, 8);
-    const auto put = [](Values values, std::initializer_list<float*> places) {
-        std::size_t next = 0;
-        for (float* place : places)
-            for (int i = 0; i < (next < 12 ? 4 : 1); ++i)
-                place[i] = values[next++];
-    };
-    const Values material{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, .5f, .25f, .125f};
-    Values sent = material;
-    sent.insert(sent.begin() + 12, {0, 0, 1, 0});
     const Values untouched{1, 1, 1, 1, 1, 1, 1, 1, 0, 0, 0, 0, 0, 0, 1, 0, 1, 0, 0};
-
+    const Values sent{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 0, 0, 1, 0, .5f, .25f, .125f};
     auto camera = NSRef<VX_GLCameraLight>::adopt((new VX_GLCameraLight)->init());
     camera->ApplyLightMaterial(3);
     EXPECT_EQ(lightOf(3), untouched) << "it starts with the values that light 0 has in GL";
-    put(material,
-        {&camera->m_Diffuse.x, &camera->m_Specular.x, &camera->m_Ambient.x, &camera->m_ConstantAttenuation,
-         &camera->m_LinearAttenuation, &camera->m_QuadraticAttenuation});
+    camera->m_Diffuse = {1, 2, 3, 4};
+    camera->m_Specular = {5, 6, 7, 8};
+    camera->m_Ambient = {9, 10, 11, 12};
+    camera->m_ConstantAttenuation = .5f;
+    camera->m_LinearAttenuation = .25f;
+    camera->m_QuadraticAttenuation = .125f;
     camera->ApplyLightMaterial(3);
     EXPECT_EQ(lightOf(3), sent);
 
     VX_GLLight light;
     light.ApplyLightMaterial(7);
-    EXPECT_EQ(lightOf(7), untouched);
     light.SetAttenuation(7, .5f, .25f, .125f);
     light.SetPosition(7, Vector(1, 2, 3));
-    EXPECT_EQ(light.m_Position[7], glm::vec4(1, 2, 3, 0));
     EXPECT_EQ(lightOf(7), untouched);
-    put(Values(material.begin(), material.begin() + 12),
-        {&light.m_Diffuse[7].x, &light.m_Specular[7].x, &light.m_Ambient[7].x});
+    EXPECT_EQ(light.m_Position[7], glm::vec4(1, 2, 3, 0));
+    light.m_Diffuse[7] = {1, 2, 3, 4};
+    light.m_Specular[7] = {5, 6, 7, 8};
+    light.m_Ambient[7] = {9, 10, 11, 12};
     light.ApplyLightMaterial(7);
     EXPECT_EQ(lightOf(7), sent);
-
     light.m_Position[7].w = 1.0f;
     light.SetPosition(7, Vector(4, 5, 6));
     EXPECT_EQ(light.m_Position[7].w, 1.0f) << "only a direct write makes a light positional";
     light.SetDirecionalLight(7);
     EXPECT_EQ(light.m_Position[7], glm::vec4(4, 5, 6, 0));
-    EXPECT_EQ(valuesOf<4>(&lightOf(7)[12]), (Values{4, 5, 6, 0}));
+    EXPECT_EQ(lightOf(7)[13], 5);
     for (const int outside : {-1, 8}) {
         light.SetPosition(outside, Vector(9, 9, 9));
         light.SetAttenuation(outside, 9, 9, 9);

@@ -33,41 +33,44 @@ const struct Member {
     {15, &Renderer::drawPDNTVertex, &Renderer::drawWithIndexPDNTVertex},
 };
 
-/// A window whose pixels show what reaches the shader: normal, texture coordinate, colour and tangent, which
-/// is attribute 5, as red, green, blue and alpha. White stands for what no array gives.
-class Window : public HeadlessContext {
-public:
-    Window() : HeadlessContext(8, 8) {
-        vertex.loadAndCompile(R"(
+/// Makes a program of a vertex shader that gives `color`, with its attributes where they are told, current.
+void useProgram(const char* text, std::initializer_list<std::pair<GLuint, const char*>> attributes) {
+    VX_VertexShader vertex;
+    VX_FragmentShader fragment;
+    EXPECT_TRUE(vertex.loadAndCompile(text));
+    EXPECT_TRUE(fragment.loadAndCompile("varying vec4 color; void main() { gl_FragColor = color; }"));
+    const GLuint program = glCreateProgram();
+    glAttachShader(program, vertex.shader());
+    glAttachShader(program, fragment.shader());
+    for (const auto& [place, name] : attributes)
+        glBindAttribLocation(program, place, name);
+    glLinkProgram(program);
+    glUseProgram(program);
+}
+
+/// Lets pixels show what reaches the shader: normal, texture coordinate, colour and tangent, which is
+/// attribute 5, as red, green, blue and alpha. White stands for what no array gives.
+void showArrays() {
+    useProgram(R"(
 attribute vec3 tangent;
 varying vec4 color;
 void main() {
     gl_Position = gl_Vertex;
     color = vec4(gl_Normal.y, gl_MultiTexCoord0.y, gl_Color.z, tangent.y);
-})");
-        fragment.loadAndCompile("varying vec4 color; void main() { gl_FragColor = color; }");
-        const GLuint program = glCreateProgram();
-        glAttachShader(program, vertex.shader());
-        glAttachShader(program, fragment.shader());
-        glBindAttribLocation(program, 5, "tangent");
-        glLinkProgram(program);
-        glUseProgram(program);
-        glNormal3f(1, 1, 1);
-        glTexCoord2f(1, 1);
-        glVertexAttrib3f(5, 1, 1, 1);
-    }
-    /// What the last draw left in the window, and black before the next one.
-    unsigned shown() {
-        const unsigned pixel = pixelAt(4, 4);
-        glClear(GL_COLOR_BUFFER_BIT);
-        glColor3f(1, 1, 1);
-        return pixel;
-    }
+})",
+               {{5, "tangent"}});
+    glNormal3f(1, 1, 1);
+    glTexCoord2f(1, 1);
+    glVertexAttrib3f(5, 1, 1, 1);
+}
 
-private:
-    VX_VertexShader vertex;
-    VX_FragmentShader fragment;
-};
+/// What the last draw left in the window, and black before the next one.
+unsigned shown() {
+    const unsigned pixel = pixelAt(4, 4);
+    glClear(GL_COLOR_BUFFER_BIT);
+    glColor3f(1, 1, 1);
+    return pixel;
+}
 
 unsigned expected(int format) {
     return (format & 2 ? 51u : 255u) << 24 | (format & 4 ? 102u : 255u) << 16 |
@@ -106,26 +109,27 @@ const std::vector<int> kNoArrays(10);
 } // namespace
 
 TEST(VX_GLMeshDataRenderer, DrawsEachFormatByItsArraysAndLeavesNoneEnabled) {
-    Window window;
+    HeadlessContext gl(8, 8);
+    showArrays();
     GLRecorder recorder;
     for (const auto& [format, draw, drawWithIndex] : kFamily) {
         SCOPED_TRACE(format);
         Renderer renderer;
         fill(renderer, format);
         (renderer.*draw)(GL_QUADS, 4, 4);
-        EXPECT_EQ(window.shown(), expected(format));
+        EXPECT_EQ(shown(), expected(format));
         (renderer.*draw)(GL_QUADS, 0, 4);
-        EXPECT_EQ(window.shown(), 0u) << "not these";
+        EXPECT_EQ(shown(), 0u) << "not these";
         renderer.Draw(GL_QUADS, format, 4, 4);
-        EXPECT_EQ(window.shown(), expected(format));
+        EXPECT_EQ(shown(), expected(format));
         renderer.Draw(GL_QUADS, format, 0, 0);
-        EXPECT_EQ(window.shown(), expected(format)) << "all of them";
+        EXPECT_EQ(shown(), expected(format)) << "all of them";
         renderer.Draw(GL_QUADS, format, 0, 4);
-        EXPECT_EQ(window.shown(), 0u);
+        EXPECT_EQ(shown(), 0u);
         (renderer.*drawWithIndex)(GL_QUADS);
-        EXPECT_EQ(window.shown(), expected(format));
+        EXPECT_EQ(shown(), expected(format));
         renderer.DrawWithIndex(GL_QUADS, format);
-        EXPECT_EQ(window.shown(), format == 11 ? 0 : expected(format)) << "11 is left out there";
+        EXPECT_EQ(shown(), format == 11 ? 0 : expected(format)) << "11 is left out there";
         EXPECT_EQ(arrayState(), kNoArrays);
     }
     EXPECT_EQ(recorder.take().back(), call("glDrawElements", GL_QUADS, 4, GL_UNSIGNED_INT, (void*)nullptr));
@@ -133,13 +137,14 @@ TEST(VX_GLMeshDataRenderer, DrawsEachFormatByItsArraysAndLeavesNoneEnabled) {
 }
 
 TEST(VX_GLMeshDataRenderer, DrawsTangentsAndInstancesThroughAttributes) {
-    Window window;
+    HeadlessContext gl(8, 8);
+    showArrays();
     Renderer renderer;
     fill(renderer, 19);
     const auto shownBy = [&](auto draw) {
         draw();
         EXPECT_EQ(arrayState(), kNoArrays);
-        return window.shown();
+        return shown();
     };
     EXPECT_EQ(shownBy([&] { renderer.DrawTangent(GL_QUADS, 19, 5, 4, 4); }), expected(19));
     EXPECT_EQ(shownBy([&] { renderer.DrawTangent(GL_QUADS, 19, 5, 0, 4); }), 0u);
@@ -152,26 +157,15 @@ TEST(VX_GLMeshDataRenderer, DrawsTangentsAndInstancesThroughAttributes) {
 
     fill(renderer, 7);
     renderer.m_HasVertices = false; // not looked at
-    glUseProgram(0);
-    VX_VertexShader vertex;
-    vertex.loadAndCompile(R"(
+    useProgram(R"(
 attribute vec3 position, normal;
 attribute vec2 uv;
 varying vec4 color;
 void main() {
     gl_Position = vec4(position, 1.0);
     color = vec4(normal.y, uv.y, 0.2, 0.0);
-})");
-    VX_FragmentShader fragment;
-    fragment.loadAndCompile("varying vec4 color; void main() { gl_FragColor = color; }");
-    const GLuint program = glCreateProgram();
-    glAttachShader(program, vertex.shader());
-    glAttachShader(program, fragment.shader());
-    glBindAttribLocation(program, 0, "position");
-    glBindAttribLocation(program, 2, "normal");
-    glBindAttribLocation(program, 3, "uv");
-    glLinkProgram(program);
-    glUseProgram(program);
+})",
+               {{0, "position"}, {2, "normal"}, {3, "uv"}});
     glEnable(GL_BLEND);
     glBlendFunc(GL_ONE, GL_ONE);
     EXPECT_EQ(shownBy([&] { renderer.DrawPNTInstanced(GL_QUADS, 4, 4, 0, 2, 3, 2); }), 0x66CC6600u);

@@ -13,12 +13,9 @@ using Lines = GLRecorder::Lines;
 namespace {
 
 /// Notes its end among the GL calls, to see what ends when.
-class NotingFace : public VX_GLStandardFaceData {
-public:
+struct NotingFace : VX_GLStandardFaceData {
     explicit NotingFace(GLRecorder& recorder) : m_Recorder(recorder) {}
     ~NotingFace() override { m_Recorder.note("face"); }
-
-private:
     GLRecorder& m_Recorder;
 };
 
@@ -27,8 +24,8 @@ private:
 TEST(VX_GLStandardMesh, FreesItsRootThenMaterialsThenMeshesAndOnlyTexturesThatAre) {
     HeadlessContext gl(8, 8);
     GLRecorder recorder;
-    unsigned textures[5];
-    glGenTextures(5, textures);
+    unsigned textures[4];
+    glGenTextures(4, textures);
     for (const unsigned texture : textures)
         glBindTexture(GL_TEXTURE_2D, texture);
     {
@@ -41,20 +38,19 @@ TEST(VX_GLStandardMesh, FreesItsRootThenMaterialsThenMeshesAndOnlyTexturesThatAr
         };
         fill({});
         fill({0, textures[0], 0, 0, 0, 0, 0, textures[1]});
-        fill({textures[2], textures[3]});
+        fill({textures[2]});
         model.AddMesh()->m_Faces.push_back(new NotingFace(recorder));
         EXPECT_EQ(model.GetMaterialCount(), 3);
         EXPECT_EQ(model.GetMeshCount(), 1);
         model.FreeResources();
-        EXPECT_EQ(recorder.count("glDeleteTextures"), 4);
+        EXPECT_EQ(recorder.count("glDeleteTextures"), 3);
         EXPECT_EQ(recorder.take().back(), "face");
-        for (int i = 0; i < 4; ++i)
-            EXPECT_FALSE(glIsTexture(textures[i])) << i;
+        EXPECT_FALSE(glIsTexture(textures[0]) || glIsTexture(textures[1]) || glIsTexture(textures[2]));
         EXPECT_EQ(model.GetMaterialCount() + model.GetMeshCount(), 0);
-        fill({textures[4]});
+        fill({textures[3]});
         model.AddMesh()->m_Faces.push_back(new NotingFace(recorder));
     }
-    EXPECT_FALSE(glIsTexture(textures[4])) << "and the destructor too";
+    EXPECT_FALSE(glIsTexture(textures[3])) << "and the destructor too";
     EXPECT_EQ(recorder.take().back(), "face");
 }
 

@@ -22,23 +22,22 @@ struct Drawn {
     Values vertices, texCoords;
 };
 
-Values behind(GLenum array, GLenum size, GLenum stride, GLenum pointer, int count) {
-    void* data = nullptr;
-    glGetPointerv(pointer, &data);
-    EXPECT_EQ(stateOf(stride), ints(0));
-    const auto* first = static_cast<const float*>(data);
-    return glIsEnabled(array) ? Values(first, first + stateOf(size)[0] * count) : Values();
-}
-
 template <class Action>
 Drawn drawnBy(int count, Action draw) {
     GLRecorder recorder;
     Drawn drawn;
+    const auto copy = [&](Values& values, GLenum array, GLenum size, GLenum stride, GLenum pointer) {
+        void* data = nullptr;
+        glGetPointerv(pointer, &data);
+        const auto* first = static_cast<const float*>(data);
+        if (stateOf(array, stride) == ints(1, 0))
+            values.assign(first, first + stateOf(size)[0] * count);
+    };
     recorder.onCall = [&] {
-        drawn.vertices = behind(GL_VERTEX_ARRAY, GL_VERTEX_ARRAY_SIZE, GL_VERTEX_ARRAY_STRIDE,
-                                GL_VERTEX_ARRAY_POINTER, count);
-        drawn.texCoords = behind(GL_TEXTURE_COORD_ARRAY, GL_TEXTURE_COORD_ARRAY_SIZE,
-                                 GL_TEXTURE_COORD_ARRAY_STRIDE, GL_TEXTURE_COORD_ARRAY_POINTER, count);
+        copy(drawn.vertices, GL_VERTEX_ARRAY, GL_VERTEX_ARRAY_SIZE, GL_VERTEX_ARRAY_STRIDE,
+             GL_VERTEX_ARRAY_POINTER);
+        copy(drawn.texCoords, GL_TEXTURE_COORD_ARRAY, GL_TEXTURE_COORD_ARRAY_SIZE,
+             GL_TEXTURE_COORD_ARRAY_STRIDE, GL_TEXTURE_COORD_ARRAY_POINTER);
     };
     draw();
     EXPECT_EQ(stateOf(GL_VERTEX_ARRAY, GL_TEXTURE_COORD_ARRAY), ints(0, 0));
@@ -51,44 +50,19 @@ Drawn drawnBy(int count, Action draw) {
 TEST(VX_GLConvenienceDraw, DrawsLinesAndRectanglesFromClientMemory) {
     HeadlessContext gl(8, 8);
     const CGRect rect = CGRectMake(1, 2, 10, 20);
-    const struct {
-        GLenum mode;
-        int count;
-        std::function<void()> draw;
-        Values vertices, texCoords;
-    } rows[] = {
-        {GL_LINES,
-         2,
-         [] {
-             Draw::drawLine(VXVector2{1, 2}, VXVector2{3, 4});
-         },
-         {1, 2, 3, 4},
-         {}},
-        {GL_LINES,
-         2,
-         [] {
-             Draw::drawLine(VXVector3{1, 2, 3}, VXVector3{4, 5, 6});
-         },
-         {1, 2, 3, 4, 5, 6},
-         {}},
-        {GL_LINE_LOOP, 4, [&] { Draw::drawStrokedRect(rect); }, {1, 2, 11, 2, 11, 22, 1, 22}, {}},
-        {GL_TRIANGLE_STRIP,
-         4,
-         [&] { Draw::drawSolidRect(rect, true); },
-         {11, 2, 1, 2, 11, 22, 1, 22},
-         {11, 2, 1, 2, 11, 22, 1, 22}},
-        {GL_TRIANGLE_STRIP,
-         4,
-         [&] { Draw::drawSolidRect(rect, false); },
-         {11, 2, 1, 2, 11, 22, 1, 22},
-         {1, 0, 0, 0, 1, 1, 0, 1}},
+    const auto check = [](GLenum mode, int count, const Values& vertices, const Values& texCoords,
+                          auto draw) {
+        const Drawn drawn = drawnBy(count, draw);
+        EXPECT_EQ(drawn.call, call("glDrawArrays", mode, 0, count));
+        EXPECT_EQ(drawn.vertices, vertices);
+        EXPECT_EQ(drawn.texCoords, texCoords);
     };
-    for (const auto& row : rows) {
-        const Drawn drawn = drawnBy(row.count, row.draw);
-        EXPECT_EQ(drawn.call, call("glDrawArrays", row.mode, 0, row.count));
-        EXPECT_EQ(drawn.vertices, row.vertices);
-        EXPECT_EQ(drawn.texCoords, row.texCoords);
-    }
+    const Values strip{11, 2, 1, 2, 11, 22, 1, 22}, unit{1, 0, 0, 0, 1, 1, 0, 1};
+    check(GL_LINES, 2, {1, 2, 3, 4}, {}, [] { Draw::drawLine(VXVector2{1, 2}, VXVector2{3, 4}); });
+    check(GL_LINES, 2, {1, 2, 3, 4, 5, 6}, {}, [] { Draw::drawLine({1, 2, 3}, VXVector3{4, 5, 6}); });
+    check(GL_LINE_LOOP, 4, {1, 2, 11, 2, 11, 22, 1, 22}, {}, [&] { Draw::drawStrokedRect(rect); });
+    check(GL_TRIANGLE_STRIP, 4, strip, strip, [&] { Draw::drawSolidRect(rect, true); });
+    check(GL_TRIANGLE_STRIP, 4, strip, unit, [&] { Draw::drawSolidRect(rect, false); });
 }
 
 TEST(VX_GLConvenienceDraw, CountsTheSegmentsOfACircle) {

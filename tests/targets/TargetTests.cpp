@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <VX_OpenGL64/targets/VX_GLRenderTarget.h>
+#include <VX_OpenGL64/targets/VX_GLVBOIndex.h>
+#include <VX_OpenGL64/targets/VX_GLVBOVertex.h>
 #include <tests/support/HeadlessContext.h>
 #include <tests/support/LogCollector.h>
 #include <tests/support/Pixels.h>
@@ -7,6 +9,8 @@
 #include <epoxy/gl.h>
 #include <gtest/gtest.h>
 #include <glm/gtc/matrix_transform.hpp>
+
+#include <cstring>
 
 using namespace vx::test;
 using Target = VX_GLRenderTarget;
@@ -27,15 +31,14 @@ const struct Kind {
               {GL_TEXTURE_2D, GL_TEXTURE_BINDING_2D, &Target::AddTexture2DBuffer, &Target::DrawFullScreen2D,
                "Can't allocate AddTexture2DBuffer"}};
 
-/// Type and name of what is attached, and the status of the whole.
+/// Type and name of what is attached.
 std::vector<int> attached(const Target& target, GLenum attachment) {
     EXPECT_EQ(stateOf(GL_FRAMEBUFFER_BINDING_EXT), ints(0));
-    std::vector<int> found(3);
+    std::vector<int> found(2);
     glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, target.m_FrameBuffer);
     for (const int i : {0, 1})
         glGetFramebufferAttachmentParameterivEXT(
             GL_FRAMEBUFFER_EXT, attachment, GL_FRAMEBUFFER_ATTACHMENT_OBJECT_TYPE_EXT + GLenum(i), &found[i]);
-    found[2] = int(glCheckFramebufferStatusEXT(GL_FRAMEBUFFER_EXT));
     glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, 0);
     return found;
 }
@@ -58,6 +61,39 @@ struct CountingTarget : Target {
     }
     int freed = 0;
 };
+
+template <class Buffer>
+void checkOperations(GLenum target, GLenum binding, GLenum otherBinding) {
+    auto* buffer = new Buffer;
+    const unsigned name = buffer->m_Buffer;
+    const auto parameter = [&](GLenum which) {
+        int value = 0;
+        glGetBufferParameteriv(target, which, &value);
+        return value;
+    };
+    EXPECT_EQ(buffer->m_Size, 0);
+    buffer->BindBuffer();
+    EXPECT_EQ(stateOf(binding, otherBinding), ints(name, 0));
+    float data[4] = {1, 2, 3, 4};
+    buffer->Allocate(16, GL_DYNAMIC_DRAW, data);
+    EXPECT_EQ(parameter(GL_BUFFER_USAGE), GL_DYNAMIC_DRAW);
+    buffer->Copy(4, 8, data);
+    const void* mapped = buffer->Lock(GL_READ_ONLY);
+    ASSERT_NE(mapped, nullptr);
+    EXPECT_EQ(parameter(GL_BUFFER_ACCESS), GL_READ_ONLY);
+    const float expected[4] = {1, 1, 2, 4};
+    EXPECT_EQ(std::memcmp(mapped, expected, sizeof expected), 0);
+    EXPECT_TRUE(buffer->Unlock());
+    EXPECT_FALSE(buffer->Unlock()) << "it is not mapped any more";
+    buffer->Allocate(8, GL_STREAM_DRAW, nullptr);
+    EXPECT_EQ(ints(buffer->m_Size, parameter(GL_BUFFER_SIZE)), ints(8, 8));
+    buffer->UnBindBuffer();
+    EXPECT_EQ(stateOf(binding), ints(0));
+    buffer->Allocate(4000, GL_STATIC_DRAW, nullptr);
+    EXPECT_EQ(buffer->m_Size, 4000) << "also when GL refused";
+    delete buffer;
+    EXPECT_FALSE(glIsBuffer(name));
+}
 
 } // namespace
 
@@ -92,18 +128,17 @@ TEST(VX_GLRenderTarget, MakesItsDepthAttachmentOrNone) {
     HeadlessContext gl(8, 8);
     Target target;
     target.SetResolution(20, 10);
-    int status = int(target.CreateFrameBuffer());
-    EXPECT_EQ(attached(target, GL_DEPTH_ATTACHMENT_EXT),
-              ints(GL_RENDERBUFFER_EXT, target.m_DepthBuffer, status));
+    target.CreateFrameBuffer();
+    EXPECT_EQ(attached(target, GL_DEPTH_ATTACHMENT_EXT), ints(GL_RENDERBUFFER_EXT, target.m_DepthBuffer));
     EXPECT_EQ(stateOf(GL_RENDERBUFFER_BINDING_EXT), ints(target.m_DepthBuffer)) << "it stays bound";
     int size[2] = {};
     for (const int i : {0, 1})
         glGetRenderbufferParameterivEXT(GL_RENDERBUFFER_EXT, GL_RENDERBUFFER_WIDTH_EXT + GLenum(i), &size[i]);
     EXPECT_EQ(ints(size[0], size[1]), ints(20, 10));
 
-    status = int(target.CreateFrameBufferDepthTexture2D());
+    target.CreateFrameBufferDepthTexture2D();
     const unsigned depth = target.m_DepthBuffer;
-    EXPECT_EQ(attached(target, GL_DEPTH_ATTACHMENT_EXT), ints(GL_TEXTURE, depth, status));
+    EXPECT_EQ(attached(target, GL_DEPTH_ATTACHMENT_EXT), ints(GL_TEXTURE, depth));
     EXPECT_EQ(stateOf(GL_TEXTURE_BINDING_2D), ints(depth));
     EXPECT_EQ(boundTexture(GL_TEXTURE_2D),
               ints(GL_CLAMP, GL_CLAMP, GL_NEAREST, GL_NEAREST, GL_INTENSITY, 20, 10, GL_DEPTH_COMPONENT24));
@@ -112,8 +147,11 @@ TEST(VX_GLRenderTarget, MakesItsDepthAttachmentOrNone) {
     EXPECT_TRUE(glIsTexture(depth)) << "taken for a renderbuffer, it lives on";
     glDeleteTextures(1, &depth);
 
-    target.m_UseDepth = false;
+    target.SetResolution(0, 0); // not complete
     for (const auto create : {&Target::CreateFrameBuffer, &Target::CreateFrameBufferDepthTexture2D}) {
+        target.m_UseDepth = true;
+        EXPECT_NE((target.*create)(), unsigned(GL_FRAMEBUFFER_COMPLETE_EXT));
+        target.m_UseDepth = false;
         EXPECT_EQ((target.*create)(), unsigned(GL_FRAMEBUFFER_COMPLETE_EXT)) << "without asking";
         EXPECT_EQ(attached(target, GL_DEPTH_ATTACHMENT_EXT)[0], GL_NONE);
     }
@@ -143,7 +181,7 @@ TEST(VX_GLRenderTarget, AddsTexturesAtTheNextAttachment) {
         }
         target.CreateFrameBuffer();
         const unsigned first = add(-1, -1), second = add(-1, -1);
-        EXPECT_EQ(attached(target, kColor + 1), ints(GL_TEXTURE, second, GL_FRAMEBUFFER_COMPLETE_EXT));
+        EXPECT_EQ(attached(target, kColor + 1), ints(GL_TEXTURE, second));
         EXPECT_EQ(add(0, 10), 0u);
         EXPECT_EQ(log.lines.back(), kind.failure);
         EXPECT_EQ(stateOf(kind.binding), ints(0)) << "the refused texture is deleted";
@@ -202,16 +240,14 @@ TEST(VX_GLRenderTarget, BringsWhatWasDrawnToTheScreen) {
     for (const int i : {0, 1}) {
         const auto& [kind, binding, add, draw, failure] = kKinds[i];
         const unsigned texture = (target.*add)(GL_RGBA8, GL_UNSIGNED_BYTE, -1, -1);
+        const unsigned rest = i ? 0x00FF00FFu : 0xFF0000FFu;
         target.Bind(i);
         clearTo(i == 0, i == 1, 0);
         clearTo(0, 0, 1, 0, 0, 16, 8); // the lower left quarter blue, the rest red or green
         target.Unbind();
         (target.*draw)(i);
         for (const auto& [x, y] : {std::pair(0, 0), {14, 6}, {18, 6}, {14, 10}, {31, 15}})
-            EXPECT_EQ(pixelAt(x, y), x < 16 && y < 8 ? 0x0000FFFFu
-                                     : i             ? 0x00FF00FFu
-                                                     : 0xFF0000FFu)
-                << x << ' ' << y;
+            EXPECT_EQ(pixelAt(x, y), x < 16 && y < 8 ? 0x0000FFFFu : rest) << x << ' ' << y;
         EXPECT_EQ(stateOf(binding, kind), ints(texture, 0)) << "bound, but not enabled";
         for (const int outside : {-1, 2}) {
             glActiveTexture(GL_TEXTURE1);
@@ -223,13 +259,16 @@ TEST(VX_GLRenderTarget, BringsWhatWasDrawnToTheScreen) {
     glEnable(kRectangle);
     glBindTexture(kRectangle, target.m_Textures[0]);
     target.QuadsDEBUG(); // the middle stays in the middle while the edges come in
-    for (const auto& [x, color] : {std::pair(9, 0x000000FFu),
-                                   {10, 0x0000FFFFu},
-                                   {15, 0x0000FFFFu},
-                                   {16, 0xFF0000FFu},
-                                   {21, 0xFF0000FFu},
-                                   {22, 0x000000FFu}})
-        EXPECT_EQ(pixelAt(x, 4), color) << x;
+    for (const int x : {9, 10, 15, 16, 21, 22})
+        EXPECT_EQ(pixelAt(x, 4), x < 10 || x > 21 ? 0x000000FFu : x < 16 ? 0x0000FFFFu : 0xFF0000FFu) << x;
     EXPECT_EQ(pixelAt(10, 15), 0xFF0000FFu);
     EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));
+}
+
+TEST(VX_GLVBOTarget, VertexAndIndexDifferInNothingButTheTarget) {
+    HeadlessContext gl(8, 8);
+    checkOperations<VX_GLVBOVertex>(GL_ARRAY_BUFFER, GL_ARRAY_BUFFER_BINDING,
+                                    GL_ELEMENT_ARRAY_BUFFER_BINDING);
+    checkOperations<VX_GLVBOIndex>(GL_ELEMENT_ARRAY_BUFFER, GL_ELEMENT_ARRAY_BUFFER_BINDING,
+                                   GL_ARRAY_BUFFER_BINDING);
 }
