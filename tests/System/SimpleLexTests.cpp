@@ -12,13 +12,14 @@
 #include <filesystem>
 #include <random>
 #include <string>
+#include <string_view>
 #include <vector>
 
 using vx::test::TemporaryFile;
 
 namespace {
 
-constexpr int semicolon = ';';
+constexpr int kSemicolon = ';';
 
 class Lexing : public TemporaryFile {
 public:
@@ -32,7 +33,7 @@ public:
     }
     std::string onlyToken() {
         std::string token = "old";
-        lexer.getStringOnlyToken(token, 1, &semicolon);
+        lexer.getStringOnlyToken(token, 1, &kSemicolon);
         return token;
     }
     std::string whiteToken() {
@@ -45,99 +46,27 @@ public:
     VX_SystemSimpleLex lexer;
 };
 
-/// Texts that reach every way of reading a number, and what stands around them.
+/// Texts that reach every way of reading a number, and what stands around them, between bars.
+const std::string_view kNumbers =
+    "| |0|-0|+0|-|+|.|-.|5|-17|+17| \t\r\n\v\f 12|12 13|- "
+    "5|+-5|--5|2147483647|2147483648|-2147483648|-2147483649"
+    "|4294967296|4294967301|999999999|1234567890|9223372036854775807|9223372036854775808|-9223372036854775808"
+    "|-9223372036854775809|18446744073709551617|99999999999999999999999|00000000000000000000000012|1.5|-.5|5."
+    "|.25"
+    "|1.5.5|1e5|1E5|1e+5|1e-5|1e|1e+|1e "
+    "5|1.e3|.e3|e3|1e22|1e23|9007199254740991|9007199254740992|9007199254740993"
+    "|9007199254740992e1|0.1|0.3|123456.789012|3.4028236e38|1e-45|7.0064923216240854e-46|1e400|-1e400|1e-400"
+    "|4.9e-324|2.4703282292062327208e-324|1e99999999999|1e-99999999999|0."
+    "000000000000000000000000000000000000000001"
+    "|1.7976931348623157e308|1.7976931348623159e308|0.1234567890123456789012345678901234567890"
+    "|123456789012345678901234567890.5|0x1p3|0x1.8P-2|0X.8|0x|0xg|inf|-INFINITY|infinit|nan|-nan|nan(12)|NaN("
+    "|1,5|1d5"
+    "|1f|abc|\xff|1\xc3|12abc|\2405";
+
 std::vector<std::string> numbers() {
-    std::vector<std::string> texts = {"",
-                                      " ",
-                                      "0",
-                                      "-0",
-                                      "+0",
-                                      "-",
-                                      "+",
-                                      ".",
-                                      "-.",
-                                      "5",
-                                      "-17",
-                                      "+17",
-                                      " \t\r\n\v\f 12",
-                                      "12 13",
-                                      "- 5",
-                                      "+-5",
-                                      "--5",
-                                      "2147483647",
-                                      "2147483648",
-                                      "-2147483648",
-                                      "-2147483649",
-                                      "4294967296",
-                                      "4294967301",
-                                      "999999999",
-                                      "1234567890",
-                                      "9223372036854775807",
-                                      "9223372036854775808",
-                                      "-9223372036854775808",
-                                      "-9223372036854775809",
-                                      "18446744073709551617",
-                                      "99999999999999999999999",
-                                      "00000000000000000000000012",
-                                      "1.5",
-                                      "-.5",
-                                      "5.",
-                                      ".25",
-                                      "1.5.5",
-                                      "1e5",
-                                      "1E5",
-                                      "1e+5",
-                                      "1e-5",
-                                      "1e",
-                                      "1e+",
-                                      "1e 5",
-                                      "1.e3",
-                                      ".e3",
-                                      "e3",
-                                      "1e22",
-                                      "1e23",
-                                      "9007199254740991",
-                                      "9007199254740992",
-                                      "9007199254740993",
-                                      "9007199254740992e1",
-                                      "0.1",
-                                      "0.3",
-                                      "123456.789012",
-                                      "3.4028236e38",
-                                      "1e-45",
-                                      "7.0064923216240854e-46",
-                                      "1e400",
-                                      "-1e400",
-                                      "1e-400",
-                                      "4.9e-324",
-                                      "2.4703282292062327208e-324",
-                                      "1e99999999999",
-                                      "1e-99999999999",
-                                      "0.000000000000000000000000000000000000000001",
-                                      "1.7976931348623157e308",
-                                      "1.7976931348623159e308",
-                                      "0.1234567890123456789012345678901234567890",
-                                      "123456789012345678901234567890.5",
-                                      "0x1p3",
-                                      "0x1.8P-2",
-                                      "0X.8",
-                                      "0x",
-                                      "0xg",
-                                      "inf",
-                                      "-INFINITY",
-                                      "infinit",
-                                      "nan",
-                                      "-nan",
-                                      "nan(12)",
-                                      "NaN(",
-                                      "1,5",
-                                      "1d5",
-                                      "1f",
-                                      "abc",
-                                      "\xff",
-                                      "1\xc3",
-                                      "12abc",
-                                      "\2405"};
+    std::vector<std::string> texts;
+    for (std::size_t at = 0; at < kNumbers.size(); at += texts.back().size() + 1)
+        texts.emplace_back(kNumbers.substr(at, kNumbers.find('|', at) - at));
     std::mt19937_64 random(7);
     for (int i = 0; i < 20000; ++i) {
         char text[64];
@@ -178,7 +107,7 @@ void expectNumbersOfTheCLocale(const std::vector<std::string>& texts, const std:
 
 } // namespace
 
-TEST(SimpleLex, HandsReturnAndLineFeedOverAsOneLineEnd) {
+TEST(VX_SystemSimpleLex, HandsReturnAndLineFeedOverAsOneLineEnd) {
     EXPECT_EQ(Lexing("a\r\nb\n\r\r\nc\r").rest(), "a\nb\n\r\nc\r");
     EXPECT_EQ(Lexing("\r\n").lexer.peek(), '\n');
     EXPECT_EQ(Lexing("\rx").lexer.peek(), '\r');
@@ -191,27 +120,24 @@ TEST(SimpleLex, HandsReturnAndLineFeedOverAsOneLineEnd) {
     EXPECT_EQ(Lexing("abc").lexer.read(9, bytes), 3);
 }
 
-TEST(SimpleLex, TokensEndAtTerminatorsBlanksOrTheEnd) {
+TEST(VX_SystemSimpleLex, TokensEndAtTerminatorsBlanksOrTheEnd) {
     Lexing only("  a b\r\nc;;d");
-    EXPECT_EQ(only.onlyToken(), "  a b\nc");
-    EXPECT_EQ(only.onlyToken(), "");
-    EXPECT_EQ(only.onlyToken(), "d");
+    for (const char* token : {"  a b\nc", "", "d", ""})
+        EXPECT_EQ(only.onlyToken(), token);
     EXPECT_TRUE(only.lexer.isEOF());
-    EXPECT_EQ(only.onlyToken(), "");
-
     Lexing white(" \r\t\n Mesh{x y;\rz");
-    EXPECT_EQ(white.whiteToken(), "Mesh");
-    EXPECT_EQ(white.whiteToken(), "") << "the terminator stays unread";
-    EXPECT_EQ(white.lexer.get(), '{');
-    EXPECT_EQ(white.whiteToken(), "x");
-    EXPECT_EQ(white.lexer.peek(), ' ');
-    EXPECT_EQ(white.whiteToken(), "y");
-    EXPECT_EQ(white.lexer.get(), ';');
-    EXPECT_EQ(white.whiteToken(), "z");
-    EXPECT_EQ(white.whiteToken(), "");
+    const std::pair<const char*, int> tokens[] = {{"Mesh", '{'}, {"x", ' '}, {"y", ';'}, {"z", -1}, {"", -1}};
+    for (const auto& [token, next] : tokens) {
+        EXPECT_EQ(white.whiteToken(), token);
+        EXPECT_EQ(white.lexer.peek(), next) << "the terminator stays unread";
+        if (next == '{' || next == ';') {
+            EXPECT_EQ(white.whiteToken(), "");
+            white.lexer.get();
+        }
+    }
 }
 
-TEST(SimpleLex, FindStandsBehindWhatItFound) {
+TEST(VX_SystemSimpleLex, FindStandsBehindWhatItFound) {
     constexpr int braces[] = {'{', '}'};
     Lexing found("ab{c}\r\nd\re");
     found.lexer.find('{');
@@ -227,7 +153,7 @@ TEST(SimpleLex, FindStandsBehindWhatItFound) {
     EXPECT_TRUE(nothing.lexer.isEOF());
 }
 
-TEST(SimpleLex, BlocksLeaveNoTraceInTheText) {
+TEST(VX_SystemSimpleLex, BlocksLeaveNoTraceInTheText) {
     // Line ends and tokens across the ends of the blocks, whatever their size.
     std::string file, text;
     for (int i = 0; i < 60000; ++i) {
@@ -244,7 +170,7 @@ TEST(SimpleLex, BlocksLeaveNoTraceInTheText) {
     EXPECT_EQ(Lexing(std::string(300000, 'a') + ";").onlyToken().size(), 300000u);
 }
 
-TEST(SimpleLex, NumbersAreThoseOfTheCLocaleInAnyLocale) {
+TEST(VX_SystemSimpleLex, NumbersAreThoseOfTheCLocaleInAnyLocale) {
     const std::vector<std::string> texts = numbers();
     std::vector<int> integers;
     std::vector<double> doubles;
@@ -267,7 +193,7 @@ TEST(SimpleLex, NumbersAreThoseOfTheCLocaleInAnyLocale) {
     std::filesystem::remove_all(folder);
 }
 
-TEST(SimpleLex, FilesThatAreNone) {
+TEST(VX_SystemSimpleLex, FilesThatAreNone) {
     for (FILE* file : {static_cast<FILE*>(nullptr), std::fopen("/", "r"), std::fopen("/dev/null", "r")}) {
         VX_SystemSimpleLex lexer(file);
         EXPECT_TRUE(lexer.isEOF());

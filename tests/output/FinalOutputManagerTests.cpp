@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 
 namespace {
 
@@ -14,91 +13,82 @@ NSRef<VX_FinalOutputManager> manager() {
     return NSRef<VX_FinalOutputManager>::adopt((new VX_FinalOutputManager)->init());
 }
 
-NSRef<NSMutableDictionary> dictionary() {
-    return NSRef<NSMutableDictionary>::adopt((new NSMutableDictionary)->init());
-}
-
 NSString* text(const char* bytes) {
     return NSString::stringWithUTF8String(bytes);
 }
 
-void expectResolution(const VX_FinalOutputManager& settings, int width, int height, const char* what) {
-    EXPECT_EQ(settings.GetResolution().width, width) << what;
-    EXPECT_EQ(settings.GetResolution().height, height) << what;
+std::string sizeOf(const VX_FinalOutputManager& settings) {
+    const CGSize size = settings.GetResolution();
+    return std::to_string(int(size.width)) + " x " + std::to_string(int(size.height));
+}
+
+/// Everything that a dictionary keeps.
+std::string stateOf(const VX_FinalOutputManager& settings) {
+    const CGSize offset = settings.GetPositionOffset();
+    const NSString* name = settings.GetTargetScreenName();
+    return NSString::stringWithFormat("%d%d%d type %d, %s, screen %s, offset %.9g %.9g",
+                                      settings.ShouldFitScreen(), settings.NoTitleBar(), settings.NoMenuBar(),
+                                      settings.GetFinalDisplayType(), sizeOf(settings).c_str(),
+                                      name ? name->UTF8String() : "none", offset.width, offset.height)
+        ->string();
 }
 
 } // namespace
 
 TEST(VX_FinalOutputManager, ReadsAndWritesResolutionsAsText) {
     auto settings = manager();
-    EXPECT_STREQ(settings->ToString()->UTF8String(), "640 x 480");
-    struct Row {
-        const char* text;
-        int width, height;
-        bool fit;
-    };
-    const Row rows[] = {{"Screen Fit", 640, 480, true}, {"1920 x 1080", 1920, 1080, false},
-                        {"800x600", 800, 600, false},   {"no number", 800, 600, false},
-                        {"1024", 1024, 600, false},     {"Screen Fit", 1024, 600, true}};
-    for (const Row& row : rows) {
+    const struct {
+        const char *text, *size, *asText;
+    } rows[] = {{"Screen Fit", "640 x 480", "Screen Fit"}, {"1920 x 1080", "1920 x 1080", "1920 x 1080"},
+                {"800x600", "800 x 600", "800 x 600"},     {"no number", "800 x 600", "800 x 600"},
+                {"Screen Fit", "800 x 600", "Screen Fit"}, {"1024", "1024 x 600", "1024 x 600"},
+                {"screen fit", "1024 x 600", "1024 x 600"}};
+    for (const auto& row : rows) {
         settings->SetResolutionByString(text(row.text));
-        EXPECT_EQ(settings->ShouldFitScreen(), row.fit) << row.text;
-        expectResolution(*settings, row.width, row.height, row.text);
+        EXPECT_EQ(sizeOf(*settings), row.size) << row.text;
+        EXPECT_EQ(settings->ToString()->string(), row.asText) << row.text;
     }
-    EXPECT_STREQ(settings->ToString()->UTF8String(), "Screen Fit");
+    settings->SetShouldFitScreen(true);
     settings->SetResolutionByString(nullptr);
-    EXPECT_STREQ(settings->ToString()->UTF8String(), "1024 x 600");
-}
-
-TEST(VX_FinalOutputManager, TruncatesResolutionsIntoRange) {
-    auto settings = manager();
+    EXPECT_EQ(settings->ToString()->string(), "1024 x 600");
     settings->SetResolution(CGSizeMake(800.9, -0.9));
-    expectResolution(*settings, 800, 0, "toward zero");
+    EXPECT_EQ(sizeOf(*settings), "800 x 0") << "toward zero";
     settings->SetResolution(CGSizeMake(1e20, std::nan("")));
-    expectResolution(*settings, std::numeric_limits<int>::max(), 0, "out of range");
+    EXPECT_EQ(sizeOf(*settings), "2147483647 x 0") << "into range";
 }
 
 TEST(VX_FinalOutputManager, SavesAndLoadsNineKeysAndNothingElse) {
-    auto settings = manager();
-    settings->SetNoTitleBar(true);
-    settings->SetFinalDisplayType(7);
-    settings->SetResolution(CGSizeMake(1280, 720));
-    settings->SetTargetScreenName(text("Projector"));
-    settings->SetPositionOffset(CGSizeMake(0.1, -3.5));
-    auto store = dictionary();
+    auto store = NSRef<NSMutableDictionary>::adopt((new NSMutableDictionary)->init());
     store->setObject(NSNumber::numberWithInt(1), "Other");
-    settings->Save(store.get());
-    EXPECT_EQ(store->count(), 10);
-
     auto loaded = manager();
-    loaded->SetShouldFitScreen(true);
-    loaded->Load(store.get());
-    EXPECT_FALSE(loaded->ShouldFitScreen());
-    EXPECT_TRUE(loaded->NoTitleBar());
-    EXPECT_FALSE(loaded->NoMenuBar());
-    EXPECT_EQ(loaded->GetFinalDisplayType(), 7);
-    expectResolution(*loaded, 1280, 720, "loaded");
-    EXPECT_STREQ(loaded->GetTargetScreenName()->UTF8String(), "Projector");
-    EXPECT_EQ(loaded->GetPositionOffset().width, static_cast<double>(0.1f)) << "kept as a 32-bit float";
-    EXPECT_EQ(loaded->GetPositionOffset().height, -3.5);
-}
+    for (const int flag : {0, 1, 2}) { // each flag alone
+        auto settings = manager();
+        settings->SetShouldFitScreen(flag == 0);
+        settings->SetNoTitleBar(flag == 1);
+        settings->SetNoMenuBar(flag == 2);
+        settings->SetFinalDisplayType(7 + flag);
+        settings->SetResolution(CGSizeMake(1280, 720));
+        settings->SetTargetScreenName(text("Projector"));
+        settings->SetPositionOffset(CGSizeMake(0.1, -3.5));
+        settings->Save(store.get());
+        EXPECT_EQ(store->count(), 10);
+        loaded->Load(store.get());
+        settings->SetPositionOffset(CGSizeMake(double(0.1f), -3.5)); // kept as 32-bit floats
+        EXPECT_EQ(stateOf(*loaded), stateOf(*settings));
+        settings->SetRecoverWindowGeometry(CGRectMake(1, 2, 3, 4));
+        EXPECT_EQ(settings->GetRecoverWindowGeometry().size.width, 3);
+    }
+    const std::string before = stateOf(*loaded);
+    loaded->Load(nullptr);
+    EXPECT_EQ(stateOf(*loaded), before);
 
-TEST(VX_FinalOutputManager, LoadsWhatIsMissingAsZero) {
-    auto settings = manager();
-    settings->SetTargetScreenName(text("Projector"));
-    settings->Load(nullptr);
-    expectResolution(*settings, 640, 480, "no dictionary changes nothing");
-    auto store = dictionary();
-    settings->Load(store.get());
-    expectResolution(*settings, 0, 0, "not the defaults of a new manager");
-    EXPECT_EQ(settings->GetTargetScreenName(), nullptr);
-
-    settings->Save(store.get());
+    auto empty = NSRef<NSMutableDictionary>::adopt((new NSMutableDictionary)->init());
+    loaded->Load(empty.get());
+    EXPECT_EQ(stateOf(*loaded), "000 type 0, 0 x 0, screen none, offset 0 0") << "zero, not the defaults";
+    loaded->Save(store.get());
     store->setObject(text("not a number"), "Width");
-    settings->Load(store.get());
-    EXPECT_STREQ(settings->GetTargetScreenName()->UTF8String(), "")
-        << "an absent name comes back as an empty one";
-    expectResolution(*settings, 0, 0, "a text where a number belongs");
+    loaded->Load(store.get());
+    EXPECT_EQ(stateOf(*loaded), "000 type 0, 0 x 0, screen , offset 0 0") << "no name comes back empty";
 }
 
 TEST(VX_FinalOutputManager, CopiesTheNameUnlessItIsItsOwn) {

@@ -1,0 +1,274 @@
+// SPDX-License-Identifier: MIT
+#include <VX_OpenGL64/targets/VX_GLRenderTarget.h>
+#include <VX_OpenGL64/targets/VX_GLVBOIndex.h>
+#include <VX_OpenGL64/targets/VX_GLVBOVertex.h>
+#include <tests/support/HeadlessContext.h>
+#include <tests/support/LogCollector.h>
+#include <tests/support/Pixels.h>
+
+#include <epoxy/gl.h>
+#include <gtest/gtest.h>
+#include <glm/gtc/matrix_transform.hpp>
+
+#include <cstring>
+
+using namespace vx::test;
+using Target = VX_GLRenderTarget;
+
+namespace {
+
+constexpr GLenum kColor = GL_COLOR_ATTACHMENT0_EXT;
+constexpr GLenum kRectangle = GL_TEXTURE_RECTANGLE_ARB;
+
+/// The two kinds of colour texture and all that tells them apart.
+const struct Kind {
+    GLenum target, binding;
+    unsigned (Target::*add)(unsigned, unsigned, int, int);
+    void (Target::*draw)(int);
+    const char* failure;
+} kKinds[] = {{kRectangle, GL_TEXTURE_BINDING_RECTANGLE_ARB, &Target::AddTextureBuffer,
+               &Target::DrawFullScreen, "Can't allocate TextureBuffer: AddTextureBuffer"},
+              {GL_TEXTURE_2D, GL_TEXTURE_BINDING_2D, &Target::AddTexture2DBuffer, &Target::DrawFullScreen2D,
+               "Can't allocate AddTexture2DBuffer"}};
+
+/// Type and name of what is attached.
+std::vector<int> attached(const Target& target, GLenum attachment) {
+    EXPECT_EQ(stateOf(GL_FRAMEBUFFER_BINDING_EXT), ints(0));
+    std::vector<int> found(2);
+    glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, target.m_FrameBuffer);
+    for (const int i : {0, 1})
+        glGetFramebufferAttachmentParameterivEXT(
+            GL_FRAMEBUFFER_EXT, attachment, GL_FRAMEBUFFER_ATTACHMENT_OBJECT_TYPE_EXT + GLenum(i), &found[i]);
+    glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, 0);
+    return found;
+}
+
+/// Wrapping, filters, mode of depth, size and format of the texture that is bound.
+std::vector<int> boundTexture(GLenum target) {
+    std::vector<int> values;
+    for (const GLenum name : {GL_TEXTURE_WRAP_S, GL_TEXTURE_WRAP_T, GL_TEXTURE_MIN_FILTER,
+                              GL_TEXTURE_MAG_FILTER, GL_DEPTH_TEXTURE_MODE})
+        glGetTexParameteriv(target, name, &values.emplace_back());
+    for (const GLenum name : {GL_TEXTURE_WIDTH, GL_TEXTURE_HEIGHT, GL_TEXTURE_INTERNAL_FORMAT})
+        glGetTexLevelParameteriv(target, 0, name, &values.emplace_back());
+    return values;
+}
+
+struct CountingTarget : Target {
+    void FreeTextures() override {
+        ++freed;
+        Target::FreeTextures();
+    }
+    int freed = 0;
+};
+
+template <class Buffer>
+void checkOperations(GLenum target, GLenum binding, GLenum otherBinding) {
+    auto* buffer = new Buffer;
+    const unsigned name = buffer->m_Buffer;
+    const auto parameter = [&](GLenum which) {
+        int value = 0;
+        glGetBufferParameteriv(target, which, &value);
+        return value;
+    };
+    EXPECT_EQ(buffer->m_Size, 0);
+    buffer->BindBuffer();
+    EXPECT_EQ(stateOf(binding, otherBinding), ints(name, 0));
+    float data[4] = {1, 2, 3, 4};
+    buffer->Allocate(16, GL_DYNAMIC_DRAW, data);
+    EXPECT_EQ(parameter(GL_BUFFER_USAGE), GL_DYNAMIC_DRAW);
+    buffer->Copy(4, 8, data);
+    const void* mapped = buffer->Lock(GL_READ_ONLY);
+    ASSERT_NE(mapped, nullptr);
+    EXPECT_EQ(parameter(GL_BUFFER_ACCESS), GL_READ_ONLY);
+    const float expected[4] = {1, 1, 2, 4};
+    EXPECT_EQ(std::memcmp(mapped, expected, sizeof expected), 0);
+    EXPECT_TRUE(buffer->Unlock());
+    EXPECT_FALSE(buffer->Unlock()) << "it is not mapped any more";
+    buffer->Allocate(8, GL_STREAM_DRAW, nullptr);
+    EXPECT_EQ(ints(buffer->m_Size, parameter(GL_BUFFER_SIZE)), ints(8, 8));
+    buffer->UnBindBuffer();
+    EXPECT_EQ(stateOf(binding), ints(0));
+    buffer->Allocate(4000, GL_STATIC_DRAW, nullptr);
+    EXPECT_EQ(buffer->m_Size, 4000) << "also when GL refused";
+    delete buffer;
+    EXPECT_FALSE(glIsBuffer(name));
+}
+
+} // namespace
+
+TEST(VX_GLRenderTarget, DropsEverythingWhenEitherSideChangesAndNothingElse) {
+    HeadlessContext gl(8, 8);
+    auto* target = new CountingTarget;
+    EXPECT_FALSE(target->SetResolution(-1, -1));
+    target->SetResolution(20, 10);
+    for (const auto& [width, height] : {std::pair(20, 11), {21, 11}}) {
+        target->CreateFrameBuffer();
+        const unsigned frame = target->m_FrameBuffer, depth = target->m_DepthBuffer;
+        const unsigned texture = target->AddTextureBuffer(GL_RGBA8, GL_UNSIGNED_BYTE, -1, -1);
+        target->freed = 0;
+        EXPECT_FALSE(target->SetResolution(target->m_Width, target->m_Height));
+        EXPECT_EQ(target->m_Textures, std::vector<unsigned>{texture});
+        EXPECT_TRUE(target->SetResolution(width, height));
+        EXPECT_EQ(ints(target->m_Width, target->m_Height), ints(width, height));
+        EXPECT_EQ(
+            ints(target->freed, target->m_Textures.size(), target->m_FrameBuffer, target->m_DepthBuffer),
+            ints(1, 0, 0, 0));
+        EXPECT_FALSE(glIsTexture(texture) || glIsFramebufferEXT(frame) || glIsRenderbufferEXT(depth));
+    }
+    target->CreateFrameBuffer();
+    target->CreateFrameBufferDepthTexture2D();
+    EXPECT_EQ(target->freed, 3) << "by the virtual operation each time";
+    const unsigned frame = target->m_FrameBuffer;
+    delete target;
+    EXPECT_FALSE(glIsFramebufferEXT(frame));
+}
+
+TEST(VX_GLRenderTarget, MakesItsDepthAttachmentOrNone) {
+    HeadlessContext gl(8, 8);
+    Target target;
+    target.SetResolution(20, 10);
+    target.CreateFrameBuffer();
+    EXPECT_EQ(attached(target, GL_DEPTH_ATTACHMENT_EXT), ints(GL_RENDERBUFFER_EXT, target.m_DepthBuffer));
+    EXPECT_EQ(stateOf(GL_RENDERBUFFER_BINDING_EXT), ints(target.m_DepthBuffer)) << "it stays bound";
+    int size[2] = {};
+    for (const int i : {0, 1})
+        glGetRenderbufferParameterivEXT(GL_RENDERBUFFER_EXT, GL_RENDERBUFFER_WIDTH_EXT + GLenum(i), &size[i]);
+    EXPECT_EQ(ints(size[0], size[1]), ints(20, 10));
+
+    target.CreateFrameBufferDepthTexture2D();
+    const unsigned depth = target.m_DepthBuffer;
+    EXPECT_EQ(attached(target, GL_DEPTH_ATTACHMENT_EXT), ints(GL_TEXTURE, depth));
+    EXPECT_EQ(stateOf(GL_TEXTURE_BINDING_2D), ints(depth));
+    EXPECT_EQ(boundTexture(GL_TEXTURE_2D),
+              ints(GL_CLAMP, GL_CLAMP, GL_NEAREST, GL_NEAREST, GL_INTENSITY, 20, 10, GL_DEPTH_COMPONENT24));
+    target.FreeTextures();
+    EXPECT_EQ(target.m_DepthBuffer, 0u);
+    EXPECT_TRUE(glIsTexture(depth)) << "taken for a renderbuffer, it lives on";
+    glDeleteTextures(1, &depth);
+
+    target.SetResolution(0, 0); // not complete
+    for (const auto create : {&Target::CreateFrameBuffer, &Target::CreateFrameBufferDepthTexture2D}) {
+        target.m_UseDepth = true;
+        EXPECT_NE((target.*create)(), unsigned(GL_FRAMEBUFFER_COMPLETE_EXT));
+        target.m_UseDepth = false;
+        EXPECT_EQ((target.*create)(), unsigned(GL_FRAMEBUFFER_COMPLETE_EXT)) << "without asking";
+        EXPECT_EQ(attached(target, GL_DEPTH_ATTACHMENT_EXT)[0], GL_NONE);
+    }
+}
+
+TEST(VX_GLRenderTarget, AddsTexturesAtTheNextAttachment) {
+    HeadlessContext gl(8, 8);
+    LogCollector log;
+    const int sizes[][4] = {{-1, -1, 20, 10}, {12, -1, 12, 10}, {-1, 5, 20, 5}}; // asked for, given
+    for (const Kind& kind : kKinds) {
+        Target target;
+        const auto add = [&](int width, int height, GLenum format = GL_RGBA8,
+                             GLenum type = GL_UNSIGNED_BYTE) {
+            return (target.*kind.add)(format, type, width, height);
+        };
+        target.m_UseDepth = false;
+        target.SetResolution(20, 10);
+        EXPECT_EQ(add(-1, -1), 0u);
+        EXPECT_TRUE(target.m_Textures.empty()) << "no framebuffer yet";
+        for (const auto& [width, height, givenWidth, givenHeight] : sizes) {
+            target.CreateFrameBuffer();
+            const unsigned name = add(width, height, GL_RGBA16F_ARB, GL_FLOAT);
+            EXPECT_EQ(stateOf(kind.binding, kind.target), ints(name, 0)) << "bound, but not enabled";
+            EXPECT_EQ(boundTexture(kind.target),
+                      ints(GL_CLAMP_TO_EDGE, GL_CLAMP_TO_EDGE, GL_LINEAR, GL_LINEAR, GL_LUMINANCE, givenWidth,
+                           givenHeight, GL_RGBA16F_ARB));
+        }
+        target.CreateFrameBuffer();
+        const unsigned first = add(-1, -1), second = add(-1, -1);
+        EXPECT_EQ(attached(target, kColor + 1), ints(GL_TEXTURE, second));
+        EXPECT_EQ(add(0, 10), 0u);
+        EXPECT_EQ(log.lines.back(), kind.failure);
+        EXPECT_EQ(stateOf(kind.binding), ints(0)) << "the refused texture is deleted";
+        EXPECT_EQ(target.m_Textures, (std::vector<unsigned>{first, second, 0}));
+        // The refused texture is not detached, so the driver may go on refusing; its place counts.
+        add(-1, -1);
+        EXPECT_EQ(attached(target, kColor + 3)[0], GL_TEXTURE);
+    }
+}
+
+TEST(VX_GLRenderTarget, DirectsDrawingAndLaysPixelsOverUnits) {
+    HeadlessContext gl(8, 8);
+    Target target;
+    target.SetResolution(200, 100);
+    target.CreateFrameBuffer();
+    for (const Kind& kind : kKinds)
+        (target.*kind.add)(GL_RGBA8, GL_UNSIGNED_BYTE, -1, -1);
+    const auto expectDirected = [](unsigned frame, GLenum first, GLenum second) {
+        EXPECT_EQ(stateOf(GL_FRAMEBUFFER_BINDING_EXT, GL_DRAW_BUFFER0, GL_DRAW_BUFFER1),
+                  ints(frame, first, second));
+        int viewport[4] = {};
+        glGetIntegerv(GL_VIEWPORT, viewport);
+        EXPECT_EQ(ints(viewport[0], viewport[1], viewport[2], viewport[3]), ints(0, 0, 200, 100));
+    };
+    target.Bind(1);
+    expectDirected(target.m_FrameBuffer, kColor + 1, GL_NONE);
+    glDrawBuffer(GL_NONE);
+    target.Unbind();
+    glDrawBuffer(GL_NONE);
+    target.Unbind();
+    expectDirected(0, GL_BACK, GL_NONE);
+    glViewport(1, 2, 3, 4);
+    unsigned buffers[] = {kColor + 1, kColor};
+    target.Binds(2, buffers);
+    expectDirected(target.m_FrameBuffer, kColor + 1, kColor);
+
+    for (const GLenum mode : {GL_PROJECTION, GL_MODELVIEW}) {
+        glMatrixMode(mode);
+        glScalef(3, 3, 3);
+    }
+    target.SetDefaultProjection();
+    EXPECT_EQ(stateOf(GL_MATRIX_MODE), ints(GL_PROJECTION));
+    glm::mat4 modelView, projection;
+    glGetFloatv(GL_MODELVIEW_MATRIX, &modelView[0][0]);
+    glGetFloatv(GL_PROJECTION_MATRIX, &projection[0][0]);
+    EXPECT_EQ(modelView, glm::mat4(1.0f));
+    EXPECT_EQ(projection, glm::ortho(0.0f, 200.0f, 0.0f, 100.0f, -1.0f, 1.0f));
+}
+
+TEST(VX_GLRenderTarget, BringsWhatWasDrawnToTheScreen) {
+    HeadlessContext gl(32, 16);
+    Target target;
+    target.SetResolution(32, 16);
+    target.CreateFrameBuffer();
+    target.SetDefaultProjection();
+    for (const int i : {0, 1}) {
+        const auto& [kind, binding, add, draw, failure] = kKinds[i];
+        const unsigned texture = (target.*add)(GL_RGBA8, GL_UNSIGNED_BYTE, -1, -1);
+        const unsigned rest = i ? 0x00FF00FFu : 0xFF0000FFu;
+        target.Bind(i);
+        clearTo(i == 0, i == 1, 0);
+        clearTo(0, 0, 1, 0, 0, 16, 8); // the lower left quarter blue, the rest red or green
+        target.Unbind();
+        (target.*draw)(i);
+        for (const auto& [x, y] : {std::pair(0, 0), {14, 6}, {18, 6}, {14, 10}, {31, 15}})
+            EXPECT_EQ(pixelAt(x, y), x < 16 && y < 8 ? 0x0000FFFFu : rest) << x << ' ' << y;
+        EXPECT_EQ(stateOf(binding, kind), ints(texture, 0)) << "bound, but not enabled";
+        for (const int outside : {-1, 2}) {
+            glActiveTexture(GL_TEXTURE1);
+            (target.*draw)(outside);
+            EXPECT_EQ(stateOf(GL_ACTIVE_TEXTURE, binding), ints(GL_TEXTURE0, 0));
+        }
+    }
+    clearTo(0, 0, 0);
+    glEnable(kRectangle);
+    glBindTexture(kRectangle, target.m_Textures[0]);
+    target.QuadsDEBUG(); // the middle stays in the middle while the edges come in
+    for (const int x : {9, 10, 15, 16, 21, 22})
+        EXPECT_EQ(pixelAt(x, 4), x < 10 || x > 21 ? 0x000000FFu : x < 16 ? 0x0000FFFFu : 0xFF0000FFu) << x;
+    EXPECT_EQ(pixelAt(10, 15), 0xFF0000FFu);
+    EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));
+}
+
+TEST(VX_GLVBOTarget, VertexAndIndexDifferInNothingButTheTarget) {
+    HeadlessContext gl(8, 8);
+    checkOperations<VX_GLVBOVertex>(GL_ARRAY_BUFFER, GL_ARRAY_BUFFER_BINDING,
+                                    GL_ELEMENT_ARRAY_BUFFER_BINDING);
+    checkOperations<VX_GLVBOIndex>(GL_ELEMENT_ARRAY_BUFFER, GL_ELEMENT_ARRAY_BUFFER_BINDING,
+                                   GL_ARRAY_BUFFER_BINDING);
+}
