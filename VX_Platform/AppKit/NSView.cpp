@@ -26,11 +26,13 @@ void NSView::setFrame(CGRect frame) {
     tellFrameChange();
 }
 
-// By index, and holding on to each: a view's hook may add others, or take itself out.
+// Over those of the start that are still there: a view's hook may add others, or take some out.
 template <class Visit>
 void NSView::forEachSubview(Visit visit) {
-    for (std::size_t i = 0; i < m_Subviews.size(); ++i)
-        visit(NSRef<NSView>(m_Subviews[i]).get());
+    const std::vector<NSRef<NSView>> present = m_Subviews;
+    for (const NSRef<NSView>& view : present)
+        if (view->m_Superview == this)
+            visit(view.get());
 }
 
 void NSView::tellFrameChange() {

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <thread>
 
 #include <sys/eventfd.h>
@@ -99,4 +100,25 @@ TEST_F(TimerTest, FiresWhenDueAndGoesOnFromItsBeatWithoutCatchingUp) {
     EXPECT_LT(loop->secondsToNextTimer(), 0.0) << "a timer is left";
     EXPECT_EQ(timer->retainCount(), 2) << "the loop still holds it";
     timer->release();
+}
+
+TEST_F(TimerTest, MayEndOrStartTimersFromItsHandler) {
+    int beats = 0;
+    auto held = std::make_shared<int>(7);
+    NSTimer::scheduledTimerWithTimeInterval(
+        0.001,
+        [&, held](NSTimer* timer) {
+            timer->invalidate();
+            counting(beats, 0, false);
+            clock.step(kMillisecond);
+        },
+        true);
+    pool->release(); // the loop alone keeps the timer
+    pool = (new NSAutoreleasePool)->init();
+    std::thread([] { EXPECT_LT(NSRunLoop::currentRunLoop()->secondsToNextTimer(), 0.0); }).join();
+    runFor(clock, 1);
+    EXPECT_EQ(beats, 0) << "one that is added waits for the next time";
+    EXPECT_EQ(held.use_count(), 1) << "the ended timer is still there";
+    loop->fireDueTimers();
+    EXPECT_EQ(beats, 1);
 }

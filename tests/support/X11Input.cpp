@@ -104,8 +104,13 @@ void X11Input::move(int x, int y) {
 }
 
 void X11Input::click(int x, int y) {
-    move(x, y);
+    drag(x, y, x, y);
+}
+
+void X11Input::drag(int fromX, int fromY, int toX, int toY) {
+    move(fromX, fromY);
     fake(XCB_BUTTON_PRESS, 1, 0, 0);
+    move(toX, toY);
     fake(XCB_BUTTON_RELEASE, 1, 0, 0);
 }
 

@@ -35,6 +35,8 @@ public:
     void press(std::uint32_t keysym);
     /// Clicks the left button at the point on the screen.
     void click(int x, int y);
+    /// Presses the left button at one point on the screen and releases it at the other.
+    void drag(int fromX, int fromY, int toX, int toY);
     /// Moves the pointer there.
     void move(int x, int y);
     /// Asks the window to close, as a window manager does.
