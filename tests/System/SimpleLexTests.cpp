@@ -118,6 +118,13 @@ TEST(VX_SystemSimpleLex, HandsReturnAndLineFeedOverAsOneLineEnd) {
     EXPECT_EQ(std::string(bytes), "ab\r\n\r");
     EXPECT_EQ(untouched.rest(), "\nc") << "what read took is no part of a line end";
     EXPECT_EQ(Lexing("abc").lexer.read(9, bytes), 3);
+    Lexing mixed("\r\n\rx");
+    {
+        vx::LexCursor cursor(mixed.lexer);
+        EXPECT_EQ(cursor.get(), '\n');
+        EXPECT_EQ(cursor.get(), '\r');
+    }
+    EXPECT_EQ(mixed.rest(), "x");
 }
 
 TEST(VX_SystemSimpleLex, TokensEndAtTerminatorsBlanksOrTheEnd) {

@@ -2,15 +2,12 @@
 #include <VX_OpenGL64/camera/VX_GLCamera.h>
 #include <VX_OpenGL64/camera/VX_GLCameraLight.h>
 #include <VX_OpenGL64/camera/VX_GLLight.h>
-#include <tests/support/HeadlessContext.h>
+#include <tests/support/GLTest.h>
 
-#include <epoxy/gl.h>
-#include <gtest/gtest.h>
 #include <glm/gtc/matrix_transform.hpp>
 
 #include <cmath>
 
-using vx::test::HeadlessContext;
 using Matrix = glm::mat4;
 using Vector = glm::vec3;
 using Values = std::vector<float>;

@@ -5,14 +5,8 @@
 #include <VX_OpenGL64/shaders/VX_VertexShader.h>
 #include <VX_OpenGL64/targets/VX_GLVBOIndex.h>
 #include <VX_OpenGL64/targets/VX_GLVBOVertex.h>
-#include <tests/support/GLRecorder.h>
-#include <tests/support/HeadlessContext.h>
-#include <tests/support/Pixels.h>
+#include <tests/support/GLTest.h>
 
-#include <epoxy/gl.h>
-#include <gtest/gtest.h>
-
-using namespace vx::test;
 using Renderer = VX_GLMeshDataRenderer;
 
 namespace {

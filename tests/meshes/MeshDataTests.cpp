@@ -2,10 +2,99 @@
 #include <tests/meshes/Shapes.h>
 
 #include <algorithm>
+#include <climits>
 #include <cmath>
+#include <cstring>
 #include <new>
+#include <string>
 
 using namespace vx::test;
+
+namespace {
+const struct Row {
+    int format, stride, diffuse, normal, uv, tangent; // offsets in bytes, -1 where there is none
+} kRows[] = {
+    {1, 12, -1, -1, -1, -1},  {3, 24, -1, 12, -1, -1},  {5, 20, -1, -1, 12, -1},
+    {7, 32, -1, 12, 24, -1},  {9, 28, 12, -1, -1, -1},  {11, 40, 12, 28, -1, -1},
+    {13, 36, 12, -1, 28, -1}, {15, 48, 12, 28, 40, -1}, {19, 36, -1, 12, -1, 24},
+};
+
+void expectEmpty(const VX_GLVertex& vertices, int stride) {
+    EXPECT_EQ(vertices.m_Data, nullptr);
+    EXPECT_EQ(vertices.m_Format, -1);
+    EXPECT_EQ(vertices.m_Count, 0);
+    EXPECT_EQ(vertices.m_Stride, stride);
+}
+
+} // namespace
+
+TEST(VX_GLVertex, EachFormatHasItsStrideAndItsAttributesAtTheirOffsets) {
+    using V = VX_GLVertex;
+    const glm::vec4 diffuse{1, 2, 3, 4};
+    const glm::vec3 normal{5, 6, 7}, tangent{8, 9, 10};
+    const glm::vec2 uv{11, 12};
+    for (const auto& [format, stride, diffuseAt, normalAt, uvAt, tangentAt] : kRows) {
+        SCOPED_TRACE(format);
+        V vertices;
+        auto* block = static_cast<char*>(vertices.Allocate(format, 2));
+        ASSERT_EQ(vertices.m_Stride, stride);
+        EXPECT_EQ(static_cast<void*>(vertices.GetPosition(1)), block + stride);
+        std::string wanted(std::size_t(2 * stride), '\0');
+        std::memset(block, 0, wanted.size());
+        const auto check = [&](int offset, const auto& value, void* next, void* found) {
+            EXPECT_EQ(next, offset < 0 ? block : block + stride);
+            EXPECT_EQ(found, offset < 0 ? nullptr : block + offset);
+            if (offset >= 0)
+                std::memcpy(&wanted[std::size_t(offset)], &value, sizeof value);
+        };
+        check(diffuseAt, diffuse, V::SetDiffuse(format, block, diffuse), V::GetDiffuse(format, block));
+        check(normalAt, normal, V::SetNormal(format, block, normal), V::GetNormal(format, block));
+        check(uvAt, uv, V::SetUV(format, block, uv), V::GetUV(format, block));
+        check(tangentAt, tangent, V::SetTangent(format, block, tangent), V::GetTangent(format, block));
+        EXPECT_EQ(std::string(block, wanted.size()), wanted);
+        float bump[12] = {};
+        void* behind = V::SetBumpVertex(format, bump, {1, 2, 3}, {9, 9, 9, 9}, {4, 5, 6}, {7, 8, 9}, {9, 9});
+        EXPECT_EQ(behind, format == 19 ? bump + 9 : bump);
+        for (int i = 0; i < 9; ++i)
+            EXPECT_EQ(bump[i], format == 19 ? float(i + 1) : 0.0f);
+    }
+}
+
+TEST(VX_GLVertex, KeepsALargeEnoughBlockOfTheSameFormat) {
+    VX_GLVertex vertices;
+    void* block = vertices.Allocate(7, 100);
+    for (const int count : {10, -1, 100})
+        EXPECT_EQ(vertices.Allocate(7, count), block);
+    EXPECT_EQ(vertices.m_Count, 100);
+    EXPECT_NE(vertices.Allocate(3, 10), nullptr);
+    EXPECT_EQ(vertices.m_Stride, 24);
+    EXPECT_NE(vertices.Allocate(3, 11), nullptr);
+    EXPECT_EQ(vertices.m_Count, 11);
+
+    std::memset(vertices.m_Data, 0x2a, 11 * 24);
+    VX_GLVertex copy(&vertices);
+    EXPECT_NE(copy.m_Data, vertices.m_Data);
+    EXPECT_EQ(copy.m_Format, 3);
+    EXPECT_EQ(copy.m_Count, 11);
+    EXPECT_EQ(std::memcmp(copy.m_Data, vertices.m_Data, 11 * 24), 0);
+    VX_GLVertex empty;
+    expectEmpty(VX_GLVertex(&empty), 0);
+}
+
+TEST(VX_GLVertex, RefusedFormatsAndImpossibleSizesLeaveItEmpty) {
+    for (const int format : {-1, 0, 2, 4, 6, 8, 16, 17, 18, 21, 23, 31, INT_MIN, INT_MAX}) {
+        VX_GLVertex vertices;
+        vertices.Allocate(7, 10);
+        EXPECT_EQ(vertices.Allocate(format, 10), nullptr) << format;
+        expectEmpty(vertices, 0);
+    }
+    // The low 32 bits of the size: negative, 0, 32 and a small block.
+    for (const int count : {-1, INT_MIN, 1 << 26, 1 << 27, (1 << 27) + 1, INT_MAX}) {
+        VX_GLVertex vertices;
+        EXPECT_EQ(vertices.Allocate(7, count), nullptr) << count;
+        expectEmpty(vertices, 32);
+    }
+}
 
 TEST(VX_GLMeshData, CopiesDeeply) {
     VX_GLMeshData mesh;

@@ -1,26 +1,49 @@
 // SPDX-License-Identifier: MIT
 #include <VX_OpenGL64/shaders/VX_FragmentShader.h>
+#include <VX_OpenGL64/shaders/VX_GLFilter.h>
+#include <VX_OpenGL64/shaders/VX_GLFilterManager.h>
 #include <VX_OpenGL64/shaders/VX_GeometryShader.h>
 #include <VX_OpenGL64/shaders/VX_Program.h>
 #include <VX_OpenGL64/shaders/VX_VertexShader.h>
+#include <VX_OpenGL64/targets/VX_GLRenderTarget.h>
+#include <VX_Platform/AppKit/NSAlert.h>
+#include <VX_Platform/Foundation/NSString.h>
 #include <VX_Platform/OpenGL/GLCapabilities.h>
-#include <tests/shaders/ShaderTexts.h>
-#include <tests/support/GLRecorder.h>
-#include <tests/support/HeadlessContext.h>
-#include <tests/support/LogCollector.h>
-#include <tests/support/Pixels.h>
+#include <tests/support/GLTest.h>
 
-#include <epoxy/gl.h>
-#include <gtest/gtest.h>
-
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
 #include <functional>
 
-using namespace vx::test;
 using Lines = GLRecorder::Lines;
 using Values = std::vector<float>;
 
 namespace {
 
+const char* const kVertex = R"(
+attribute vec3 tangent;
+void main() {
+    gl_Position = ftransform();
+    gl_TexCoord[0] = gl_MultiTexCoord0;
+    gl_FrontColor = vec4(tangent, 1.0);
+})";
+
+/// These two do not link.
+const char* const kVaryingOfTwo = "varying vec2 v; void main() { v = vec2(0); gl_Position = gl_Vertex; }";
+const char* const kVaryingOfFour = "varying vec4 v; void main() { gl_FragColor = v; }";
+
+/// Makes a green square over the whole window of each point.
+const char* const kGeometry = R"(#version 150 compatibility
+layout(points) in;
+layout(triangle_strip, max_vertices = 4) out;
+void main() {
+    for (int corner = 0; corner < 4; ++corner) {
+        gl_Position = vec4(corner % 2 * 2 - 1, corner / 2 * 2 - 1, 0, 1);
+        gl_FrontColor = vec4(0, 1, 0, 1);
+        EmitVertex();
+    }
+})";
 const char* const kUniforms = R"(
 uniform float f1, f1v[2];
 uniform vec2 f2, f2v[2];
@@ -69,6 +92,84 @@ std::string checkLifecycle(GLenum type, const char* good) {
     glDeleteShader(first);
     const std::string printed = testing::internal::GetCapturedStdout();
     return log.lines.empty() ? "out: " + printed : "log: " + log.lines[0];
+}
+
+const char* const kSwap = R"(#extension GL_ARB_texture_rectangle : require
+uniform sampler2DRect source;
+void main() { gl_FragColor = texture2DRect(source, gl_TexCoord[0].st).bgra; })";
+const char* const kSwap2D = R"(
+uniform sampler2D source;
+void main() { gl_FragColor = texture2D(source, gl_TexCoord[0].st).bgra; })";
+
+/// Two directories of shader files, gone with the object, and the manager that finds them.
+struct Files {
+    Files() {
+        std::filesystem::remove_all(root);
+        for (const char* directory : {"first", "second"}) {
+            std::filesystem::create_directories(root / directory);
+            manager.AddResourcePath((root / directory).c_str());
+        }
+        write("first/pass.vert", kVertex);
+        write("second/pass.vert", "not read: the first directory shadows it");
+        write("second/swap.frag", kSwap);
+        write("second/square.geom", kGeometry);
+    }
+    ~Files() { std::filesystem::remove_all(root); }
+    void write(const char* name, std::string_view bytes) { std::ofstream(root / name) << bytes; }
+
+    const std::filesystem::path root = std::filesystem::path(testing::TempDir()) /
+                                       testing::UnitTest::GetInstance()->current_test_info()->name();
+    VX_GLFilterManager manager;
+};
+
+/// Declares nothing of its own.
+class PlainFilter : public VX_GLFilter {
+public:
+    PlainFilter() : VX_GLFilter(nullptr) { m_RenderTarget = new VX_GLRenderTarget; }
+};
+
+/// Notes each call of the manager.
+class NotingFilter : public PlainFilter {
+public:
+    const VX_GLShaderInformation* ShadersInformation() override { return noted("shaders", shaders); }
+    const VX_GLGeometryShaderInformation* GeometryShadersInformation() override {
+        return noted("stages", stages);
+    }
+    bool NeedFrameBuffer() override { return noted("frame?", needsFrameBuffer); }
+    int GetMinRTCount() override { return noted("count", count); }
+    bool IsRT2D() override {
+        is2D = !is2D;
+        return noted("2D?", is2D);
+    }
+    unsigned int SetResolution(int width, int height) override {
+        return noted(call("size", width, height), VX_GLFilter::SetResolution(width, height));
+    }
+    bool Setup() override { return noted("setup", succeeds); }
+
+    const VX_GLShaderInformation* shaders = nullptr;
+    const VX_GLGeometryShaderInformation* stages = nullptr;
+    bool needsFrameBuffer = true, is2D = true, succeeds = true;
+    int count = 1;
+    std::string calls;
+
+private:
+    template <class Value>
+    Value noted(const std::string& name, Value value) {
+        calls += name + " ";
+        return value;
+    }
+};
+
+VX_GLFilter* setUp(VX_GLFilterManager& manager, VX_GLFilter& filter, int width = 16, int height = 8) {
+    return manager.SetupFilter(&filter, width, height, GL_RGBA8, GL_UNSIGNED_BYTE);
+}
+
+std::vector<unsigned> shadersOf(const VX_Program* program) {
+    std::vector<unsigned> names(4);
+    int count = 0;
+    glGetAttachedShaders(program->m_Program, 4, &count, names.data());
+    names.resize(std::size_t(count));
+    return names;
 }
 
 } // namespace
@@ -219,4 +320,252 @@ TEST(VX_Program, PassesUniformsAndAttributesOnByName) {
     EXPECT_EQ(Values(current, current + 3), (Values{4, 5, 6}));
     program.setVertexAttrib3fv("none", values);
     EXPECT_EQ(glGetError(), GLenum(GL_INVALID_VALUE)) << "-1 goes to GL as the index";
+}
+
+TEST(VX_GLFilterManager, SetsAFilterUpInAFixedOrder) {
+    HeadlessContext gl(8, 8);
+    Files files;
+    VX_GLFilterManager& manager = files.manager;
+    vx::currentGLCapabilities().geometryShader4 = true;
+    GLRecorder recorder;
+    const VX_GLShaderInformation shaders[] = {
+        {"pass.vert", "swap.frag"}, {"pass.vert", nullptr}, {"none", "none"}};
+    const VX_GLGeometryShaderInformation stages[] = {
+        {"pass.vert", "swap.frag", "square.geom", GL_POINTS, GL_TRIANGLE_STRIP, 4},
+        {"none", "none", nullptr, 0, 0, 0}};
+    NotingFilter filter;
+    filter.shaders = shaders;
+    filter.stages = stages;
+    filter.count = 2;
+    EXPECT_EQ(setUp(manager, filter), &filter);
+    EXPECT_EQ(filter.calls, "frame? size(16, 8) count 2D? 2D? shaders stages setup ");
+    const unsigned vertex = manager.QueryVShader("pass.vert")->shader(),
+                   swap = manager.QueryPShader("swap.frag")->shader(),
+                   square = manager.QueryGShader("square.geom")->shader();
+    ASSERT_EQ(filter.m_Programs.size(), 2u);
+    EXPECT_EQ(shadersOf(filter.m_Programs[0]), (std::vector{vertex, swap}));
+    EXPECT_EQ(shadersOf(filter.m_Programs[1]), (std::vector{vertex, swap, square}));
+    const unsigned last = filter.m_Programs[1]->m_Program;
+    const Lines lines = recorder.take();
+    EXPECT_EQ(Lines(lines.end() - 4, lines.end()),
+              (Lines{call("glProgramParameteriEXT", last, GL_GEOMETRY_INPUT_TYPE_EXT, GL_POINTS),
+                     call("glProgramParameteriEXT", last, GL_GEOMETRY_OUTPUT_TYPE_EXT, GL_TRIANGLE_STRIP),
+                     call("glProgramParameteriEXT", last, GL_GEOMETRY_VERTICES_OUT_EXT, 4),
+                     call("glLinkProgram", last)}));
+
+    NotingFilter other; // all from the caches, and no render target
+    other.shaders = shaders;
+    other.stages = stages;
+    other.needsFrameBuffer = other.succeeds = false;
+    EXPECT_EQ(setUp(manager, other), nullptr);
+    EXPECT_EQ(other.calls, "frame? shaders stages setup ");
+    EXPECT_EQ(other.m_Programs.size(), 2u);
+    EXPECT_EQ(recorder.count("glCreateShader"), 0);
+
+    PlainFilter plain;
+    EXPECT_EQ(setUp(manager, plain), &plain);
+    ASSERT_EQ(plain.m_RenderTarget->m_Textures.size(), 1u);
+    glBindTexture(GL_TEXTURE_RECTANGLE_ARB, plain.GetRTexture(0));
+    EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR)) << "a rectangle texture";
+    EXPECT_TRUE(plain.m_Programs.empty());
+}
+
+TEST(VX_GLFilterManager, ReplacesBothSidesOfASizeThatIsNotOne) {
+    HeadlessContext gl(8, 8);
+    VX_GLFilterManager manager;
+    NotingFilter filter;
+    filter.count = -1;
+    const auto sizeGiven = [&](int width, int height) {
+        filter.calls.clear();
+        EXPECT_EQ(setUp(manager, filter, width, height), &filter);
+        return filter.calls.substr(7, filter.calls.find(')') - 6);
+    };
+    EXPECT_EQ(sizeGiven(0, 600), "size(0, 0)");
+    EXPECT_TRUE(manager.SetResolution(64, 32));
+    EXPECT_EQ(sizeGiven(0, 600), "size(64, 32)");
+    EXPECT_EQ(sizeGiven(600, -1), "size(64, 32)");
+    EXPECT_EQ(sizeGiven(1, 1), "size(1, 1)");
+    EXPECT_TRUE(filter.m_RenderTarget->m_Textures.empty());
+}
+
+TEST(VX_GLFilterManager, GoesOnWithoutShadersThatFailAndTriesThemAgain) {
+    HeadlessContext gl(8, 8);
+    Files files;
+    for (const char* name : {"first/a.vert", "first/a.frag", "first/a.geom"})
+        files.write(name, "void main() { nonsense }");
+    files.write("first/empty.vert", "");
+    const VX_GLShaderInformation shaders[] = {{"a.vert", "a.frag"}, {"empty.vert", "swap.frag"}, {}};
+    const VX_GLGeometryShaderInformation stages[] = {
+        {"pass.vert", "swap.frag", "a.geom", GL_POINTS, GL_TRIANGLE_STRIP, 4}, {}};
+    NotingFilter filter;
+    filter.shaders = shaders;
+    filter.stages = stages;
+    LogCollector log;
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(setUp(files.manager, filter), &filter);
+    testing::internal::GetCapturedStdout();
+    std::string own; // without the driver's words, and its judgement of programs without shaders
+    for (const std::string& line : log.lines) {
+        if (line.starts_with("Failed ") || line.starts_with("Can't"))
+            own += line + '\n';
+    }
+    EXPECT_TRUE(own.starts_with(
+        "Failed vshader: a.vert\nFailed pshader: a.frag\nCan't open shader file: empty.vert\n"))
+        << own;
+    EXPECT_EQ(own.find("a.geom"), own.npos);
+    ASSERT_FALSE(filter.m_Programs.empty());
+    EXPECT_EQ(shadersOf(filter.m_Programs.back()).size(), 2u) << "without its geometry stage";
+
+    files.write("first/a.vert", kVertex);
+    files.write("first/a.frag", kSwap);
+    files.write("first/a.geom", kGeometry);
+    NotingFilter next;
+    next.shaders = shaders;
+    next.stages = stages;
+    setUp(files.manager, next);
+    EXPECT_EQ(shadersOf(next.m_Programs.front()).size(), 2u);
+    EXPECT_EQ(shadersOf(next.m_Programs.back()).size(), 3u);
+}
+
+TEST(VX_GLFilterManager, OwnsTheFirstShaderUnderAName) {
+    HeadlessContext gl(8, 8);
+    GLRecorder recorder;
+    unsigned kept, zero, fragment, point;
+    {
+        VX_GLFilterManager manager;
+        VX_VertexShader* first = manager.CreateVShader(kVertex);
+        VX_VertexShader* last = manager.CreateVShader(kVertex);
+        VX_VertexShader second;
+        second.loadAndCompile(kVertex);
+        manager.RegisterVShader("b", first);
+        manager.RegisterVShader("b", &second);
+        manager.RegisterVShader("a", last);
+        EXPECT_EQ(manager.QueryVShader("b"), first);
+        EXPECT_EQ(manager.QueryPShader("b"), nullptr) << "a cache for each kind";
+        manager.RegisterPShader("b", manager.CreatePShader(kSwap));
+        manager.RegisterGShader("b", manager.CreateGShader(kGeometry));
+        kept = first->shader();
+        zero = last->shader();
+        fragment = manager.QueryPShader("b")->shader();
+        point = manager.QueryGShader("b")->shader();
+        second.freeShader();
+        recorder.take();
+    }
+    EXPECT_EQ(recorder.take(), (Lines{call("glDeleteShader", zero), call("glDeleteShader", kept),
+                                      call("glDeleteShader", fragment)}));
+    EXPECT_TRUE(glIsShader(point)) << "geometry shaders stay behind";
+}
+
+TEST(VX_GLFilterManager, FindsFilesByOrderOfAdditionOrAlerts) {
+    Files files;
+    EXPECT_EQ(files.manager.QueryShaderPath("pass.vert"), files.root.string() + "/first/pass.vert");
+    EXPECT_EQ(files.manager.LoadShaderFileToString("swap.frag"), kSwap);
+    files.write("second/nul.vert", {"begin\0end", 9});
+    EXPECT_EQ(files.manager.LoadShaderFileToString("nul.vert"), "begin");
+    Lines shown;
+    NSAlert::setPresenter([&](NSAlert* alert) {
+        shown = {alert->messageText()->string(), alert->defaultButton()->string(),
+                 alert->informativeText()->string()};
+        EXPECT_TRUE(!alert->alternateButton() && !alert->otherButton());
+        return 1;
+    });
+    const std::string absolute = (files.root / "first/pass.vert").string();
+    EXPECT_EQ(files.manager.QueryShaderPath(absolute), "") << "put behind each directory like any other name";
+    EXPECT_EQ(shown, (Lines{"Can't load shader", "OK", absolute}));
+    EXPECT_EQ(VX_GLFilterManager().QueryShaderPath("100%s.vert"), "");
+    EXPECT_EQ(shown.back(), "100%s.vert");
+    NSAlert::setPresenter({});
+}
+
+TEST(VX_GLFilterManager, EndsWithAFileThatIsMissingOrNotUTF8) {
+    Files files;
+    files.write("first/latin.vert", "// \xE9");
+    NSAlert::setPresenter([](NSAlert* alert) {
+        NSLog("alert: %@ %@", alert->messageText(), alert->informativeText());
+        return 1;
+    });
+    EXPECT_DEATH(files.manager.LoadShaderFileToString("gone.vert"),
+                 "alert: Can't load shader gone.vert\n.*LoadShaderFileToString: .*\"gone.vert\"");
+    NSAlert::setPresenter([](NSAlert*) {
+        std::exit(0); // an alert for a file that is there
+        return 1;
+    });
+    EXPECT_DEATH(files.manager.LoadShaderFileToString("latin.vert"), "LoadShaderFileToString: .*latin.vert");
+    NSAlert::setPresenter({});
+}
+
+TEST(VX_GLFilter, RebuildsItsTargetWithEachResolution) {
+    HeadlessContext gl(8, 8);
+    PlainFilter filter;
+    EXPECT_EQ(filter.SetResolution(16, 8), unsigned(GL_FRAMEBUFFER_COMPLETE_EXT));
+    const unsigned texture = filter.CreateRT(GL_RGBA8, GL_UNSIGNED_BYTE, -1, -1);
+    EXPECT_EQ(filter.GetRTexture(0), texture);
+    EXPECT_EQ(filter.GetRTexture(-1) + filter.GetRTexture(1), 0u);
+    filter.SetResolution(16, 8);
+    EXPECT_EQ(filter.GetRTexture(0), 0u);
+    EXPECT_FALSE(glIsTexture(texture));
+}
+
+TEST(VX_GLFilter, EndsWithAMessageWithoutItsRenderTarget) {
+    VX_GLFilter bare(nullptr);
+    EXPECT_DEATH(bare.Bind(0), "VX_GLFilter::Bind: the filter's m_RenderTarget is null");
+    EXPECT_DEATH(bare.SetResolution(8, 8), "VX_GLFilter::SetResolution");
+}
+
+TEST(VX_GLFilter, KeepsOnlyProgramsThatLinkAndEndsWithThem) {
+    HeadlessContext gl(8, 8);
+    VX_VertexShader vertex;
+    VX_FragmentShader mismatched;
+    VX_GeometryShader geometry;
+    ASSERT_TRUE(vertex.loadAndCompile(kVaryingOfTwo) && mismatched.loadAndCompile(kVaryingOfFour));
+    ASSERT_TRUE(
+        geometry.loadAndCompile("#version 150 compatibility\nlayout(points) in;\n"
+                                "layout(points, max_vertices = 1) out;\nin vec4 v[];\n"
+                                "void main() { gl_Position = v[0]; EmitVertex(); }"));
+    auto* filter = new PlainFilter;
+    LogCollector log;
+    EXPECT_EQ(filter->CreateProgram(&vertex, &mismatched, nullptr, 0, 0, 0), nullptr);
+    EXPECT_EQ(log.lines.back(), "Failed: CreateProgram");
+    EXPECT_EQ(filter->CreateProgram(&vertex, nullptr, &geometry, GL_POINTS, GL_POINTS, 1), nullptr);
+    EXPECT_EQ(log.lines.back(), "Failed: CreateProgram because geometry shader wasn't attached");
+    EXPECT_TRUE(filter->m_Programs.empty());
+    VX_Program* program = filter->CreateProgram(&vertex, nullptr, nullptr, 0, 0, 0);
+    ASSERT_EQ(filter->m_Programs, (std::vector<VX_Program*>{program}));
+    filter->m_Programs.push_back(nullptr);
+    filter->SetResolution(8, 8);
+    const unsigned name = program->m_Program, frame = filter->m_RenderTarget->m_FrameBuffer;
+    delete filter;
+    EXPECT_FALSE(glIsProgram(name) || glIsFramebufferEXT(frame));
+}
+
+TEST(VX_GLFilter, PassesARectangleAndA2DTargetThroughItsShaders) {
+    HeadlessContext gl(16, 8);
+    Files files;
+    const VX_GLShaderInformation shaders[] = {{"pass.vert", "swap.frag"}, {}};
+    NotingFilter filter;
+    filter.shaders = shaders; // the first texture is a rectangle texture, the second 2D
+    filter.count = 2;
+    ASSERT_EQ(setUp(files.manager, filter), &filter);
+    ASSERT_NE(files.manager.MakeProgramForFilter(&filter, kVertex, kSwap2D), nullptr);
+    ASSERT_EQ(filter.m_Programs.size(), 2u);
+    unsigned both[] = {GL_COLOR_ATTACHMENT0_EXT, GL_COLOR_ATTACHMENT1_EXT};
+    filter.Binds(2, both);
+    clearTo(1, 0.6f, 0);
+    for (const int attachment : {0, 1}) {
+        filter.Bind(attachment);
+        clearTo(0, 0.2f, 1, 8, 0, 8, 8); // the right half
+    }
+    filter.Unbind();
+    for (const int pass : {0, 1}) {
+        clearTo(0, 0, 0);
+        filter.m_RenderTarget->SetDefaultProjection();
+        VX_Program* program = filter.m_Programs[std::size_t(pass)];
+        program->activeProgram();
+        program->set1i("source", 0);
+        pass == 0 ? filter.DrawFullScreen(0) : filter.DrawFullScreen2D(1);
+        program->deactiveProgram();
+        for (const int x : {0, 6, 9, 15}) // 0.6 and 0.2 are whole steps of 255
+            EXPECT_EQ(pixelAt(x, 5), x < 8 ? 0x0099FFFFu : 0xFF3300FFu) << "pass " << pass << " x " << x;
+    }
+    EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));
 }

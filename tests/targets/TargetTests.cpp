@@ -2,17 +2,12 @@
 #include <VX_OpenGL64/targets/VX_GLRenderTarget.h>
 #include <VX_OpenGL64/targets/VX_GLVBOIndex.h>
 #include <VX_OpenGL64/targets/VX_GLVBOVertex.h>
-#include <tests/support/HeadlessContext.h>
-#include <tests/support/LogCollector.h>
-#include <tests/support/Pixels.h>
+#include <tests/support/GLTest.h>
 
-#include <epoxy/gl.h>
-#include <gtest/gtest.h>
 #include <glm/gtc/matrix_transform.hpp>
 
 #include <cstring>
 
-using namespace vx::test;
 using Target = VX_GLRenderTarget;
 
 namespace {

@@ -1,13 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <VX_OpenGL64/meshes/model/VX_GLStandardMesh.h>
 #include <VX_Platform/Foundation/NSAutoreleasePool.h>
-#include <tests/support/GLRecorder.h>
-#include <tests/support/HeadlessContext.h>
+#include <tests/support/GLTest.h>
 
-#include <epoxy/gl.h>
-#include <gtest/gtest.h>
-
-using namespace vx::test;
 using Lines = GLRecorder::Lines;
 
 namespace {

@@ -1,16 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include <VX_OpenGL64/meshes/shapes/VX_GLConvenienceDraw.h>
-#include <tests/support/GLRecorder.h>
-#include <tests/support/HeadlessContext.h>
-#include <tests/support/Pixels.h>
-
-#include <epoxy/gl.h>
-#include <gtest/gtest.h>
+#include <tests/support/GLTest.h>
 
 #include <cmath>
 #include <limits>
 
-using namespace vx::test;
 using Draw = VX_GLConvenienceDraw;
 using Values = std::vector<float>;
 

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include <VX_OpenGL64/meshes/shapes/VX_GLGeometryCube.h>
+#include <VX_OpenGL64/meshes/shapes/VX_GLGeometryPrimitive2D.h>
 #include <VX_OpenGL64/meshes/shapes/VX_GLGeometrySphere.h>
 #include <VX_OpenGL64/meshes/shapes/VX_GLGeometryUVSphere.h>
 #include <tests/meshes/Shapes.h>
@@ -6,10 +8,28 @@
 
 #include <cmath>
 #include <string>
+#include <vector>
 
 using namespace vx::test;
+using Flat = VX_GLGeometryPrimitive2D;
 
 namespace {
+const struct Shape {
+    void* (*write)(void*, int, Vec3, Vec3);
+    float bottom, top;        // around center (10, 20, 30) with size (1, 2, 3)
+    float normals, winding;   // 1 when they face outward and counter-clockwise, -1 when not
+    const char* faces;        // the side on which each lies
+    const char* firstCorners; // of each face, one letter a side
+} kShapes[] = {
+    {VX_GLGeometryCube::MakeCube, 18, 22, 1, 1, "z+ x- z- x+ y+ y-", "-T+ -T- +T- +T+ -T- -B+"},
+    {VX_GLGeometryCube::MakeBuilding, 20, 22, -1, 1, "y+ y- z+ z- x- x+", "+T- +B+ +T+ +B- -T+ +T-"},
+    {VX_GLGeometryCube::MakeFloor, 18, 20, 1, 1, "y+ y- z+ z- x- x+", "+T- +B+ +T+ +B- -T+ +T-"},
+    {VX_GLGeometryCube::MakeRoom, 18, 22, -1, -1, "y+ y- z+ z- x- x+", "+T- +B+ +T+ +B- -T+ +T-"},
+};
+
+struct PN {
+    Vec3 position, normal;
+};
 
 Vec3 corner(int triangle, int place) {
     const float* p = VX_GLGeometrySphere::vdata[VX_GLGeometrySphere::tindices[triangle][place]];
@@ -30,6 +50,103 @@ std::vector<float> valuesOf(const At& at, int format) {
 }
 
 } // namespace
+
+TEST(VX_GLGeometryCube, EachShapeHasItsFacesInOrderWithTheirNormalsAndWinding) {
+    for (const Shape& shape : kShapes) {
+        PN box[24];
+        EXPECT_EQ(shape.write(box, 3, {10, 20, 30}, {1, 2, 3}), box + 24);
+        EXPECT_EQ(shape.write(box, 2, {10, 20, 30}, {1, 2, 3}), box) << "no such format";
+        const Vec3 middle{10, (shape.bottom + shape.top) / 2, 30}, half{1, (shape.top - shape.bottom) / 2, 3};
+        for (int face = 0; face < 6; ++face) {
+            SCOPED_TRACE(&shape - kShapes);
+            SCOPED_TRACE(face);
+            Vec3 outward(0.0f);
+            outward[shape.faces[face * 3] - 'x'] = shape.faces[face * 3 + 1] == '+' ? 1 : -1;
+            const PN* c = &box[face * 4];
+            const Vec3 wound = glm::cross(c[2].position - c[1].position, c[0].position - c[1].position);
+            EXPECT_EQ(wound / glm::length(wound), outward * shape.winding);
+            const Vec3 first = c[0].position;
+            EXPECT_EQ((std::string{first.x < 10 ? '-' : '+', first.y == shape.bottom ? 'B' : 'T',
+                                   first.z < 30 ? '-' : '+'}),
+                      std::string(shape.firstCorners + face * 4, 3));
+            for (int i = 0; i < 4; ++i) {
+                EXPECT_EQ(c[i].normal, outward * shape.normals);
+                EXPECT_EQ(glm::abs(c[i].position - middle), half);
+                EXPECT_EQ(glm::dot(c[i].position - middle, outward), glm::dot(half, glm::abs(outward)));
+            }
+        }
+        EXPECT_EQ(std::signbit(box[0].normal.x), box[0].normal.y + box[0].normal.z < 0) << "zeros have signs";
+    }
+}
+
+TEST(VX_GLGeometryCube, GeneratesIntoItsOwnStore) {
+    VX_GLGeometryCube box;
+    box.Generate(19);
+    At(box, 23).tangent() = {7, 8, 9};
+    box.Generate(19);
+    EXPECT_EQ(At(box, 23).tangent(), Vec3(7, 8, 9)) << "the tangent stays";
+    EXPECT_EQ(At(box, 0).position(), Vec3(-0.1f, 0.1f, 0.1f));
+    VX_GLGeometryCube::Color = {0.25f, 0.5f, 0.75f, 1.0f};
+    box.m_Center = {1, 1, 1};
+    box.m_HalfSize = {0.5f, 0.25f, 0.125f};
+    box.Generate(15);
+    EXPECT_EQ(box.m_Vertex->m_Count, 24);
+    EXPECT_EQ(At(box, 0).position(), Vec3(0.5f, 1.25f, 1.125f));
+    EXPECT_EQ(At(box, 23).diffuse(), VX_GLGeometryCube::Color);
+    EXPECT_EQ(At(box, 23).uv(), Vec2(0, 0));
+    VX_GLGeometryCube::Color = {1, 1, 1, 1};
+    void* block = box.m_Vertex->m_Data;
+    box.Generate(15);
+    EXPECT_EQ(box.m_Vertex->m_Data, block);
+    EXPECT_EQ(At(box, 0).diffuse(), Vec4(1, 1, 1, 1));
+    box.Generate(2);
+    EXPECT_EQ(box.m_Vertex->m_Data, nullptr);
+}
+
+TEST(VX_GLGeometryPrimitive2D, DotDonutWritesArcsWithJoins) {
+    EXPECT_EQ(Flat::DotDonut(1, 2, 3, 4, 0.5f, nullptr), 30);
+    EXPECT_EQ(Flat::DotDonut(1, 2, 0, 4, 0.5f, nullptr), 0);
+    std::vector<Vec3> ring(31, Vec3(77.0f));
+    EXPECT_EQ(Flat::DotDonut(1, 2, 0, 4, 0.5f, ring.data()), 0);
+    EXPECT_EQ(Flat::DotDonut(1, 2, 3, 0, 0.5f, ring.data()), 0);
+    EXPECT_EQ(ring[0], Vec3(77.0f)) << "nothing to write";
+    EXPECT_EQ(Flat::DotDonut(1, 2, 3, 4, 0.5f, ring.data()), 0);
+    EXPECT_EQ(ring[30], Vec3(77.0f));
+    for (int dot = 0; dot < 3; ++dot) {
+        const Vec3* arc = &ring[dot * 10];
+        EXPECT_EQ(arc[0].z, 77.0f) << "the z of the join stays";
+        EXPECT_EQ(arc[0].x, arc[1].x);
+        EXPECT_EQ(arc[0].y, arc[1].y);
+        EXPECT_EQ(arc[9], arc[8]);
+        for (int j = 0; j < 4; ++j) {
+            // A third of a turn for each dot, of which half is covered in three equal steps.
+            const double angle = 2 * M_PI / 3 * (dot + 0.5 * j / 3);
+            for (int edge = 0; edge < 2; ++edge) {
+                EXPECT_NEAR(arc[1 + 2 * j + edge].x, std::cos(angle) * (edge + 1), 1e-5);
+                EXPECT_NEAR(arc[1 + 2 * j + edge].y, std::sin(angle) * (edge + 1), 1e-5);
+                EXPECT_EQ(arc[1 + 2 * j + edge].z, 0.0f);
+            }
+        }
+    }
+    Flat::DotDonut(1, 2, 1, 1, 1, ring.data());
+    EXPECT_TRUE(std::isnan(ring[1].x));
+    EXPECT_TRUE(std::isnan(ring[3].x));
+    EXPECT_EQ(Flat::DotDonut(1, 2, 2147483647, 2147483647, 1, nullptr), 0) << "32 bits, wrapped around";
+}
+
+TEST(VX_GLGeometryPrimitive2D, ArrowPointsToTheRight) {
+    EXPECT_EQ(Flat::Arrow1(1, 2, 3, 4, nullptr), 21);
+    Vec3 arrow[22];
+    arrow[21] = Vec3(77.0f);
+    EXPECT_EQ(Flat::Arrow1(2, 1, 0.5f, 0.5f, arrow), 0);
+    EXPECT_EQ(arrow[21], Vec3(77.0f));
+    // xs = 1 - 0.5, xb = 1 - 0.5 / 0.5, xa = 0 - 0.25 / 0.5.
+    const Vec3 p[] = {{-1, -.25, 0}, {.5, -.25, 0}, {.5, .25, 0}, {-1, .25, 0}, {-.5, -.5, 0},
+                      {0, -.5, 0},   {1, 0, 0},     {0, .5, 0},   {-.5, .5, 0}};
+    const int order[] = {0, 1, 3, 1, 2, 3, 4, 5, 1, 5, 6, 1, 1, 6, 2, 2, 6, 7, 2, 7, 8};
+    for (int i = 0; i < 21; ++i)
+        EXPECT_EQ(arrow[i], p[order[i]]) << i;
+}
 
 TEST(VX_GLGeometrySphere, IsTheIcosahedronInTheOrderOfTheTableAtFirst) {
     VX_GLGeometrySphere sphere;
