@@ -16,11 +16,11 @@ void NSRunLoop::addTimer(NSTimer* timer) {
 
 void NSRunLoop::fireDueTimers() {
     const double now = NSDate::timeIntervalSinceReferenceDate();
-    // By index and up to the present end: a handler may add timers.
-    const std::size_t present = m_Timers.size();
-    for (std::size_t i = 0; i < present; ++i)
-        if (m_Timers[i]->isValid() && m_Timers[i]->fireDate() <= now)
-            m_Timers[i]->fire();
+    // Over those of the start: a handler may add timers, and may run a step of the loop itself.
+    const std::vector<NSRef<NSTimer>> present = m_Timers;
+    for (const NSRef<NSTimer>& timer : present)
+        if (timer->isValid() && timer->fireDate() <= now)
+            timer->fire();
     dropInvalidTimers();
 }
 

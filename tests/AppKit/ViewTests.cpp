@@ -122,6 +122,11 @@ TEST_F(ViewTest, IsDisplayedOnceForEachRequest) {
     EXPECT_EQ(taken(), "A:draw C:draw C:out D:draw E:in");
     content->displayIfNeeded();
     EXPECT_EQ(taken(), "");
+    d->onDraw = [this] { b->subviews().back()->removeFromSuperview(); };
+    for (const NSRef<NSView>& view : b->subviews())
+        view->setNeedsDisplay(true);
+    content->displayIfNeeded();
+    EXPECT_EQ(taken(), "D:draw E:out") << "what has left is not displayed";
 }
 
 TEST_F(ViewTest, HandsEachTypeOfEventUpToWhoKeepsIt) {

@@ -95,7 +95,7 @@ TEST(NSAutoreleasePool, EndsItsObjectsAndTheInnerPoolsWithIt) {
     EXPECT_EQ(Counted::living, 0);
 
     std::thread([] {
-        (new Counted)->autorelease();
+        (new EndsWithAnother)->autorelease();
         NSAutoreleasePool::drainThreadPool();
         EXPECT_EQ(Counted::living, 0);
         (new EndsWithAnother)->autorelease();

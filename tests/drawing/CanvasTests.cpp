@@ -72,21 +72,15 @@ TEST(Canvas, KeepsToTheCallersPixelsAndIsEmptyWhereNoneFit) {
     for (int i = 0; i < 15; ++i)
         EXPECT_EQ(memory[i], i % 5 < 4 && i < 10 ? 0xffffffffu : 0xdeadbeefu) << i;
 
-    auto* odd = reinterpret_cast<unsigned char*>(memory.data()) + 1;
-    Canvas empty[] = {Canvas(),
-                      Canvas(0, 5),
-                      Canvas(5, -1),
-                      Canvas(1, 32768),
-                      Canvas((1LL << 32) + 4, 4),
-                      Canvas(nullptr, 4, 4, 16),
-                      Canvas(odd, 4, 4, 16),
-                      Canvas(memory.data(), 4, 4, 12),
-                      Canvas(memory.data(), 4, 4, 18),
-                      Canvas(memory.data(), 4, 4, (1LL << 32) + 16)};
-    for (Canvas& canvas : empty) {
+    constexpr long long kHuge = (1LL << 32) + 16;
+    const long long sizes[][3] = {{0, 4, 16}, {4, -1, 16},           {4, 32768, 16}, {4, 4, 12},
+                                  {4, 4, 18}, {kHuge, 4, 4 * kHuge}, {4, 4, -8},     {4, 4, kHuge}};
+    for (const auto& [width, height, stride] : sizes) {
+        Canvas canvas(memory.data(), width, height, stride);
         EXPECT_TRUE(canvas.isEmpty() && !canvas.pixels() && canvas.width() == 0 && canvas.stride() == 0);
         canvas.clear({});
         canvas.addEllipse(0, 0, 1, 1);
         canvas.strokePath(1);
     }
+    EXPECT_TRUE(Canvas(4, 0).isEmpty() && Canvas(kHuge, 4).isEmpty() && Canvas(nullptr, 4, 4, 16).isEmpty());
 }
