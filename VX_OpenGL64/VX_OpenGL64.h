@@ -8,6 +8,7 @@
 #include <VX_OpenGL64/camera/VX_GLLight.h>
 #include <VX_OpenGL64/host/VX_CheckGLExtensions.h>
 #include <VX_OpenGL64/host/VX_GLChildView.h>
+#include <VX_OpenGL64/host/VX_GLHost.h>
 #include <VX_OpenGL64/host/VX_GLMainView.h>
 #include <VX_OpenGL64/host/VX_GLRenderpipeline.h>
 #include <VX_OpenGL64/meshes/VXVector.h>
@@ -32,6 +33,7 @@
 #include <VX_OpenGL64/shaders/VX_GeometryShader.h>
 #include <VX_OpenGL64/shaders/VX_Program.h>
 #include <VX_OpenGL64/shaders/VX_VertexShader.h>
+#include <VX_OpenGL64/targets/VX_GLPictureFile.h>
 #include <VX_OpenGL64/targets/VX_GLRenderTarget.h>
 #include <VX_OpenGL64/targets/VX_GLVBOBase.h>
 #include <VX_OpenGL64/targets/VX_GLVBOIndex.h>

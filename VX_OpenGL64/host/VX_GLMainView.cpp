@@ -3,6 +3,7 @@
 
 #include <VX_OpenGL64/host/VX_GLChildView.h>
 #include <VX_OpenGL64/host/VX_GLRenderpipeline.h>
+#include <VX_OpenGL64/host/private/MainViewInternals.h>
 #include <VX_Platform/AppKit/NSWindow.h>
 #include <VX_Platform/CoreImage/CIContext.h>
 #include <VX_Platform/Foundation/NSLog.h>
@@ -10,6 +11,7 @@
 #include <VX_Platform/Foundation/NSNotification.h>
 #include <VX_Platform/Foundation/NSNotificationCenter.h>
 #include <VX_Platform/Foundation/NSNotificationQueue.h>
+#include <VX_Platform/Foundation/private/Clock.h>
 #include <VX_Platform/OpenGL/GLCapabilities.h>
 #include <VX_Platform/OpenGL/NSOpenGLContext.h>
 #include <VX_Platform/OpenGL/NSOpenGLPixelFormat.h>
@@ -24,16 +26,10 @@ namespace {
 // A list is closed by one word.
 constexpr int kLastAttribute = 63;
 
-class RenderThreadHold {
-public:
-    explicit RenderThreadHold(VX_GLMainView* view) : m_View(view) { view->RenderThreadLock(); }
-    ~RenderThreadHold() { m_View->RenderThreadUnLock(); }
-
-private:
-    VX_GLMainView* m_View;
-};
-
 } // namespace
+
+VX_GLMainView::VX_GLMainView() : m_Internals(std::make_unique<Internals>()) {}
+VX_GLMainView::~VX_GLMainView() = default;
 
 VX_GLMainView* VX_GLMainView::initWithFrame(CGRect frame, NSOpenGLPixelFormat* format) {
     if (!NSOpenGLView::initWithFrame(frame, format))
@@ -140,6 +136,11 @@ void VX_GLMainView::sampleSize() {
     m_Height = static_cast<float>(area.origin.y + area.size.height) - static_cast<float>(area.origin.y);
 }
 
+void VX_GLMainView::takeSize(CGSize size) {
+    m_Width = static_cast<float>(size.width);
+    m_Height = static_cast<float>(size.height);
+}
+
 void VX_GLMainView::makeImageContext() {
     if (m_ciContext)
         m_ciContext->release();
@@ -192,7 +193,7 @@ void VX_GLMainView::removeAllChildSharedViews() {
 }
 
 bool VX_GLMainView::startRender() {
-    RenderThreadHold hold(this);
+    const Hold hold(this);
     NSOpenGLContext* context = openGLContext();
     // The hooks of a frame must not run for a pipeline that has not been started.
     if (context && !context->makeCurrentContext())
@@ -219,6 +220,10 @@ void VX_GLMainView::stopRender() {
 
 void VX_GLMainView::startRenderThread() {
     if (!m_DisplayLink) {
+        m_Internals->drawingSince = vx::Clock::current().now();
+        m_Internals->meter.start(m_Internals->drawingSince);
+    }
+    if (!m_DisplayLink && !m_Internals->stepped) {
         m_cbCtx->FrameTimeSum = 0.0;
         m_cbCtx->FrameCount = 0;
         m_LostRefreshes = 0;

@@ -8,6 +8,7 @@
 #include <atomic>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <mutex>
 #include <string>
 
@@ -50,6 +51,8 @@ VX_EXPORT CVReturn Heartbeat(CVDisplayLinkRef link, const CVTimeStamp* now, cons
 class VX_EXPORT VX_GLMainView : public NSOpenGLView {
 public:
     VX_RETURNS_OWN_TYPE(VX_GLMainView)
+
+    VX_GLMainView();
 
     using NSOpenGLView::initWithFrame;
     /// Frame in the parent's coordinates, in pixels. The format may be null. Host's thread. Returns the view,
@@ -128,13 +131,41 @@ public:
     CIContext* ciContext() const { return m_ciContext; }
     /// Borrowed, or null.
     VX_GLRenderpipeline* renderpipeline() const { return m_TargetRenderpipeline; }
-    /// Size in pixels as of the last `prepareOpenGL`; a later resize leaves it alone.
+    /// Size in pixels as of the last `prepareOpenGL`, which is what the hooks get as bounds; a later resize
+    /// leaves it alone unless `SetFollowsSize` was asked for. Any thread.
     float width() const { return m_Width; }
     float height() const { return m_Height; }
+    /// From the next frame on, and for good, `width`, `height` and the hooks' bounds are the drawable's own
+    /// size at the beginning of each frame, so that a resize needs no stop. Off by default. Any thread.
+    void SetFollowsSize(bool follows);
 
     /// A rough figure of how fast frames are drawn: 1 over the smoothed seconds spent in one; 0 before the
     /// first. It is not the display's rate. Any thread.
     double GetAvgFPS() const;
+    /// Frames drawn since the display link was made, those of `StepFrame` included. Any thread.
+    std::uint64_t GetDrawnFrames() const;
+    /// Drawn frames per second, counted over the last half second of drawing; 0 before that. Any thread.
+    double GetFrameRate() const;
+    /// Seconds that the present frame is drawn for: since drawing began, or as `StepFrame` was told. A
+    /// picture that moves by it moves alike on every display, and in a recording. In the hooks.
+    double GetFrameTime() const;
+
+    /// Writes a frame as a PNG file of the view's size, RGB. Inside a hook of the frame, after drawing, it
+    /// writes what is drawn by then; on another thread it waits for the next frame and lets that write it, up
+    /// to two seconds, and must not hold the render lock. `path` is borrowed. False, with one line in the
+    /// log, when no frame comes or the file cannot be written. GL: see `VX_GLSavePicture`; the default
+    /// framebuffer is read, and the one bound before is bound again.
+    bool SaveFrame(const char* path);
+    /// Whether `startRender` makes no display link, and frames come by `StepFrame` alone: for recording, and
+    /// for tests. Set before `prepareOpenGL`, or while stopped.
+    void SetStepped(bool stepped);
+    /// Draws one frame on the calling thread, with all hooks, for the time `seconds` (`GetFrameTime`), and
+    /// writes it to `path` if that is not null. Takes as long as it takes: no display is waited for but by
+    /// the swap. The context is released from the thread afterwards unless the render lock is held. False,
+    /// with one line in the log, when the view has not been prepared, draws by itself, or the file cannot be
+    /// written.
+    bool StepFrame(double seconds, const char* path = nullptr);
+
     /// Refreshes since the display link was made whose picture did not reach the display: the render lock or
     /// the context was taken and nothing was drawn, or the window system did not take the frame. Any thread.
     std::uint64_t GetLostRefreshes() const { return m_LostRefreshes; }
@@ -148,19 +179,38 @@ public:
     /// While true, frames only clear to black and swap. Any thread; seen by the next frame.
     void SetSkipRenderThread(bool skip) { m_SkipRenderThread = skip; }
 
+protected:
+    ~VX_GLMainView() override;
+
 private:
     friend CVReturn Heartbeat(CVDisplayLinkRef, const CVTimeStamp*, const CVTimeStamp*, CVOptionFlags,
                               CVOptionFlags*, void*);
 
     void sampleSize();
+    void takeSize(CGSize size);
     void clearToBlack();
     void makeImageContext();
     void detachPipelineFromContext();
     bool makeExistingContextCurrent();
+    struct VX_HIDDEN Internals;
+    // The render lock, for as long as it lives.
+    class VX_HIDDEN Hold {
+    public:
+        explicit Hold(VX_GLMainView* view) : m_View(view) { view->RenderThreadLock(); }
+        ~Hold() { m_View->RenderThreadUnLock(); }
+        Hold(const Hold&) = delete;
+        Hold& operator=(const Hold&) = delete;
+
+    private:
+        VX_GLMainView* m_View;
+    };
     struct Frame {
         NSRef<NSOpenGLContext> context;
         NSRef<VX_GLRenderpipeline> pipeline;
-        const CVTimeStamp* time;
+        const CVTimeStamp* time = nullptr;
+        // Where the picture goes and whether it got there, for a frame that was asked for with a picture.
+        const char* savePath = nullptr;
+        bool* saved = nullptr;
     };
 
     void setFrameContext(NSOpenGLContext* context);
@@ -168,6 +218,8 @@ private:
     Frame takeFrame(const CVTimeStamp* time);
     void refresh(const Frame& frame);
     bool drawLocked(const Frame& frame);
+    void saveIfAsked(const Frame& frame);
+    bool savePicture(const char* path);
     void draw(const Frame& frame);
     void drawFrame(const Frame& frame);
     void skipFrame(const Frame& frame);
@@ -178,8 +230,8 @@ private:
     void measure(double seconds);
 
     NSRecursiveLock* m_RenderThreadLock = nullptr;
-    float m_Width = 0.0f;
-    float m_Height = 0.0f;
+    std::atomic<float> m_Width{0.0f};
+    std::atomic<float> m_Height{0.0f};
     std::int32_t m_PixelFormatAttributeIndex = 0;
     std::uint32_t m_PixelFormatAttributes[64] = {};
     std::atomic<double> m_BenchMarkSum{0.0};
@@ -195,6 +247,7 @@ private:
     // place.
     std::mutex m_FrameObjectsLock;
     std::atomic<std::uint64_t> m_LostRefreshes{0};
+    std::unique_ptr<Internals> m_Internals;
     int m_ContextRefusals = 0;
     std::string m_LastFailure;
 };

@@ -4,9 +4,11 @@
 
 #include <VX_OpenGL64/host/VX_GLChildView.h>
 #include <VX_OpenGL64/host/VX_GLRenderpipeline.h>
+#include <VX_OpenGL64/host/private/MainViewInternals.h>
 #include <VX_Platform/Foundation/NSAutoreleasePool.h>
 #include <VX_Platform/Foundation/NSDate.h>
 #include <VX_Platform/Foundation/NSLog.h>
+#include <VX_Platform/Foundation/private/Clock.h>
 #include <VX_Platform/OpenGL/NSOpenGLContext.h>
 
 #include <epoxy/gl.h>
@@ -49,12 +51,14 @@ void VX_GLMainView::DisplayLink_Render(const CVTimeStamp* time) {
 VX_GLMainView::Frame VX_GLMainView::takeFrame(const CVTimeStamp* time) {
     std::lock_guard guard(m_FrameObjectsLock);
     return {NSRef<NSOpenGLContext>::retain(m_cbCtx->GLContext),
-            NSRef<VX_GLRenderpipeline>::retain(m_TargetRenderpipeline), time};
+            NSRef<VX_GLRenderpipeline>::retain(m_TargetRenderpipeline), time, nullptr, nullptr};
 }
 
 void VX_GLMainView::refresh(const Frame& frame) {
     const double start = NSDate::timeIntervalSinceReferenceDate();
     if (m_RenderThreadLock->tryLock()) {
+        m_Internals->frameTime =
+            static_cast<double>(vx::Clock::current().now() - m_Internals->drawingSince) / vx::Clock::kSecond;
         if (!drawLocked(frame))
             noteLostRefresh(frame.context.get() != nullptr);
         m_RenderThreadLock->unlock();
@@ -70,6 +74,9 @@ bool VX_GLMainView::drawLocked(const Frame& frame) {
     if (!frame.context || !frame.context->tryMakeCurrentContext())
         return false;
     m_ContextRefusals = 0;
+    if (m_Internals->followsSize)
+        takeSize(frame.context->drawableSize());
+    m_Internals->frameThread = std::this_thread::get_id();
     try {
         draw(frame);
     } catch (const std::exception& failure) {
@@ -77,6 +84,7 @@ bool VX_GLMainView::drawLocked(const Frame& frame) {
     } catch (...) {
         noteFailure("an exception without a text");
     }
+    m_Internals->frameThread = std::thread::id();
     return true;
 }
 
@@ -102,7 +110,7 @@ void VX_GLMainView::measure(double seconds) {
     const int count = m_cbCtx->FrameCount++;
     if (count < kFirstBlend)
         return;
-    // The count is not reset with the sum; that is meant, and makes this part fade from the 32nd call on.
+    // The count is not reset with the sum (docs/kept-behaviour.md): this part fades from the 32nd call on.
     m_BenchMarkSum = (m_cbCtx->FrameTimeSum / (count + 1) + m_BenchMarkSum) * 0.5;
     m_cbCtx->FrameTimeSum = 0.0;
 }
@@ -152,10 +160,12 @@ void VX_GLMainView::drawFrame(const Frame& frame) {
         frame.context->makeCurrentContext();
     if (pipeline)
         pipeline->renderPipeline(&area);
+    saveIfAsked(frame);
     forEachChild([](VX_GLChildView* child) { child->callBackRender(); });
     // Not made current again first: with children, the last child's context is current from here to the end.
     present(frame);
     if (pipeline)
         pipeline->afterGLFlushBuffer(frame.time);
+    m_Internals->meter.noteFrame(vx::Clock::current().now());
     m_BenchMarkSum = (m_BenchMarkSum + (NSDate::timeIntervalSinceReferenceDate() - start)) * 0.5;
 }

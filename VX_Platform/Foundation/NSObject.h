@@ -5,6 +5,7 @@
 
 #include <atomic>
 #include <cstddef>
+#include <utility>
 
 class NSString;
 
@@ -74,6 +75,15 @@ private:
     mutable std::atomic<int> m_RetainCount{1};
 };
 
+template <class T>
+class NSRef;
+
+/// Sets a new object up by the `init...` operation that takes these arguments (`init`, `initWithFrame` or
+/// `initWithContentRect`) and keeps its own type: `NSInit(new MyWindow, frame, styleMask)`. Takes the object
+/// over. Returns a handle that owns it, empty when the operation failed.
+template <class T, class... Arguments>
+NSRef<T> NSInit(T* object, Arguments&&... arguments);
+
 /// Owning handle on a counted object, empty when null. Copies retain, moves hand over, the end releases. Any
 /// thread; one handle belongs to one thread at a time.
 template <class T>
@@ -118,3 +128,15 @@ public:
 private:
     T* m_Object = nullptr;
 };
+
+template <class T, class... Arguments>
+NSRef<T> NSInit(T* object, Arguments&&... arguments) {
+    NSObject* made = nullptr;
+    if constexpr (requires { object->initWithContentRect(std::forward<Arguments>(arguments)...); })
+        made = object->initWithContentRect(std::forward<Arguments>(arguments)...);
+    else if constexpr (requires { object->initWithFrame(std::forward<Arguments>(arguments)...); })
+        made = object->initWithFrame(std::forward<Arguments>(arguments)...);
+    else
+        made = object->init(std::forward<Arguments>(arguments)...);
+    return NSRef<T>::adopt(made ? object : nullptr);
+}

@@ -144,6 +144,10 @@ void NSOpenGLContext::update() {
     m_Internals->setTarget(target);
 }
 
+CGSize NSOpenGLContext::drawableSize() const {
+    return m_Internals->surface ? m_Internals->drawableSize : CGSize();
+}
+
 void NSOpenGLContext::noteDisplay() {
     m_Internals->slot->noteDisplay();
 }

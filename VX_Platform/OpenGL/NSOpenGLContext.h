@@ -60,6 +60,9 @@ public:
     /// `makeCurrentContext` does when the context is current on another thread.
     void setView(NSOpenGLView* view);
     NSOpenGLView* view() const { return m_View; }
+    /// Size in pixels of what the context draws to now, (0, 0) without a surface. On the thread that has it
+    /// current.
+    CGSize drawableSize() const;
     /// Takes the surface away.
     void clearDrawable();
     /// Follows a change of the view's frame or window, at the next time that the context is made current. On

@@ -88,6 +88,7 @@ void NSOpenGLContext::Internals::refreshSurface(bool isCurrent) {
         std::lock_guard lock(ownerLock);
         wanted = target;
     }
+    drawableSize = wanted.frame.size;
     if (wanted.present && surface && wanted.window == surface->window()) {
         surface->follow(wanted.frame);
         return;

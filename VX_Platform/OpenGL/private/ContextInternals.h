@@ -19,6 +19,7 @@ struct NSOpenGLContext::Internals {
 
     // Everything about the surface belongs to the thread that has the context current.
     std::shared_ptr<vx::Surface> surface;
+    CGSize drawableSize;
     int appliedSwapInterval = -1;
     bool refusalLogged = false;
     // Set until the driver's messages have been connected with the log.

@@ -53,9 +53,11 @@ public:
         attributes.colormap = m_Colormap;
         attributes.border_pixel = 0;
         attributes.background_pixmap = 0;
+        // A resize keeps the last frame where it is until the next one comes.
+        attributes.bit_gravity = NorthWestGravity;
         m_Window = XCreateWindow(display, m_Parent, x(frame), y(frame), width(frame), height(frame), 0,
                                  visual->depth, InputOutput, visual->visual,
-                                 CWColormap | CWBorderPixel | CWBackPixmap, &attributes);
+                                 CWColormap | CWBorderPixel | CWBackPixmap | CWBitGravity, &attributes);
         XFree(visual);
         XMapWindow(display, m_Window);
         XSync(display, False);

@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: MIT
+// Frames kept as pictures, and frames drawn one by one.
+#include <VX_OpenGL64/host/VX_GLMainView.h>
+
+#include <VX_OpenGL64/host/VX_GLRenderpipeline.h>
+#include <VX_OpenGL64/host/private/MainViewInternals.h>
+#include <VX_OpenGL64/targets/VX_GLPictureFile.h>
+#include <VX_Platform/Foundation/NSLog.h>
+#include <VX_Platform/Foundation/private/Clock.h>
+#include <VX_Platform/OpenGL/NSOpenGLContext.h>
+
+#include <epoxy/gl.h>
+
+#include <chrono>
+#include <utility>
+
+namespace {
+
+constexpr auto kLongestWait = std::chrono::seconds(2);
+
+} // namespace
+
+bool VX_GLMainView::SaveFrame(const char* path) {
+    return m_Internals->frameThread.load() == std::this_thread::get_id() ? savePicture(path)
+                                                                         : m_Internals->waitForSave(path);
+}
+
+bool VX_GLMainView::Internals::waitForSave(const char* path) {
+    SaveRequest request{path};
+    std::unique_lock lock(saveLock);
+    const auto free = [this] { return save == nullptr; };
+    if (saveDone.wait_for(lock, kLongestWait, free)) {
+        save = &request;
+        saveDone.wait_for(lock, kLongestWait, [&] { return request.done; });
+        if (save == &request)
+            save = nullptr;
+        saveDone.notify_all();
+    }
+    if (!request.done)
+        NSLog("VX_GLMainView::SaveFrame: no frame came within %lld s to be saved to %s",
+              static_cast<long long>(kLongestWait.count()), path);
+    return request.saved;
+}
+
+void VX_GLMainView::saveIfAsked(const Frame& frame) {
+    if (frame.savePath)
+        *frame.saved = savePicture(frame.savePath);
+    std::lock_guard guard(m_Internals->saveLock);
+    Internals::SaveRequest* request = std::exchange(m_Internals->save, nullptr);
+    if (!request)
+        return;
+    request->saved = savePicture(request->path);
+    request->done = true;
+    m_Internals->saveDone.notify_all();
+}
+
+bool VX_GLMainView::savePicture(const char* path) {
+    GLint former = 0;
+    glGetIntegerv(GL_FRAMEBUFFER_BINDING_EXT, &former);
+    glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, 0);
+    const bool saved = VX_GLSavePicture(path, 0, 0, static_cast<int>(m_Width), static_cast<int>(m_Height));
+    glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, static_cast<GLuint>(former));
+    return saved;
+}
+
+void VX_GLMainView::SetStepped(bool stepped) {
+    m_Internals->stepped = stepped;
+}
+
+bool VX_GLMainView::StepFrame(double seconds, const char* path) {
+    const Hold hold(this);
+    const Frame prepared = takeFrame(nullptr);
+    if (m_DisplayLink || !prepared.context || !prepared.context->makeCurrentContext()) {
+        NSLog("VX_GLMainView::StepFrame: view %p %s", static_cast<void*>(this),
+              m_DisplayLink ? "draws by itself; call SetStepped(true) before it starts"
+                            : "has not been prepared");
+        return false;
+    }
+    CVTimeStamp time;
+    time.hostTime = static_cast<std::uint64_t>(seconds * vx::Clock::kSecond);
+    time.frameCount = m_Internals->steppedFrames++;
+    m_Internals->frameTime = seconds;
+    bool saved = !path;
+    const Frame frame{prepared.context, prepared.pipeline, &time, path, &saved};
+    return drawLocked(frame) && saved;
+}
+
+void VX_GLMainView::SetFollowsSize(bool follows) {
+    m_Internals->followsSize = follows;
+}
+
+std::uint64_t VX_GLMainView::GetDrawnFrames() const {
+    return m_Internals->meter.frames();
+}
+
+double VX_GLMainView::GetFrameRate() const {
+    return m_Internals->meter.rate();
+}
+
+double VX_GLMainView::GetFrameTime() const {
+    return m_Internals->frameTime;
+}

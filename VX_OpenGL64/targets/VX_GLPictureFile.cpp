@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+#include <VX_OpenGL64/targets/VX_GLPictureFile.h>
+
+#include <VX_OpenGL64/targets/VX_GLRenderTarget.h>
+#include <VX_Platform/CoreGraphics/private/PNGFile.h>
+#include <VX_Platform/Foundation/NSLog.h>
+
+#include <epoxy/gl.h>
+
+#include <cstddef>
+#include <vector>
+
+namespace {
+
+// Rows without gaps into our own memory, whatever the host has set.
+class PlainPacking {
+public:
+    PlainPacking() {
+        glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
+        for (const GLenum parameter : {GL_PACK_ROW_LENGTH, GL_PACK_SKIP_ROWS, GL_PACK_SKIP_PIXELS,
+                                       GL_PACK_SWAP_BYTES, GL_PACK_LSB_FIRST})
+            glPixelStorei(parameter, 0);
+        glPixelStorei(GL_PACK_ALIGNMENT, 1);
+        glGetIntegerv(GL_PIXEL_PACK_BUFFER_BINDING, &m_Buffer);
+        glBindBuffer(GL_PIXEL_PACK_BUFFER, 0);
+    }
+    ~PlainPacking() {
+        glBindBuffer(GL_PIXEL_PACK_BUFFER, static_cast<GLuint>(m_Buffer));
+        glPopClientAttrib();
+    }
+
+private:
+    GLint m_Buffer = 0;
+};
+
+bool save(const char* path, int x, int y, int width, int height, int channels) {
+    if (!path || width < 1 || height < 1) {
+        NSLog("A picture of %d x %d cannot be saved to %s", width, height, path ? path : "(null)");
+        return false;
+    }
+    std::vector<unsigned char> pixels(static_cast<std::size_t>(width) * height * channels);
+    {
+        const PlainPacking packing;
+        glReadPixels(x, y, width, height, channels == 4 ? GL_RGBA : GL_RGB, GL_UNSIGNED_BYTE, pixels.data());
+    }
+    return vx::writePNGFile(path, width, height, channels, pixels.data());
+}
+
+} // namespace
+
+bool VX_GLSavePicture(const char* path, int x, int y, int width, int height) {
+    return save(path, x, y, width, height, 3);
+}
+
+bool VX_GLSaveRenderTarget(const char* path, VX_GLRenderTarget* target, int index) {
+    if (!target || !target->m_FrameBuffer || index < 0 ||
+        index >= static_cast<int>(target->m_Textures.size()) || !target->m_Textures[index]) {
+        NSLog("Colour attachment %d cannot be saved to %s: there is none", index, path ? path : "(null)");
+        return false;
+    }
+    GLint former = 0, formerBuffer = 0;
+    glGetIntegerv(GL_FRAMEBUFFER_BINDING_EXT, &former);
+    glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, target->m_FrameBuffer);
+    glGetIntegerv(GL_READ_BUFFER, &formerBuffer);
+    glReadBuffer(GL_COLOR_ATTACHMENT0_EXT + static_cast<GLenum>(index));
+    const bool saved = save(path, 0, 0, target->m_Width, target->m_Height, 4);
+    glReadBuffer(static_cast<GLenum>(formerBuffer));
+    glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, static_cast<GLuint>(former));
+    return saved;
+}

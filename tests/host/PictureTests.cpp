@@ -1,0 +1,179 @@
+// SPDX-License-Identifier: MIT
+#include <VX_OpenGL64/host/VX_GLHost.h>
+#include <VX_OpenGL64/targets/VX_GLPictureFile.h>
+#include <VX_OpenGL64/targets/VX_GLRenderTarget.h>
+#include <tests/support/Pixels.h>
+#include <tests/support/ScriptedPipeline.h>
+
+#include <epoxy/gl.h>
+#include <gtest/gtest.h>
+#include <png.h>
+
+#include <cmath>
+#include <cstring>
+#include <filesystem>
+#include <thread>
+
+using vx::test::LogCollector;
+using vx::test::ScriptedPipeline;
+using vx::test::Stage;
+
+namespace {
+
+// A file's pixels as 0xRRGGBBAA, the top row first; empty when it cannot be read.
+struct Picture {
+    explicit Picture(const std::string& path) {
+        png_image image{};
+        image.version = PNG_IMAGE_VERSION;
+        if (!png_image_begin_read_from_file(&image, path.c_str()))
+            return;
+        image.format = PNG_FORMAT_ABGR;
+        width = static_cast<int>(image.width);
+        pixels.resize(std::size_t(image.width) * image.height);
+        png_image_finish_read(&image, nullptr, pixels.data(), 0, nullptr);
+    }
+    unsigned at(int x, int y) const { return pixels.at(std::size_t(y) * width + x); }
+    int width = 0;
+    std::vector<std::uint32_t> pixels;
+};
+
+class PictureTest : public testing::Test {
+protected:
+    PictureTest() {
+        NSApplication::useHeadlessPlatform();
+        std::filesystem::create_directories(folder);
+    }
+    ~PictureTest() override { std::filesystem::remove_all(folder); }
+
+    std::string path(const char* name) const { return (folder / name).string(); }
+    const std::filesystem::path folder =
+        std::filesystem::temp_directory_path() / ("vx_pictures_" + std::to_string(getpid()));
+};
+
+// Red in the left half, blue in a corner at the lower left.
+void drawMark() {
+    vx::test::clearTo(0, 1, 0);
+    vx::test::clearTo(1, 0, 0, 0, 0, 32, 48);
+    vx::test::clearTo(0, 0, 1, 0, 0, 4, 4);
+}
+
+void expectMark(const Picture& picture) {
+    ASSERT_EQ(picture.pixels.size(), 64u * 48u);
+    EXPECT_EQ(picture.at(0, 0), 0xFF0000FFu);
+    EXPECT_EQ(picture.at(63, 0), 0x00FF00FFu);
+    EXPECT_EQ(picture.at(0, 47), 0x0000FFFFu) << "the lower left is the last row's first pixel";
+}
+
+} // namespace
+
+TEST_F(PictureTest, AFrameIsSavedFromAHookFromAnotherThreadAndByStep) {
+    Stage stage(Stage::Draws::byItself);
+    std::atomic<int> inHook{-1};
+    stage.onRender([&] {
+        drawMark();
+        if (inHook < 0)
+            inHook = stage.view->SaveFrame(path("hook.png").c_str());
+    });
+    EXPECT_TRUE(stage.view->SaveFrame(path("thread.png").c_str()));
+    EXPECT_TRUE(vx::test::waitFor([&] { return inHook == 1; }));
+    expectMark(Picture(path("thread.png")));
+    expectMark(Picture(path("hook.png")));
+
+    LogCollector log;
+    EXPECT_FALSE(stage.view->StepFrame(0.0));
+    EXPECT_EQ(log.count("draws by itself"), 1);
+    EXPECT_FALSE(stage.view->SaveFrame(path("no/such/folder.png").c_str()));
+    EXPECT_EQ(log.count("folder.png cannot be written"), 1);
+    stage.view->stopRenderThread();
+    EXPECT_TRUE(stage.view->StepFrame(0.0, path("step.png").c_str()));
+    expectMark(Picture(path("step.png")));
+    EXPECT_FALSE(stage.view->StepFrame(0.0, path("no/such/folder.png").c_str()));
+    EXPECT_FALSE(stage.view->SaveFrame(path("never.png").c_str()));
+    EXPECT_EQ(log.count("no frame came"), 1);
+}
+
+TEST_F(PictureTest, ATargetIsSavedWithItsAlphaWhateverTheHostHasBound) {
+    Stage stage;
+    stage.view->makeCurrentContext();
+    VX_GLRenderTarget target;
+    target.SetResolution(3, 2); // rows that no alignment fits
+    target.CreateFrameBuffer();
+    for (int i = 0; i < 2; ++i)
+        target.AddTextureBuffer(GL_RGBA8, GL_UNSIGNED_BYTE, -1, -1);
+    target.Bind(1);
+    glClearColor(1, 0, 0.2f, 0.4f);
+    glClear(GL_COLOR_BUFFER_BIT);
+    target.Unbind();
+    GLuint buffer = 0;
+    glGenBuffers(1, &buffer);
+    glBindBuffer(GL_PIXEL_PACK_BUFFER, buffer);
+    glPixelStorei(GL_PACK_ROW_LENGTH, 100);
+    EXPECT_TRUE(VX_GLSaveRenderTarget(path("target.png").c_str(), &target, 1));
+    GLint rowLength = 0, bound = 0, framebuffer = -1;
+    glGetIntegerv(GL_PACK_ROW_LENGTH, &rowLength);
+    glGetIntegerv(GL_PIXEL_PACK_BUFFER_BINDING, &bound);
+    glGetIntegerv(GL_FRAMEBUFFER_BINDING_EXT, &framebuffer);
+    EXPECT_EQ(rowLength, 100);
+    EXPECT_EQ(GLuint(bound), buffer);
+    EXPECT_EQ(framebuffer, 0);
+    EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));
+    const Picture picture(path("target.png"));
+    ASSERT_EQ(picture.pixels.size(), 6u);
+    EXPECT_EQ(picture.at(2, 1), 0xFF003366u);
+    for (const int index : {-1, 2})
+        EXPECT_FALSE(VX_GLSaveRenderTarget(path("none.png").c_str(), &target, index));
+    EXPECT_FALSE(VX_GLSaveRenderTarget(path("none.png").c_str(), nullptr, 0));
+    EXPECT_FALSE(VX_GLSavePicture(path("none.png").c_str(), 0, 0, 0, 5));
+    glDeleteBuffers(1, &buffer);
+}
+
+TEST_F(PictureTest, AHostRecordsFramesOfAnExactTime) {
+    auto pipeline = NSInit(new ScriptedPipeline);
+    std::vector<double> times;
+    VX_GLHostOptions options;
+    options.headless = options.stepped = true;
+    options.width = 64;
+    options.height = 48;
+    auto host = VX_GLHost::open(pipeline.get(), options);
+    ASSERT_NE(host, nullptr);
+    pipeline->onRender = [&] {
+        times.push_back(host->view()->GetFrameTime());
+        drawMark();
+    };
+    EXPECT_TRUE(host->record(folder.c_str(), 98, 102, 25.0));
+    EXPECT_EQ(times, (std::vector<double>{98 / 25.0, 99 / 25.0, 4.0, 101 / 25.0, 102 / 25.0}));
+    EXPECT_EQ(host->view()->GetDrawnFrames(), 5u);
+    expectMark(Picture(path("frame_00098.png")));
+    expectMark(Picture(path("frame_00102.png")));
+    pipeline->takeCalls();
+    host.reset();
+    EXPECT_EQ(pipeline->takeCalls(), "notify stop detach detach");
+    EXPECT_EQ(VX_GLHost::open(nullptr, options), nullptr);
+}
+
+TEST_F(PictureTest, AHostsPictureFollowsItsWindowWithoutAStop) {
+    auto pipeline = NSInit(new ScriptedPipeline);
+    VX_GLHostOptions options;
+    options.platform = "headless";
+    auto host = VX_GLHost::open(pipeline.get(), options);
+    ASSERT_NE(host, nullptr);
+    std::atomic<int> viewport{0}, frames{0};
+    NSApplication::sharedApplication()->runStep(0.0);
+    host->view()->RenderThreadLock();
+    pipeline->onRender = [&] {
+        viewport = static_cast<int>(pipeline->lastBounds.size.width);
+        ++frames;
+    };
+    pipeline->takeCalls();
+    host->view()->RenderThreadUnLock();
+    host->window()->setFrame(CGRectMake(0, 0, 320, 200));
+    EXPECT_TRUE(vx::test::waitFor([&] { return viewport == 320; }));
+    EXPECT_EQ(pipeline->takeCalls().find("stop"), std::string::npos);
+    EXPECT_EQ(host->view()->width(), 320.0f);
+    EXPECT_TRUE(vx::test::waitFor([&] { return frames > 50; }));
+    EXPECT_NEAR(host->view()->GetFrameRate(), 60.0, 25.0);
+    const std::uint64_t drawn = host->view()->GetDrawnFrames();
+    EXPECT_LE(std::uint64_t(frames), drawn + 1);
+    host->window()->close();
+    EXPECT_EQ(host->run(), 0);
+}
