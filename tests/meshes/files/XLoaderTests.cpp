@@ -54,7 +54,7 @@ std::string textOf(const VX_GLMeshData& mesh) {
 
 const Case kCases[] = {
     {"triangle with texture coordinates",
-     "Mesh m {" + kTriangle + kNormalZ + "MeshTextureCoords{3;0.25;.5;,1;0;,-1;2.5;;}}",
+     "Mesh m {" + kTriangle + "MeshTextureCoords{3;0.25;.5;,1;0;,-1;2.5;;}" + kNormalZ + "}",
      "0 0 0 0 0 1 0.25 0.5, 1 0 0 0 0 1 1 0, 0 2 0 0 0 1 -1 2.5, : 0 1 2"},
     {"fewer texture coordinates than positions",
      "Mesh {" + kTriangle + kNormalZ + "MeshTextureCoords{2;1;1;,1;0;;}}"},
@@ -187,6 +187,8 @@ TEST(VX_GLMeshXLoader, IsReusableAndKeepsTheFileOpenAfterAWrongHeader) {
     EXPECT_EQ(loader.m_Meshes[0]->m_Vertex->m_Data, block);
     EXPECT_EQ(loader.m_Meshes[0]->m_Vertex->m_Count, 4) << "the block of the larger mesh stays";
     EXPECT_EQ(loader.m_Meshes[0]->m_IndexCount, 3);
+    EXPECT_TRUE(loader.Load(TemporaryFile(kHeader).path()));
+    EXPECT_EQ(loader.m_FaceCount, 0);
     loader.freeAllMesh();
     EXPECT_FALSE(loader.Load(TemporaryFile(kHeader + kLoadable).path())) << "no mesh is left to fill";
 }
