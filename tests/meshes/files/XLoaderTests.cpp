@@ -175,6 +175,10 @@ TEST(VX_GLMeshXLoader, IsReusableAndKeepsTheFileOpenAfterAWrongHeader) {
     EXPECT_FALSE(loader.Load("/tmp"));
     EXPECT_FALSE(loader.Load(nullptr));
 
+    for (int round = 0; round < 2; ++round) { // with texture coordinates
+        ASSERT_TRUE(loader.Load(TemporaryFile(kHeader + kCases[0].text).path()));
+        EXPECT_EQ(textOf(*loader.m_Meshes[0]), kCases[0].mesh);
+    }
     const std::string large = "Mesh{" + kQuad + "MeshNormals{1;0;1;0;;1;4;0,0,0,0;;}}";
     ASSERT_TRUE(loader.Load(TemporaryFile(kHeader + large).path()));
     EXPECT_EQ(loader.m_Lexer, nullptr);
