@@ -62,10 +62,12 @@ TEST(VX_GLVertex, EachFormatHasItsStrideAndItsAttributesAtTheirOffsets) {
 
 TEST(VX_GLVertex, KeepsALargeEnoughBlockOfTheSameFormat) {
     VX_GLVertex vertices;
-    void* block = vertices.Allocate(7, 100);
-    for (const int count : {10, -1, 100})
+    void* block = vertices.Allocate(7, 3);
+    std::memset(block, 0x2a, 96);
+    for (const int count : {2, -1, 3})
         EXPECT_EQ(vertices.Allocate(7, count), block);
-    EXPECT_EQ(vertices.m_Count, 100);
+    EXPECT_EQ(std::string(static_cast<char*>(block), 96), std::string(96, 0x2a)) << "it is the very block";
+    EXPECT_EQ(vertices.m_Count, 3);
     EXPECT_NE(vertices.Allocate(3, 10), nullptr);
     EXPECT_EQ(vertices.m_Stride, 24);
     EXPECT_NE(vertices.Allocate(3, 11), nullptr);

@@ -39,13 +39,12 @@ Vec3 corner(int triangle, int place) {
 /// Position, and of normal, texture coordinate and colour those of the format.
 std::vector<float> valuesOf(const At& at, int format) {
     std::vector<float> values{at.position().x, at.position().y, at.position().z};
-    const auto add = [&](bool has, const float* first, int count) {
-        if (has)
-            values.insert(values.end(), first, first + count);
-    };
-    add(format & 2, &at.normal().x, 3);
-    add(format & 4, &at.uv().x, 2);
-    add(format & 8, &at.diffuse().x, 4);
+    if (format & 2)
+        values.insert(values.end(), &at.normal().x, &at.normal().x + 3);
+    if (format & 4)
+        values.insert(values.end(), &at.uv().x, &at.uv().x + 2);
+    if (format & 8)
+        values.insert(values.end(), &at.diffuse().x, &at.diffuse().x + 4);
     return values;
 }
 
