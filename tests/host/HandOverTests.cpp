@@ -63,6 +63,44 @@ TEST_F(HandOverTest, GivesTheContextBackWithTheLastUnlock) {
     EXPECT_EQ(NSOpenGLContext::currentContext(), nullptr);
 }
 
+TEST_F(HandOverTest, HoldsTheContextsLockForTheWholeOfARefresh) {
+    Stage stage;
+    NSOpenGLContext::clearCurrentContext();
+    std::atomic<bool> taken{false};
+    bool takenInside = false;
+    std::thread other;
+    stage.pipeline->onRender = [&] {
+        other = std::thread([&] {
+            CGLLockContext(stage.view->existingOpenGLContext());
+            taken = true;
+            CGLUnlockContext(stage.view->existingOpenGLContext());
+        });
+        std::this_thread::sleep_for(std::chrono::milliseconds(30));
+        takenInside = taken;
+    };
+    beat(stage);
+    other.join();
+    EXPECT_FALSE(takenInside);
+    EXPECT_TRUE(taken);
+}
+
+TEST_F(HandOverTest, WhoGetsTheLockFindsTheContextFree) {
+    Stage stage;
+    NSOpenGLContext::clearCurrentContext();
+    std::atomic<int> refused{0};
+    const auto work = [&] {
+        for (int i = 0; i < 2000; ++i) {
+            stage.view->RenderThreadLock();
+            refused += !stage.view->existingOpenGLContext()->tryMakeCurrentContext();
+            stage.view->RenderThreadUnLock();
+        }
+    };
+    std::thread first(work), second(work);
+    first.join();
+    second.join();
+    EXPECT_EQ(refused, 0);
+}
+
 TEST_F(HandOverTest, LetsTheHostWorkOnGLObjectsBetweenFrames) {
     Stage stage(Stage::Draws::byItself);
     std::atomic<unsigned> shared{0};

@@ -3,8 +3,10 @@
 #include <VX_Platform/Foundation/NSNotification.h>
 #include <VX_Platform/Foundation/NSNotificationCenter.h>
 #include <VX_Platform/Foundation/NSTimer.h>
+#include <tests/support/Pixels.h>
 #include <tests/support/ScriptedPipeline.h>
 
+#include <epoxy/gl.h>
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -69,6 +71,9 @@ TEST_F(LifecycleTest, StartsFromTheDisplayPassAndPostsItsNotificationAfterwards)
     stage.step();
     NSNotificationCenter::defaultCenter()->removeObserver(this);
     EXPECT_EQ(atNotification, "attach start");
+    int interval = 0;
+    stage.view->openGLContext()->getValues(&interval, NSOpenGLCPSwapInterval);
+    EXPECT_EQ(interval, 1) << "swaps wait for the retrace";
     EXPECT_EQ(subject, stage.view.get());
     EXPECT_EQ(stage.view->width(), 64.0f);
     stage.view->setFrame(CGRectMake(0, 0, 100, 100));
@@ -92,6 +97,22 @@ TEST_F(LifecycleTest, StopsAndStartsFromAnyState) {
     EXPECT_EQ(stage.pipeline->takeCalls(), "notify stop detach") << "stopping twice is harmless";
     stage.view->startRender();
     EXPECT_TRUE(waitFor([&] { return stage.pipeline->takeCalls().find("render") != std::string::npos; }));
+}
+
+TEST_F(LifecycleTest, ClearsTheScreenAheadOfTheFirstHook) {
+    Stage stage;
+    stage.pipeline->onRender = [] { vx::test::clearTo(1, 1, 1); };
+    stage.frame();
+    unsigned atStart = 0;
+    GLint viewport[4] = {};
+    stage.pipeline->onStart = [&] {
+        atStart = vx::test::pixelAt(5, 5);
+        glGetIntegerv(GL_VIEWPORT, viewport);
+    };
+    glViewport(1, 2, 3, 4);
+    stage.view->startRender();
+    EXPECT_EQ(atStart >> 8, 0u);
+    EXPECT_EQ(std::vector<int>(viewport, viewport + 4), (std::vector<int>{0, 0, 64, 48}));
 }
 
 TEST_F(LifecycleTest, CountsFramesAnewWithEachDisplayLink) {

@@ -64,9 +64,14 @@ TEST(Window, HandsKeysAndMouseThroughTheViewToTheHost) {
     class Keys : public VX_GLMainView {
     public:
         using VX_GLMainView::initWithFrame;
-        void keyDown(NSEvent* event) override { key = event->key(); }
+        void keyDown(NSEvent* event) override {
+            key = event->key();
+            modifiers = event->modifierFlags();
+        }
         void mouseDown(NSEvent* event) override { place = event->locationInWindow(); }
-        unsigned key = 0;
+        void otherMouseDown(NSEvent* event) override { button = event->buttonNumber(); }
+        unsigned key = 0, modifiers = 0;
+        int button = 0;
         CGPoint place;
     };
     Stage stage(Stage::Draws::byItself, {200, 150});
@@ -84,6 +89,11 @@ TEST(Window, HandsKeysAndMouseThroughTheViewToTheHost) {
     EXPECT_NEAR(view->place.y, 40.0, 1.0);
     input.press(XK_Escape);
     EXPECT_TRUE(runUntil([&] { return view->key == NSEscapeKey; }));
+    input.press(XK_F5, XK_Shift_L);
+    EXPECT_TRUE(runUntil([&] { return view->key == NSF1FunctionKey + 4u; }));
+    EXPECT_EQ(view->modifiers, unsigned(NSShiftKeyMask));
+    input.click(shown.x + 60, shown.y + 40, 2);
+    EXPECT_TRUE(runUntil([&] { return view->button == 2; }));
     input.close(shown);
     EXPECT_TRUE(runUntil([&] { return stage.window->isClosed(); }));
 }

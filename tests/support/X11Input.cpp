@@ -84,27 +84,35 @@ void X11Input::fake(int type, int detail, int x, int y) {
     xcb_flush(m_Connection);
 }
 
-void X11Input::press(std::uint32_t keysym) {
+int X11Input::keycode(std::uint32_t keysym) {
     const xcb_setup_t* setup = xcb_get_setup(m_Connection);
     const int count = setup->max_keycode - setup->min_keycode + 1;
     const Reply<xcb_get_keyboard_mapping_reply_t> map(xcb_get_keyboard_mapping_reply(
         m_Connection, xcb_get_keyboard_mapping(m_Connection, setup->min_keycode, std::uint8_t(count)),
         nullptr));
-    for (int key = 0; key < count; ++key) {
-        if (xcb_get_keyboard_mapping_keysyms(map.get())[key * map->keysyms_per_keycode] != keysym)
-            continue;
-        fake(XCB_KEY_PRESS, setup->min_keycode + key, 0, 0);
-        fake(XCB_KEY_RELEASE, setup->min_keycode + key, 0, 0);
-        return;
-    }
+    for (int key = 0; key < count; ++key)
+        if (xcb_get_keyboard_mapping_keysyms(map.get())[key * map->keysyms_per_keycode] == keysym)
+            return setup->min_keycode + key;
+    return 0;
+}
+
+void X11Input::press(std::uint32_t keysym, std::uint32_t held) {
+    if (held)
+        fake(XCB_KEY_PRESS, keycode(held), 0, 0);
+    fake(XCB_KEY_PRESS, keycode(keysym), 0, 0);
+    fake(XCB_KEY_RELEASE, keycode(keysym), 0, 0);
+    if (held)
+        fake(XCB_KEY_RELEASE, keycode(held), 0, 0);
 }
 
 void X11Input::move(int x, int y) {
     fake(XCB_MOTION_NOTIFY, 0, x, y);
 }
 
-void X11Input::click(int x, int y) {
-    drag(x, y, x, y);
+void X11Input::click(int x, int y, int button) {
+    move(x, y);
+    fake(XCB_BUTTON_PRESS, button, 0, 0);
+    fake(XCB_BUTTON_RELEASE, button, 0, 0);
 }
 
 void X11Input::drag(int fromX, int fromY, int toX, int toY) {

@@ -31,10 +31,10 @@ public:
     /// Waits up to ten seconds for the window to go away.
     bool waitForEnd(const Window& window);
 
-    /// Presses and releases the first key that has the keysym.
-    void press(std::uint32_t keysym);
-    /// Clicks the left button at the point on the screen.
-    void click(int x, int y);
+    /// Presses and releases the first key that has the keysym, with another one held down if that is not 0.
+    void press(std::uint32_t keysym, std::uint32_t held = 0);
+    /// Clicks a button of X at the point on the screen: 1 left, 2 middle, 3 right.
+    void click(int x, int y, int button = 1);
     /// Presses the left button at one point on the screen and releases it at the other.
     void drag(int fromX, int fromY, int toX, int toY);
     /// Moves the pointer there.
@@ -48,6 +48,7 @@ public:
 private:
     std::uint32_t atom(const char* name);
     std::string titleOf(std::uint32_t window);
+    int keycode(std::uint32_t keysym);
     void fake(int type, int detail, int x, int y);
 
     xcb_connection_t* m_Connection;

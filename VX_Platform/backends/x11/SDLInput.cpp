@@ -11,8 +11,7 @@ namespace vx {
 
 namespace {
 
-unsigned modifiers() {
-    const SDL_Keymod held = SDL_GetModState();
+unsigned modifiersOf(int held) {
     return (held & KMOD_SHIFT ? kShift : 0u) | (held & KMOD_CTRL ? kControl : 0u) |
            (held & KMOD_ALT ? kAlternate : 0u) | (held & KMOD_GUI ? kCommand : 0u);
 }
@@ -39,6 +38,8 @@ InputEvent fromKey(const SDL_KeyboardEvent& key) {
     event.kind = key.type == SDL_KEYDOWN ? InputEvent::Kind::keyDown : InputEvent::Kind::keyUp;
     event.key = keyOf(key.keysym.sym);
     event.isRepeat = key.repeat != 0;
+    // As they were at the key; by now they may have been let go.
+    event.modifiers = modifiersOf(key.keysym.mod);
     return event;
 }
 
@@ -97,7 +98,8 @@ void send(PlatformEvents& events, Uint32 windowID, InputEvent event) {
     SDLWindow* window = SDLWindow::withID(windowID);
     if (!window)
         return;
-    event.modifiers = modifiers();
+    if (event.kind != InputEvent::Kind::keyDown && event.kind != InputEvent::Kind::keyUp)
+        event.modifiers = modifiersOf(SDL_GetModState());
     events.input(*window, event);
 }
 
