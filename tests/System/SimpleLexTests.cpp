@@ -112,17 +112,18 @@ TEST(VX_SystemSimpleLex, HandsReturnAndLineFeedOverAsOneLineEnd) {
     EXPECT_EQ(Lexing("\r\n").lexer.peek(), '\n');
     EXPECT_EQ(Lexing("\rx").lexer.peek(), '\r');
     EXPECT_EQ(Lexing("\xff").lexer.get(), 0xff);
-    Lexing untouched("ab\r\n\r\nc");
-    char bytes[6] = {};
-    EXPECT_EQ(untouched.lexer.read(5, bytes), 5);
-    EXPECT_EQ(std::string(bytes), "ab\r\n\r");
+    Lexing untouched("\r\nab\r\n\r\nc");
+    EXPECT_EQ(untouched.lexer.peek(), '\n');
+    char bytes[9] = {};
+    EXPECT_EQ(untouched.lexer.read(7, bytes), 7);
+    EXPECT_EQ(std::string(bytes), "\r\nab\r\n\r");
     EXPECT_EQ(untouched.rest(), "\nc") << "what read took is no part of a line end";
     EXPECT_EQ(Lexing("abc").lexer.read(9, bytes), 3);
-    Lexing mixed("\r\n\rx");
+    Lexing mixed("a\r\n\rx");
     {
         vx::LexCursor cursor(mixed.lexer);
-        EXPECT_EQ(cursor.get(), '\n');
-        EXPECT_EQ(cursor.get(), '\r');
+        for (const char wanted : {'a', '\n', '\r'})
+            EXPECT_EQ(cursor.get(), wanted);
     }
     EXPECT_EQ(mixed.rest(), "x");
 }
