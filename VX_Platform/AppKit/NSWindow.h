@@ -25,7 +25,8 @@ inline constexpr const char* NSWindowDidResizeNotification = "NSWindowDidResizeN
 inline constexpr const char* NSWindowWillCloseNotification = "NSWindowWillCloseNotification";
 
 /// A top-level window. Frames are those of its content, in pixels, from the top left of the desktop. Main
-/// thread only.
+/// thread only; no operation needs a GL context or makes a GL call, but that a view which moves between
+/// windows takes its surface along (`NSOpenGLContext::setView`).
 ///
 /// A host receives events in three ways: by a subclass of window or view that overrides the operations of
 /// `NSResponder`, by `setEventHandler`, and by the notifications above.
@@ -35,8 +36,9 @@ public:
 
     NSWindow();
 
-    /// A window that is not shown yet, with an empty content view. Starts the platform if need be. Returns
-    /// the object, or releases it and returns null, with one line in the log, when there is no platform.
+    /// A window that is not shown yet, with an empty content view: `rect` is its frame, `styleMask` bits of
+    /// `NSWindowStyleMask`. Starts the platform if need be. Returns the object, or releases it and returns
+    /// null, with one line in the log, when there is no platform.
     NSWindow* initWithContentRect(CGRect rect, unsigned styleMask);
     /// Takes over a window of another toolkit, so that views can be put into it. That toolkit keeps the
     /// window and its events; this object follows its size and its end, and ends without closing it. Returns
@@ -44,14 +46,20 @@ public:
     NSWindow* initWithNativeWindow(const vx::NativeWindow& window);
     /// The same for an X11 window id.
     NSWindow* initWithX11Window(unsigned long window);
+    /// Closes the window if it is open.
     void dealloc() override;
 
+    /// Sets the text of the title bar, UTF-8; copied. A null `NSString` is an empty title.
     void setTitle(NSString* title);
     void setTitle(const char* title);
-    /// Borrowed, autoreleased.
+    /// Returns the text, borrowed, autoreleased.
     NSString* title() const;
 
+    /// Returns where the content is now.
     CGRect frame() const;
+    /// Moves and sizes the content, to 1 x 1 pixels at least. A window manager may grant something else,
+    /// which the run loop then tells. The content view follows, and the hooks and notifications below are
+    /// called.
     void setFrame(CGRect frame);
     /// `NSWindowStyleMask` bits: a title bar and border, and whether the user can change the size. The others
     /// are the window manager's to grant.
@@ -63,14 +71,20 @@ public:
     /// Back to the frame and style of before; nothing where the window fills no display.
     void leaveDisplay();
 
-    /// The view that fills the content and is resized with it, retained; null for none.
+    /// Puts in the view that fills the content and is resized with it, retained; null for none. It leaves its
+    /// former parent or window, the former content view leaves this one, and the keyboard goes to the new
+    /// one.
     void setContentView(NSView* view);
+    /// Returns that view, borrowed, or null.
     NSView* contentView() const { return m_ContentView; }
 
-    /// Shows the window, in front and with the keyboard.
+    /// Shows the window, in front and with the keyboard. Nothing after `close`.
     void makeKeyAndOrderFront();
+    /// Takes the window from the screen; its views stay prepared and go on drawing.
     void orderOut();
+    /// Whether the window has been shown and not taken from the screen again.
     bool isVisible() const { return m_Visible; }
+    /// Whether the window has the keyboard, as the window system last told.
     bool isKeyWindow() const { return m_Key; }
 
     /// As the close button does: asks `windowShouldClose`, then closes.
@@ -78,21 +92,24 @@ public:
     /// Posts `NSWindowWillCloseNotification`, takes the window from the screen and its content view out of
     /// it. The run loop ends when the last shown window has closed. Harmless when repeated.
     void close();
+    /// Whether `close` has been called; there is no way back.
     bool isClosed() const { return m_Closed; }
 
     /// Hook: false keeps the window open.
     virtual bool windowShouldClose() { return true; }
-    /// Hook: the content has another size or place.
+    /// Hook: the content has another size; the content view has it already.
     virtual void windowDidResize() {}
+    /// Hook: the content has another place.
     virtual void windowDidMove() {}
 
     /// Sees each event before the views; returns true to keep it from them.
     using EventHandler = std::function<bool(NSEvent*)>;
+    /// Puts a handler in place, owned; an empty one for none.
     void setEventHandler(EventHandler handler) { m_EventHandler = std::move(handler); }
     /// Hands an event to the handler, then to the view it belongs to: keys to the first responder, else the
     /// content view; mouse events to the view under the pointer, drags to the view they began in.
     void sendEvent(NSEvent* event);
-    /// The view that gets the keys, borrowed; null for the content view.
+    /// Sets the view that gets the keys, borrowed; null for the content view. It must leave before it ends.
     void makeFirstResponder(NSResponder* responder) { m_FirstResponder = responder; }
 
     /// The window as the window system knows it; false where there is no window system.

@@ -15,6 +15,7 @@ namespace vx {
 struct GLCapabilities;
 } // namespace vx
 
+/// `NSOpenGLCPSwapInterval`: retraces that a swap waits for; 1 ties it to the display, 0 lets it go at once.
 enum NSOpenGLContextParameter { NSOpenGLCPSwapInterval = 222 };
 
 /// A GL context of the compatibility profile, and the surface of the view it draws to.
