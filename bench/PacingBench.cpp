@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
@@ -100,31 +101,43 @@ Reading measureHeadless() {
     return {.ours = deviation(ours), .limit = deviation(slept), .peers = {{"timerfd", deviation(timed)}}};
 }
 
-// The bare events that the link waits for on X11.
-Instants readPresentEvents(double end) {
+// The bare loop on the events that the link waits for on X11.
+struct BareLoop {
     Instants instants;
+    double lost = 0;
+};
+
+BareLoop readPresentEvents(double end) {
+    BareLoop read;
     xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
     const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
     const std::uint32_t id = xcb_generate_id(connection);
     xcb_special_event_t* events = xcb_register_for_special_xge(connection, &xcb_present_id, id, nullptr);
     xcb_present_select_input(connection, id, root, XCB_PRESENT_EVENT_MASK_COMPLETE_NOTIFY);
+    std::uint64_t last = 0;
     while (now() < end) {
         xcb_present_notify_msc(connection, root, 0, 0, 1, 0);
         xcb_flush(connection);
         xcb_generic_event_t* event = xcb_wait_for_special_event(connection, events);
         if (!event)
             break;
-        instants.push_back(now());
+        const std::uint64_t count = reinterpret_cast<xcb_present_complete_notify_event_t*>(event)->msc;
+        read.instants.push_back(now());
+        if (last)
+            read.lost += double(count - last) - 1;
+        last = count;
         std::free(event);
     }
     xcb_disconnect(connection);
-    return instants;
+    return read;
 }
 
 struct OnX11 {
     double deviation = None;
     double limit = None;
     double lost = None;
+    double bareLost = None;
+    double refreshesToComeBack = None;
     std::string failure;
 };
 
@@ -136,8 +149,8 @@ const OnX11& measureOnX11() {
         const std::string command =
             VX_WITH_XVFB " '" + self + "' --pacing-on-x11 " + std::to_string(pacingSeconds) + " 2>/dev/null";
         std::FILE* output = popen(command.c_str(), "r");
-        if (!output ||
-            std::fscanf(output, "%lf %lf %lf", &measured.deviation, &measured.limit, &measured.lost) != 3)
+        if (!output || std::fscanf(output, "%lf %lf %lf %lf %lf", &measured.deviation, &measured.limit,
+                                   &measured.lost, &measured.bareLost, &measured.refreshesToComeBack) != 5)
             measured.failure = "no X server";
         if (output)
             pclose(output);
@@ -152,34 +165,66 @@ Reading readDeviationOnX11() {
 }
 
 Reading readLostOnX11() {
-    return {.ours = measureOnX11().lost, .failure = measureOnX11().failure};
+    const OnX11& measured = measureOnX11();
+    return {.ours = measured.lost, .limit = measured.bareLost, .failure = measured.failure};
+}
+
+Reading readReturnOnX11() {
+    const OnX11& measured = measureOnX11();
+    return {.ours = measured.refreshesToComeBack, .limit = 1, .failure = measured.failure};
 }
 
 const bool registered = addReading({.name = "display link headless, p99 deviation",
                                     .unit = "ms",
                                     .read = measureHeadless,
-                                    .must = 0.30,
-                                    .aim = 0.15}) &&
+                                    .must = 0.15,
+                                    .aim = 0.10}) &&
                         addReading({.name = "display link on X11, p99 deviation",
                                     .unit = "ms",
                                     .read = readDeviationOnX11,
-                                    .must = 0.75,
-                                    .aim = 0.70}) &&
+                                    .must = 1.05,
+                                    .aim = 1.00,
+                                    .against = Against::ratio}) &&
                         addReading({.name = "display link on X11, lost refreshes",
                                     .unit = "",
                                     .read = readLostOnX11,
-                                    .must = 0,
-                                    .aim = 0});
+                                    .must = 1,
+                                    .aim = 0,
+                                    .against = Against::excess}) &&
+                        addReading({.name = "refreshes back from a stalled X server",
+                                    .unit = "",
+                                    .read = readReturnOnX11,
+                                    .must = 3,
+                                    .aim = 1});
 
 } // namespace
 
 double pacingSeconds = 20;
 
-int printPacingOnX11(double seconds) {
-    auto pipeline = NSRef<VX_GLRenderpipeline>::adopt((new VX_GLRenderpipeline)->init());
-    RunningView running(256, 256, pipeline.get());
-    if (!running.ok())
-        return 1;
+namespace {
+
+// Refreshes from the end of a stall of 250 ms to the first one by the server's events, the most of five.
+double refreshesToComeBack(CVDisplayLinkRef link) {
+    const char* server = std::getenv("XVFB_PID");
+    if (!server)
+        return None;
+    const std::string byEvents = CVDisplayLinkGetThrottleName(link);
+    double most = 0;
+    for (int stall = 0; stall < 5; ++stall) {
+        kill(std::atoi(server), SIGSTOP);
+        std::this_thread::sleep_for(std::chrono::milliseconds(250));
+        const double start = now();
+        kill(std::atoi(server), SIGCONT);
+        while (CVDisplayLinkGetThrottleName(link) != byEvents && now() < start + 5)
+            std::this_thread::sleep_for(std::chrono::microseconds(200));
+        most = std::max(most, (now() - start) / Period);
+        std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    }
+    return std::ceil(most);
+}
+
+// Refreshes that a drawing view loses, beside a bare loop at the same time.
+std::pair<double, double> lostWhileDrawing(RunningView& running, double seconds) {
     const auto lost = [&] {
         running.view()->RenderThreadLock();
         const auto count = running.view()->GetLostRefreshes() +
@@ -189,23 +234,33 @@ int printPacingOnX11(double seconds) {
     };
     std::this_thread::sleep_for(std::chrono::duration<double>(1));
     const double before = lost();
-    std::this_thread::sleep_for(std::chrono::duration<double>(seconds));
-    const double lostRefreshes = lost() - before;
+    const BareLoop bare = readPresentEvents(now() + seconds);
+    return {lost() - before, bare.lost};
+}
+
+} // namespace
+
+int printPacingOnX11(double seconds) {
+    auto pipeline = NSRef<VX_GLRenderpipeline>::adopt((new VX_GLRenderpipeline)->init());
+    RunningView running(256, 256, pipeline.get());
+    if (!running.ok())
+        return 1;
+    const auto [lost, bareLost] = lostWhileDrawing(running, seconds);
     running.view()->stopRenderThread();
 
     // The link without frames to draw: what their drawing costs the server is not its doing.
     Instants ours;
-    Instants limit;
     CVDisplayLinkRef link = nullptr;
     CVDisplayLinkCreateWithActiveCGDisplays(&link);
     CVDisplayLinkSetCurrentCGDisplayFromOpenGLContext(link, running.view()->openGLContext()->CGLContextObj(),
                                                       nullptr);
     CVDisplayLinkSetOutputCallback(link, noteRefresh, &ours);
     CVDisplayLinkStart(link);
-    std::thread bare([&] { limit = readPresentEvents(now() + seconds); });
-    bare.join();
+    const BareLoop bare = readPresentEvents(now() + seconds);
+    const double own = deviation(ours);
+    const double back = refreshesToComeBack(link);
     CVDisplayLinkRelease(link);
-    std::printf("%f %f %f\n", deviation(ours), deviation(limit), lostRefreshes);
+    std::printf("%f %f %f %f %f\n", own, deviation(bare.instants), lost, bareLost, back);
     return 0;
 }
 

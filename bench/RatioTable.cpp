@@ -121,9 +121,17 @@ void runReading(const ReadingRow& row) {
     std::string peers;
     for (const auto& [name, value] : reading.peers)
         peers += name + " " + number(value, unit.c_str()) + "  ";
+    double held = reading.ours;
+    const char* heldUnit = unit.c_str();
+    if (row.against == Against::ratio) {
+        held = reading.ours / reading.limit;
+        heldUnit = "";
+        peers += number(held, " of the limit");
+    } else if (row.against == Against::excess) {
+        held = reading.ours - reading.limit;
+    }
     printLine(row.name.c_str(), number(reading.ours, unit.c_str()), number(reading.limit, unit.c_str()), "-",
-              number(row.must, unit.c_str()), number(row.aim, unit.c_str()), verdict(reading.ours, row.must),
-              peers);
+              number(row.must, heldUnit), number(row.aim, heldUnit), verdict(held, row.must), peers);
 }
 
 } // namespace

@@ -39,12 +39,17 @@ struct Reading {
     std::string failure = {}; ///< why there is no value
 };
 
+/// What of a reading is held against `must` and `aim`: its own value, that over the limit's, or the
+/// difference.
+enum class Against { itself, ratio, excess };
+
 struct ReadingRow {
     std::string name;
     std::string unit;
     std::function<Reading()> read;
-    double must = None; ///< in `unit`, largest that will do
+    double must = None; ///< largest that will do; in `unit`, but for a ratio
     double aim = None;
+    Against against = Against::itself;
 };
 
 /// Both return true, so that a file-scope constant can call them.

@@ -9,6 +9,10 @@
 #include <epoxy/gl.h>
 #include <gtest/gtest.h>
 
+#include <csignal>
+#include <cstdlib>
+#include <thread>
+
 // Behind the others: its macros take common words.
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
@@ -58,6 +62,27 @@ TEST(Window, ShowsFramesAtTheDisplaysRateAndFollowsItsSize) {
     const int before = frames;
     ASSERT_TRUE(runUntil([&] { return frames > before + 5; }));
     EXPECT_EQ(shownPixel(stage.window->nativeWindow().handle, 310, 230), 0x00FF00u);
+}
+
+TEST(Window, ComesBackToTheDisplaysPaceFromEachStallOfTheServer) {
+    Stage stage(Stage::Draws::byItself, {64, 48});
+    std::atomic<int> frames{0};
+    fill(stage, frames, 0, 1, 0);
+    ASSERT_TRUE(runUntil([&] { return frames > 5; }));
+    const int server = std::atoi(std::getenv("XVFB_PID"));
+    const auto throttle = [&] {
+        return std::string(CVDisplayLinkGetThrottleName(stage.view->displayLink()));
+    };
+    LogCollector log;
+    for (int stall = 1; stall <= 3; ++stall) {
+        kill(server, SIGSTOP);
+        std::this_thread::sleep_for(std::chrono::milliseconds(250));
+        kill(server, SIGCONT);
+        const int before = frames;
+        EXPECT_TRUE(vx::test::waitFor([&] { return log.count("are back") == stall; }));
+        EXPECT_TRUE(vx::test::waitFor([&] { return frames > before + 10; }));
+        EXPECT_EQ(throttle(), "Present events");
+    }
 }
 
 TEST(Window, HandsKeysAndMouseThroughTheViewToTheHost) {
