@@ -211,7 +211,9 @@ TEST(VX_Program, AttachesLinksAndStartsAfresh) {
     const unsigned last = program->m_Program;
     program->activeProgram();
     EXPECT_EQ(stateOf(GL_CURRENT_PROGRAM), ints(last));
-    VX_Program().deactiveProgram();
+    VX_Program other;
+    other.attachShader(&vertex, &fragment, false);
+    other.deactiveProgram();
     EXPECT_EQ(stateOf(GL_CURRENT_PROGRAM), ints(0)) << "whichever is current";
     delete program;
     EXPECT_FALSE(glIsProgram(last));
@@ -306,8 +308,8 @@ TEST(VX_Program, PassesUniformsAndAttributesOnByName) {
     program.setVertexAttrib3fv("tangent", values);
     glGetVertexAttribfv(unsigned(location), GL_CURRENT_VERTEX_ATTRIB, current);
     EXPECT_EQ(Values(current, current + 3), (Values{1, 2, 3}));
-    program.setVertexAttrib3fv(unsigned(location), values + 3);
-    glGetVertexAttribfv(unsigned(location), GL_CURRENT_VERTEX_ATTRIB, current);
+    program.setVertexAttrib3fv(unsigned(location) + 2, values + 3);
+    glGetVertexAttribfv(unsigned(location) + 2, GL_CURRENT_VERTEX_ATTRIB, current);
     EXPECT_EQ(Values(current, current + 3), (Values{4, 5, 6}));
     program.setVertexAttrib3fv("none", values);
     EXPECT_EQ(glGetError(), GLenum(GL_INVALID_VALUE)) << "-1 goes to GL as the index";
