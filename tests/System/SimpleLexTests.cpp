@@ -119,10 +119,10 @@ TEST(VX_SystemSimpleLex, HandsReturnAndLineFeedOverAsOneLineEnd) {
     EXPECT_EQ(std::string(bytes), "\r\nab\r\n\r");
     EXPECT_EQ(untouched.rest(), "\nc") << "what read took is no part of a line end";
     EXPECT_EQ(Lexing("abc").lexer.read(9, bytes), 3);
-    Lexing mixed("a\r\n\rx");
+    Lexing mixed("a\r\n\rbx");
     {
         vx::LexCursor cursor(mixed.lexer);
-        for (const char wanted : {'a', '\n', '\r'})
+        for (const char wanted : {'a', '\n', '\r', 'b'})
             EXPECT_EQ(cursor.get(), wanted);
     }
     EXPECT_EQ(mixed.rest(), "x");
