@@ -35,7 +35,7 @@ VX_GLMainView* VX_GLMainView::initWithFrame(CGRect frame, NSOpenGLPixelFormat* f
     if (!NSOpenGLView::initWithFrame(frame, format))
         return nullptr;
     setWantsBestResolutionOpenGLSurface(false);
-    m_RenderThreadLock = (new NSRecursiveLock)->init();
+    m_RenderThreadLock = NSInit(new NSRecursiveLock);
     void* storage = std::malloc(sizeof(_VX_GLMainViewCallbackContext));
     if (!storage)
         throw std::bad_alloc();
@@ -51,12 +51,9 @@ void VX_GLMainView::dealloc() {
         CVDisplayLinkRelease(m_DisplayLink);
         m_DisplayLink = nullptr;
     }
-    if (m_TargetRenderpipeline)
-        m_TargetRenderpipeline->release();
-    if (m_ChildSharedViews)
-        m_ChildSharedViews->release();
-    if (m_RenderThreadLock)
-        m_RenderThreadLock->release();
+    m_TargetRenderpipeline = nullptr;
+    m_ChildSharedViews = nullptr;
+    m_RenderThreadLock = nullptr;
     std::free(m_cbCtx);
     m_cbCtx = nullptr;
     NSOpenGLView::dealloc();
@@ -68,8 +65,6 @@ void VX_GLMainView::releaseResources() {
     forEachChild([](VX_GLChildView* child) { child->releaseResources(); });
     makeExistingContextCurrent();
     detachPipelineFromContext();
-    if (m_ciContext)
-        m_ciContext->release();
     m_ciContext = nullptr;
     setFrameContext(nullptr);
     clearGLContext();
@@ -98,16 +93,16 @@ const std::uint32_t* VX_GLMainView::GetPixelFormatAttributes() {
 bool VX_GLMainView::initializationWithPixelFormat(VX_GLRenderpipeline* pipeline,
                                                   const std::uint32_t* attributes) {
     if (!m_ChildSharedViews)
-        m_ChildSharedViews = (new NSMutableArray)->init();
+        m_ChildSharedViews = NSInit(new NSMutableArray);
     releaseResources();
     setPipeline(pipeline);
     if (!pipeline)
         return false;
-    NSOpenGLPixelFormat* format = (new NSOpenGLPixelFormat)->initWithAttributes(attributes);
+    const auto format =
+        NSRef<NSOpenGLPixelFormat>::adopt((new NSOpenGLPixelFormat)->initWithAttributes(attributes));
     if (!format)
         return false;
-    setPixelFormat(format);
-    format->release();
+    setPixelFormat(format.get());
     if (!openGLContext())
         return false;
     openGLContext()->makeCurrentContext();
@@ -116,17 +111,16 @@ bool VX_GLMainView::initializationWithPixelFormat(VX_GLRenderpipeline* pipeline,
 }
 
 void VX_GLMainView::setPipeline(VX_GLRenderpipeline* pipeline) {
-    if (m_TargetRenderpipeline == pipeline)
-        return;
-    NSRef<VX_GLRenderpipeline> former = NSRef<VX_GLRenderpipeline>::adopt(m_TargetRenderpipeline);
-    if (pipeline)
-        pipeline->retain();
+    // Let go behind the lock: its end may run a host's code.
+    NSRef<VX_GLRenderpipeline> former = NSRef<VX_GLRenderpipeline>::retain(pipeline);
     std::lock_guard guard(m_FrameObjectsLock);
-    m_TargetRenderpipeline = pipeline;
+    std::swap(m_TargetRenderpipeline, former);
 }
 
 void VX_GLMainView::detachRenderpipeline() {
     std::lock_guard guard(m_FrameObjectsLock);
+    if (m_TargetRenderpipeline)
+        m_TargetRenderpipeline->retain(); // the caller's from now on
     m_TargetRenderpipeline = nullptr;
 }
 
@@ -142,9 +136,7 @@ void VX_GLMainView::takeSize(CGSize size) {
 }
 
 void VX_GLMainView::makeImageContext() {
-    if (m_ciContext)
-        m_ciContext->release();
-    m_ciContext = CIContext::contextWithCGLContext(openGLContext())->retain();
+    m_ciContext = NSRef<CIContext>::retain(CIContext::contextWithCGLContext(openGLContext()));
 }
 
 void VX_GLMainView::prepareOpenGL() {
@@ -183,7 +175,7 @@ void VX_GLMainView::initChildShardedViews() {
 
 void VX_GLMainView::addChildSharedView(VX_GLChildView* view) {
     if (!m_ChildSharedViews)
-        m_ChildSharedViews = (new NSMutableArray)->init();
+        m_ChildSharedViews = NSInit(new NSMutableArray);
     m_ChildSharedViews->addObject(dynamic_cast<NSObject*>(view));
 }
 

@@ -128,9 +128,9 @@ public:
     void DisplayLink_Render(const CVTimeStamp* time);
 
     /// Borrowed; null unless `SetNeedCIContext` came before `prepareOpenGL`.
-    CIContext* ciContext() const { return m_ciContext; }
+    CIContext* ciContext() const { return m_ciContext.get(); }
     /// Borrowed, or null.
-    VX_GLRenderpipeline* renderpipeline() const { return m_TargetRenderpipeline; }
+    VX_GLRenderpipeline* renderpipeline() const { return m_TargetRenderpipeline.get(); }
     /// Size in pixels as of the last `prepareOpenGL`, which is what the hooks get as bounds; a later resize
     /// leaves it alone unless `SetFollowsSize` was asked for. Any thread.
     float width() const { return m_Width; }
@@ -229,17 +229,17 @@ private:
     void noteFailure(const char* text);
     void measure(double seconds);
 
-    NSRecursiveLock* m_RenderThreadLock = nullptr;
+    NSRef<NSRecursiveLock> m_RenderThreadLock;
     std::atomic<float> m_Width{0.0f};
     std::atomic<float> m_Height{0.0f};
     std::int32_t m_PixelFormatAttributeIndex = 0;
     std::uint32_t m_PixelFormatAttributes[64] = {};
     std::atomic<double> m_BenchMarkSum{0.0};
-    CIContext* m_ciContext = nullptr;
+    NSRef<CIContext> m_ciContext;
     bool m_NeedCIContext = false;
     std::atomic<bool> m_SkipRenderThread{false};
-    VX_GLRenderpipeline* m_TargetRenderpipeline = nullptr;
-    NSMutableArray* m_ChildSharedViews = nullptr;
+    NSRef<VX_GLRenderpipeline> m_TargetRenderpipeline;
+    NSRef<NSMutableArray> m_ChildSharedViews;
     CVDisplayLinkRef m_DisplayLink = nullptr;
     _VX_GLMainViewCallbackContext* m_cbCtx = nullptr;
 

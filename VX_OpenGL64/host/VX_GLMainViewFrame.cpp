@@ -50,8 +50,8 @@ void VX_GLMainView::DisplayLink_Render(const CVTimeStamp* time) {
 // All that one frame works with, asked for once.
 VX_GLMainView::Frame VX_GLMainView::takeFrame(const CVTimeStamp* time) {
     std::lock_guard guard(m_FrameObjectsLock);
-    return {NSRef<NSOpenGLContext>::retain(m_cbCtx->GLContext),
-            NSRef<VX_GLRenderpipeline>::retain(m_TargetRenderpipeline), time, nullptr, nullptr};
+    return {NSRef<NSOpenGLContext>::retain(m_cbCtx->GLContext), m_TargetRenderpipeline, time, nullptr,
+            nullptr};
 }
 
 void VX_GLMainView::refresh(const Frame& frame) {

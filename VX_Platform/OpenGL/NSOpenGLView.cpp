@@ -3,8 +3,6 @@
 
 #include <VX_Platform/AppKit/NSWindow.h>
 #include <VX_Platform/AppKit/private/RunningPlatform.h>
-#include <VX_Platform/OpenGL/NSOpenGLContext.h>
-#include <VX_Platform/OpenGL/NSOpenGLPixelFormat.h>
 
 NSOpenGLView* NSOpenGLView::initWithFrame(CGRect frame, NSOpenGLPixelFormat* format) {
     if (!NSView::initWithFrame(frame))
@@ -20,34 +18,26 @@ void NSOpenGLView::dealloc() {
 }
 
 void NSOpenGLView::setPixelFormat(NSOpenGLPixelFormat* format) {
-    if (format)
-        format->retain();
-    if (m_PixelFormat)
-        m_PixelFormat->release();
-    m_PixelFormat = format;
+    m_PixelFormat = NSRef<NSOpenGLPixelFormat>::retain(format);
 }
 
 NSOpenGLContext* NSOpenGLView::openGLContext() {
     if (!m_Context && m_PixelFormat) {
-        m_Context = (new NSOpenGLContext)->initWithFormat(m_PixelFormat, nullptr);
+        m_Context = NSRef<NSOpenGLContext>::adopt(
+            (new NSOpenGLContext)->initWithFormat(m_PixelFormat.get(), nullptr));
         m_Prepared = false;
         if (m_Context)
             m_Context->setView(this);
     }
-    return m_Context;
+    return m_Context.get();
 }
 
 void NSOpenGLView::setOpenGLContext(NSOpenGLContext* context) {
-    if (context == m_Context)
+    if (context == m_Context.get())
         return;
-    if (context)
-        context->retain();
-    if (m_Context) {
-        if (m_Context->view() == this && !context)
-            m_Context->setView(nullptr);
-        m_Context->release();
-    }
-    m_Context = context;
+    if (m_Context && m_Context->view() == this && !context)
+        m_Context->setView(nullptr);
+    m_Context = NSRef<NSOpenGLContext>::retain(context);
     m_Prepared = false;
 }
 
@@ -69,7 +59,7 @@ void NSOpenGLView::display() {
     if (!canHaveSurface() || !window() || !window()->isVisible() || !openGLContext())
         return;
     if (!m_Prepared) {
-        // A context that is not to be had now is asked for again in the next display pass.
+        // A context that another thread keeps is asked for again in the next display pass.
         if (!m_Context->makeCurrentContext())
             return;
         m_Prepared = true;

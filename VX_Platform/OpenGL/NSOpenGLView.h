@@ -2,9 +2,8 @@
 #pragma once
 
 #include <VX_Platform/AppKit/NSView.h>
-
-class NSOpenGLContext;
-class NSOpenGLPixelFormat;
+#include <VX_Platform/OpenGL/NSOpenGLContext.h>
+#include <VX_Platform/OpenGL/NSOpenGLPixelFormat.h>
 
 /// A view that owns a GL context and draws with it.
 ///
@@ -24,14 +23,14 @@ public:
     /// gives none.
     NSOpenGLContext* openGLContext();
     /// The context if there is one by now; never makes one.
-    NSOpenGLContext* existingOpenGLContext() const { return m_Context; }
+    NSOpenGLContext* existingOpenGLContext() const { return m_Context.get(); }
     /// Puts another context in place, retained, which is then prepared like a new one. Null gives the present
     /// one up; its surface goes where it is this view's.
     void setOpenGLContext(NSOpenGLContext* context);
     /// Drops the context: its surface goes at once, the context with its last reference. Where it is current
     /// on the calling thread it is released there.
     void clearGLContext();
-    NSOpenGLPixelFormat* pixelFormat() const { return m_PixelFormat; }
+    NSOpenGLPixelFormat* pixelFormat() const { return m_PixelFormat.get(); }
     void setPixelFormat(NSOpenGLPixelFormat* format);
 
     /// Hook: the context is new, current, and has its surface.
@@ -50,7 +49,7 @@ public:
     bool canHaveSurface() const;
 
 private:
-    NSOpenGLPixelFormat* m_PixelFormat = nullptr;
-    NSOpenGLContext* m_Context = nullptr;
+    NSRef<NSOpenGLPixelFormat> m_PixelFormat;
+    NSRef<NSOpenGLContext> m_Context;
     bool m_Prepared = false;
 };
