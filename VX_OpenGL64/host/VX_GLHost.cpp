@@ -47,7 +47,11 @@ std::unique_ptr<VX_GLHost> VX_GLHost::open(VX_GLRenderpipeline* pipeline, const 
     return nullptr;
 }
 
-bool VX_GLHost::start(VX_GLRenderpipeline* pipeline, const VX_GLHostOptions& options) {
+bool VX_GLHost::makeWindow(const VX_GLHostOptions& options) {
+    if (options.inside) {
+        m_Window = NSRef<NSWindow>::adopt((new NSWindow)->initWithNativeWindow(options.inside));
+        return m_Window.get() != nullptr;
+    }
     const CGRect frame = CGRectMake(options.x, options.y, options.width, options.height);
     const unsigned style =
         NSTitledWindowMask | NSClosableWindowMask | (options.resizable ? NSResizableWindowMask : 0u);
@@ -55,9 +59,15 @@ bool VX_GLHost::start(VX_GLRenderpipeline* pipeline, const VX_GLHostOptions& opt
     if (!window)
         return false;
     window->closesOnEscape = options.closesOnEscape;
+    window->setTitle(options.title);
     m_Window = NSRef<NSWindow>::retain(window.get());
-    m_View = NSInit(new VX_GLMainView, frame, nullptr);
-    m_Window->setTitle(options.title);
+    return true;
+}
+
+bool VX_GLHost::start(VX_GLRenderpipeline* pipeline, const VX_GLHostOptions& options) {
+    if (!makeWindow(options))
+        return false;
+    m_View = NSInit(new VX_GLMainView, m_Window->frame(), nullptr);
     m_Window->setContentView(m_View.get());
     m_View->SetFollowsSize(true);
     m_View->SetStepped(options.stepped);

@@ -4,6 +4,7 @@
 #include <VX_OpenGL64/host/VX_GLMainView.h>
 #include <VX_OpenGL64/host/VX_GLRenderpipeline.h>
 #include <VX_Platform/AppKit/NSWindow.h>
+#include <VX_Platform/CoreGraphics/NativeWindow.h>
 
 #include <cstdint>
 #include <memory>
@@ -17,6 +18,9 @@ struct VX_GLHostOptions {
     int height = 360;
     int x = 100;
     int y = 100;
+    /// A window of another toolkit to put the view into, instead of a window of its own: its title, size and
+    /// input stay that toolkit's, and it is not closed at the end.
+    vx::NativeWindow inside = {};
     /// Whether the user can change the window's size; the picture follows (`VX_GLMainView::SetFollowsSize`).
     bool resizable = true;
     /// Whether Escape closes the window.
@@ -38,13 +42,14 @@ struct VX_GLHostOptions {
 /// A window with a view that draws a pipeline: what most hosts begin with, in one call. Its destructor stops
 /// the drawing, which gives the pipeline its `doStopRender`, and closes the window.
 ///
-/// Who wants a window class of their own, several views or a window of another toolkit takes the steps by
-/// hand; docs/getting-started.md shows them. Main thread only.
+/// Who wants a window class of their own or several views takes the steps by hand; docs/getting-started.md
+/// shows them. Main thread only.
 class VX_EXPORT VX_GLHost {
 public:
     /// Opens the window and attaches the pipeline, which is retained and gets the view as its target. Drawing
     /// begins in the next step of the run loop. Null, with one line in the log, when the platform cannot
-    /// start, there is no such pixel format, or `pipeline` is null.
+    /// start, there is no such pixel format or no window to be
+    /// inside of, or `pipeline` is null.
     static std::unique_ptr<VX_GLHost> open(VX_GLRenderpipeline* pipeline,
                                            const VX_GLHostOptions& options = {});
     ~VX_GLHost();
@@ -66,6 +71,7 @@ public:
 
 private:
     VX_GLHost() = default;
+    bool makeWindow(const VX_GLHostOptions& options);
     bool start(VX_GLRenderpipeline* pipeline, const VX_GLHostOptions& options);
     bool attach(VX_GLRenderpipeline* pipeline, const VX_GLHostOptions& options);
 

@@ -66,13 +66,13 @@ void MeshScene::release() {
     m_Smooth.reset();
 }
 
-void MeshScene::draw(const Look& look, float /*aspect*/) {
+void MeshScene::draw(const Look& look, float /*aspect*/, double time) {
     if (m_AsRead->m_IndexCount == 0)
         return;
     glDisable(GL_CULL_FACE);
     glColor3f(0.85f, 0.85f, 0.8f);
     glRotatef(look.pitch, 1.0f, 0.0f, 0.0f);
-    glRotatef(look.yaw, 0.0f, 1.0f, 0.0f);
+    glRotatef(look.turnAt(time), 0.0f, 1.0f, 0.0f);
     glScalef(1.0f, 1.0f, -1.0f); // the files are left-handed
     (look.smooth ? m_Smooth : m_Flat)->DrawWithIndex(GL_TRIANGLES, VX_GLVertexPNT);
 }

@@ -16,7 +16,7 @@ public:
 
     void prepare() override;
     void release() override;
-    void draw(const Look& look, float aspect) override;
+    void draw(const Look& look, float aspect, double time) override;
 
 private:
     VX_GLMeshXLoader m_Loader;

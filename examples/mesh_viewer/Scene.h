@@ -9,6 +9,9 @@ struct Look {
     std::atomic<float> pitch{20.0f}; ///< degrees downward
     std::atomic<bool> smooth{false};
     std::atomic<bool> wireframe{false};
+
+    /// Degrees around the vertical: the viewer's own turn and ten a second.
+    float turnAt(double seconds) const { return yaw + 10.0f * static_cast<float>(seconds); }
 };
 
 /// Something to be drawn around the origin, about one unit in radius.
@@ -19,6 +22,7 @@ public:
     /// With the context current: fills the buffers, and lets them go.
     virtual void prepare() = 0;
     virtual void release() = 0;
-    /// With projection, view and lights set. `aspect` is the view's width over its height.
-    virtual void draw(const Look& look, float aspect) = 0;
+    /// With projection, view and lights set. `aspect` is the view's width over its height, `time` in seconds
+    /// since drawing began.
+    virtual void draw(const Look& look, float aspect, double time) = 0;
 };

@@ -95,7 +95,7 @@ void ShapeScene::addFlatShapes() {
     add(arrow, GL_TRIANGLES, true);
 }
 
-void ShapeScene::draw(const Look& look, float aspect) {
+void ShapeScene::draw(const Look& look, float aspect, double time) {
     // Nothing is drawn from the wrong side, which is what tells inside from outside.
     glEnable(GL_CULL_FACE);
     const float width = 2.4f * aspect / Columns, height = 2.4f / Rows;
@@ -111,7 +111,7 @@ void ShapeScene::draw(const Look& look, float aspect) {
             const Shape& shape = m_Shapes[static_cast<std::size_t>(cell)];
             if (!shape.isFlat) {
                 glRotatef(look.pitch, 1.0f, 0.0f, 0.0f);
-                glRotatef(look.yaw, 0.0f, 1.0f, 0.0f);
+                glRotatef(look.turnAt(time), 0.0f, 1.0f, 0.0f);
             } else {
                 glDisable(GL_CULL_FACE);
             }

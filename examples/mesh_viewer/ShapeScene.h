@@ -13,7 +13,7 @@ class ShapeScene : public Scene {
 public:
     void prepare() override;
     void release() override;
-    void draw(const Look& look, float aspect) override;
+    void draw(const Look& look, float aspect, double time) override;
 
 private:
     struct Shape {

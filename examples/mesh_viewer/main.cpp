@@ -1,18 +1,14 @@
 // SPDX-License-Identifier: MIT
-// Shows the mesh of an X text file, or without a file every shape that the toolkit generates. Drag to turn
-// it; N switches the smooth normals, W the wireframe, Q or Escape ends.
+// Shows the mesh of an X text file, or without a file every shape that the toolkit generates. It turns
+// slowly; drag to turn it yourself. N switches the smooth normals, W the wireframe, Q or Escape ends.
 #include <examples/mesh_viewer/MeshScene.h>
 #include <examples/mesh_viewer/Scene.h>
 #include <examples/mesh_viewer/ShapeScene.h>
 
 #include <VX_OpenGL64/camera/VX_GLCamera.h>
-#include <VX_OpenGL64/host/VX_GLMainView.h>
 #include <VX_OpenGL64/host/VX_GLRenderpipeline.h>
-#include <VX_Platform/AppKit/NSApplication.h>
 #include <VX_Platform/AppKit/NSEvent.h>
-#include <VX_Platform/AppKit/NSWindow.h>
-#include <VX_Platform/OpenGL/NSOpenGLPixelFormat.h>
-#include <examples/support/PngFile.h>
+#include <examples/support/ExampleHost.h>
 
 #include <epoxy/gl.h>
 
@@ -23,26 +19,17 @@
 
 namespace {
 
-struct Options {
+struct Options : ExampleOptions {
     const char* file = nullptr;
-    const char* headlessFile = nullptr;
-    int width = 800;
-    int height = 600;
-    bool smooth = false;
-    bool wireframe = false;
 };
 
 class ViewerPipeline : public VX_GLRenderpipeline {
 public:
-    ViewerPipeline(Scene& scene, Look& look, const char* headlessFile)
-        : m_Scene(scene), m_Look(look), m_HeadlessFile(headlessFile) {}
-
-    bool wroteFile() const { return m_WroteFile; }
+    ViewerPipeline(Scene& scene, const Look& look) : m_Scene(scene), m_Look(look) {}
 
     void doStartRender() override {
         m_Scene.prepare();
         m_Camera.m_EyeAt = {0.0f, 0.0f, 5.0f};
-        m_Camera.m_Aspect = m_TargetGLView->width() / std::max(m_TargetGLView->height(), 1.0f);
     }
 
     void doStopRender() override {
@@ -51,21 +38,18 @@ public:
     }
 
     void renderPipeline(CGRect* bounds) override {
+        glViewport(0, 0, static_cast<int>(bounds->size.width), static_cast<int>(bounds->size.height));
         glClearColor(0.08f, 0.09f, 0.11f, 1.0f);
         glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+        m_Camera.m_Aspect = static_cast<float>(bounds->size.width / std::max(bounds->size.height, 1.0));
         glMatrixMode(GL_PROJECTION);
         m_Camera.SetProjectionPerspective();
         glMatrixMode(GL_MODELVIEW);
         m_Camera.SetCameraView();
         light();
         glPolygonMode(GL_FRONT_AND_BACK, m_Look.wireframe ? GL_LINE : GL_FILL);
-        m_Scene.draw(m_Look, m_Camera.m_Aspect);
+        m_Scene.draw(m_Look, m_Camera.m_Aspect, m_TargetGLView->GetFrameTime());
         glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);
-        if (m_HeadlessFile && !m_WroteFile) {
-            m_WroteFile = writeFrameAsPng(m_HeadlessFile, static_cast<int>(bounds->size.width),
-                                          static_cast<int>(bounds->size.height));
-            NSApplication::sharedApplication()->stop();
-        }
     }
 
 private:
@@ -86,117 +70,68 @@ private:
     }
 
     Scene& m_Scene;
-    Look& m_Look;
-    const char* m_HeadlessFile;
+    const Look& m_Look;
     VX_GLCamera m_Camera;
-    std::atomic<bool> m_WroteFile{false};
 };
 
-class Window : public NSWindow {
-public:
-    explicit Window(Look& look) : m_Look(look) {}
-
-    void keyDown(NSEvent* event) override {
-        if (event->key() == NSEscapeKey || event->key() == 'q')
-            performClose();
-        else if (event->key() == 'n')
-            m_Look.smooth = !m_Look.smooth;
-        else if (event->key() == 'w')
-            m_Look.wireframe = !m_Look.wireframe;
+bool handleEvent(NSEvent* event, NSWindow* window, Look& look) {
+    const bool isKey = event->type() == NSKeyDown;
+    if (isKey && event->key() == 'q')
+        window->performClose();
+    else if (isKey && event->key() == 'n')
+        look.smooth = !look.smooth;
+    else if (isKey && event->key() == 'w')
+        look.wireframe = !look.wireframe;
+    else if (event->type() == NSLeftMouseDragged) {
+        look.yaw = look.yaw + static_cast<float>(event->deltaX()) * 0.5f;
+        look.pitch = std::clamp(look.pitch + static_cast<float>(event->deltaY()) * 0.5f, -90.0f, 90.0f);
+    } else {
+        return false;
     }
-    void mouseDragged(NSEvent* event) override {
-        m_Look.yaw = m_Look.yaw + static_cast<float>(event->deltaX()) * 0.5f;
-        m_Look.pitch = std::clamp(m_Look.pitch + static_cast<float>(event->deltaY()) * 0.5f, -90.0f, 90.0f);
-    }
-    // The view samples its size when it is prepared.
-    void windowDidResize() override {
-        auto* view = dynamic_cast<VX_GLMainView*>(contentView());
-        if (!view || !view->displayLink())
-            return;
-        view->stopRender();
-        view->prepareOpenGL();
-    }
-
-private:
-    Look& m_Look;
-};
-
-bool parse(int count, char** words, Options& options) {
-    for (int i = 1; i < count; ++i) {
-        const char* value = i + 1 < count ? words[i + 1] : nullptr;
-        const std::string_view word = words[i];
-        if (word == "--smooth") {
-            options.smooth = true;
-        } else if (word == "--wireframe") {
-            options.wireframe = true;
-        } else if (word == "--headless" && value) {
-            options.headlessFile = value;
-            ++i;
-        } else if (word == "--size" && value) {
-            if (std::sscanf(value, "%dx%d", &options.width, &options.height) != 2)
-                return false;
-            ++i;
-        } else if (word.starts_with('-') || options.file) {
-            return false;
-        } else {
-            options.file = words[i];
-        }
-    }
-    return options.width > 0 && options.height > 0 && options.width <= 16384 && options.height <= 16384;
+    return true;
 }
 
-int show(Scene& scene, const Options& options) {
-    Look look;
-    look.smooth = options.smooth;
-    look.wireframe = options.wireframe;
-    const CGRect frame = CGRectMake(100, 100, options.width, options.height);
-    Window* made = new Window(look);
-    if (!made->initWithContentRect(frame, NSTitledWindowMask | NSResizableWindowMask))
-        return 1;
-    auto window = NSRef<Window>::adopt(made);
-    auto view = NSRef<VX_GLMainView>::adopt((new VX_GLMainView)->initWithFrame(frame, nullptr));
-    auto pipeline = NSRef<ViewerPipeline>::adopt(new ViewerPipeline(scene, look, options.headlessFile));
-    pipeline->init();
-    pipeline->setTargetGLView(view.get());
-    window->setTitle(options.file ? options.file : "Shapes");
-    window->setContentView(view.get());
-    window->makeKeyAndOrderFront();
+bool parse(int count, char** words, Options& options, Look& look) {
+    for (int i = 1; i < count; ++i) {
+        const std::string_view word = words[i];
+        if (word == "--smooth")
+            look.smooth = true;
+        else if (word == "--wireframe")
+            look.wireframe = true;
+        else if (!word.starts_with('-') && !options.file)
+            options.file = words[i];
+        else if (!options.take(count, words, i))
+            return false;
+    }
+    return true;
+}
 
-    view->ResetPixelFormatAttributes();
-    view->AddPixelFormatAttribute(NSOpenGLPFADoubleBuffer);
-    view->AddPixelFormatAttribute(NSOpenGLPFAColorSize, 24);
-    view->AddPixelFormatAttribute(NSOpenGLPFADepthSize, 24);
-    if (!view->initializationWithPixelFormat(pipeline.get(), view->GetPixelFormatAttributes()))
-        return 1;
-    NSApplication::sharedApplication()->run();
-    view->stopRender();
-    view->releaseResources();
-    if (!options.headlessFile)
-        return 0;
-    std::printf(pipeline->wroteFile() ? "%s written\n" : "%s cannot be written\n", options.headlessFile);
-    return pipeline->wroteFile() ? 0 : 1;
+std::unique_ptr<Scene> makeScene(const char* file) {
+    if (!file)
+        return std::make_unique<ShapeScene>();
+    auto mesh = std::make_unique<MeshScene>();
+    return mesh->load(file) ? std::move(mesh) : nullptr;
 }
 
 } // namespace
 
 int main(int count, char** words) {
     Options options;
-    if (!parse(count, words, options)) {
-        std::fprintf(stderr,
-                     "usage: %s [FILE.x] [--headless FILE.png] [--size WxH] [--smooth] [--wireframe]\n",
-                     words[0]);
+    Look look;
+    options.host.width = 800;
+    options.host.height = 600;
+    if (!parse(count, words, options, look)) {
+        std::fprintf(stderr, "usage: %s [FILE.x] [--smooth] [--wireframe] %s\n", words[0],
+                     ExampleOptions::kUsage);
         return 2;
     }
-    std::unique_ptr<Scene> scene;
-    if (options.file) {
-        auto mesh = std::make_unique<MeshScene>();
-        if (!mesh->load(options.file))
-            return 1;
-        scene = std::move(mesh);
-    } else {
-        scene = std::make_unique<ShapeScene>();
-    }
-    if (options.headlessFile)
-        NSApplication::useHeadlessPlatform();
-    return show(*scene, options);
+    const std::unique_ptr<Scene> scene = makeScene(options.file);
+    if (!scene)
+        return 1;
+    options.host.title = options.file ? options.file : "Shapes";
+    const auto pipeline = NSInit(new ViewerPipeline(*scene, look));
+    return runExample(pipeline.get(), options, [&](VX_GLHost& host) {
+        host.window()->setEventHandler(
+            [&](NSEvent* event) { return handleEvent(event, host.window(), look); });
+    });
 }

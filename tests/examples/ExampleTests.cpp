@@ -1,0 +1,163 @@
+// SPDX-License-Identifier: MIT
+// The example programs as their users start them, and the program in the README.
+#define main turningBoxMain
+#include <docs/snippets/turning_box.cpp>
+#undef main
+
+#include <gtest/gtest.h>
+#include <png.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <set>
+#include <vector>
+
+namespace {
+
+// A file's pixels as 0xRRGGBBAA, the top row first; 0 x 0 when it cannot be read.
+struct Picture {
+    explicit Picture(const std::string& path) {
+        png_image image{};
+        image.version = PNG_IMAGE_VERSION;
+        if (!png_image_begin_read_from_file(&image, path.c_str()))
+            return;
+        image.format = PNG_FORMAT_ABGR;
+        width = static_cast<int>(image.width);
+        height = static_cast<int>(image.height);
+        pixels.resize(std::size_t(image.width) * image.height);
+        png_image_finish_read(&image, nullptr, pixels.data(), 0, nullptr);
+    }
+    std::size_t colours() const { return std::set<std::uint32_t>(pixels.begin(), pixels.end()).size(); }
+    bool borderIsOneColour() const {
+        for (int i = 0; i < width * height; ++i) {
+            const int x = i % width, y = i / width;
+            if ((x == 0 || y == 0 || x == width - 1 || y == height - 1) &&
+                pixels[std::size_t(i)] != pixels[0])
+                return false;
+        }
+        return true;
+    }
+    int width = 0;
+    int height = 0;
+    std::vector<std::uint32_t> pixels;
+};
+
+struct Result {
+    int status;
+    std::string output;
+};
+
+// Runs a command line without a display.
+Result run(const std::string& command) {
+    Result result{-1, {}};
+    FILE* pipe = popen(("unset DISPLAY; timeout 60 " + command + " 2>&1").c_str(), "r");
+    for (int letter; pipe && (letter = std::fgetc(pipe)) != EOF;)
+        result.output += static_cast<char>(letter);
+    const int status = pipe ? pclose(pipe) : -1;
+    result.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return result;
+}
+
+class ExampleTest : public testing::Test {
+protected:
+    ExampleTest() { std::filesystem::create_directories(folder); }
+    ~ExampleTest() override { std::filesystem::remove_all(folder); }
+
+    std::string path(const char* name) const { return (folder / name).string(); }
+    const std::filesystem::path folder =
+        std::filesystem::temp_directory_path() / ("vx_examples_" + std::to_string(getpid()));
+};
+
+TEST_F(ExampleTest, PicturesHaveTheSizeAskedAndAreTheSameOnEveryRun) {
+    for (const char* program : {FIRST_PICTURE, MESH_VIEWER}) {
+        const auto draw = [&](const char* name, const char* frames) {
+            const std::string options = " --size 200x120 --frames " + std::string(frames) + " --headless ";
+            const Result result = run(program + options + path(name));
+            EXPECT_EQ(result.status, 0) << result.output;
+            return Picture(path(name));
+        };
+        const Picture first = draw("first.png", "2");
+        EXPECT_EQ(first.width, 200);
+        EXPECT_EQ(first.height, 120);
+        EXPECT_GT(first.colours(), 100u) << program;
+        EXPECT_EQ(first.pixels, draw("again.png", "2").pixels) << program;
+        EXPECT_NE(first.pixels, draw("later.png", "20").pixels) << program << " does not move";
+    }
+}
+
+TEST_F(ExampleTest, TheViewerTellsWhatAFileHasAndWhatItPassedBy) {
+    const Result result =
+        run(MESH_VIEWER " " X_FILE " --smooth --wireframe --size 64x64 --headless " + path("mesh.png"));
+    EXPECT_EQ(result.status, 0);
+    EXPECT_NE(result.output.find(" 0 triangles"), std::string::npos) << result.output;
+    EXPECT_NE(result.output.find("skipped: 1 AnimationSet, 1 Frame, 1 Header, 1 other, 1 template"),
+              std::string::npos)
+        << result.output;
+    EXPECT_EQ(Picture(path("mesh.png")).width, 64);
+}
+
+TEST_F(ExampleTest, WhatCannotBeDoneIsToldAndGivesItsStatus) {
+    const std::string first = FIRST_PICTURE, viewer = MESH_VIEWER, recording = RECORDING;
+    for (const char* bad : {"--nonsense", "--size", "--size 20", "--size 0x20", "--size 20x20x", "--frames 0",
+                            "--frames many", "--headless", "--platform"}) {
+        for (const std::string& program : {first, viewer}) {
+            const Result result = run(program + " " + bad);
+            EXPECT_EQ(result.status, 2) << program << " " << bad;
+            EXPECT_NE(result.output.find("usage: " + program), std::string::npos) << result.output;
+        }
+    }
+    EXPECT_EQ(run(recording).status, 2);
+    EXPECT_EQ(run(viewer + " one.x two.x").status, 2);
+
+    struct {
+        std::string command, told;
+    } const failures[] = {{viewer + " " + path("none.x"), "none.x: not an X text file"},
+                          {first + " --headless " + path("no/such/folder.png"), "no/such/folder.png"},
+                          {recording + " " X_FILE, "frame_00000.png"},
+                          {first + " --platform nonsense", "nonsense"},
+                          {viewer + " --headless " + path("x.png") + " --platform nonsense", "nonsense"}};
+    for (const auto& failure : failures) {
+        const Result result = run(failure.command);
+        EXPECT_EQ(result.status, 1) << failure.command;
+        EXPECT_NE(result.output.find(failure.told), std::string::npos) << result.output;
+    }
+}
+
+TEST_F(ExampleTest, FramesCanBeCountedWithoutADisplay) {
+    const Result result = run(FIRST_PICTURE " --platform headless --size 64x64 --frames 40 --fps");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_NE(result.output.find("frames/s, throttle: absolute deadlines, refreshes lost: "),
+              std::string::npos)
+        << result.output;
+}
+
+TEST_F(ExampleTest, ARecordingIsAHundredFramesThatMove) {
+    const Result result = run(RECORDING " " + path("made"));
+    EXPECT_EQ(result.status, 0) << result.output;
+    std::set<std::vector<std::uint32_t>> pictures;
+    for (const char* name : {"made/frame_00000.png", "made/frame_00010.png", "made/frame_00099.png"}) {
+        pictures.insert(Picture(path(name)).pixels);
+        EXPECT_GT(Picture(path(name)).colours(), 100u) << name;
+    }
+    EXPECT_EQ(pictures.size(), 3u);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(path("made")), {}), 100);
+}
+
+TEST_F(ExampleTest, TheBoxInTheReadmeIsWholeInAnyShapeOfWindow) {
+    const auto pipeline = NSInit(new BoxPipeline);
+    const std::pair<int, int> sizes[] = {{160, 90}, {90, 160}, {100, 100}, {40, 320}, {320, 40}};
+    for (const auto& [width, height] : sizes) {
+        const auto host = VX_GLHost::open(
+            pipeline.get(), {.width = width, .height = height, .headless = true, .stepped = true});
+        ASSERT_TRUE(host && host->record(path("").c_str(), 0, 17, 2.0)); // a whole turn in 9 s
+        for (const auto& file : std::filesystem::directory_iterator(folder)) {
+            const Picture picture(file.path().string());
+            ASSERT_TRUE(picture.borderIsOneColour()) << file.path() << " of " << width << " x " << height;
+            EXPECT_GT(picture.colours(), 50u) << file.path() << " of " << width << " x " << height;
+        }
+    }
+}
+
+} // namespace
