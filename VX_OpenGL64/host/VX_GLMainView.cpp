@@ -212,20 +212,23 @@ void VX_GLMainView::stopRender() {
 
 void VX_GLMainView::startRenderThread() {
     if (!m_DisplayLink) {
-        m_Internals->drawingSince = vx::Clock::current().now();
-        m_Internals->meter.start(m_Internals->drawingSince);
-    }
-    if (!m_DisplayLink && !m_Internals->stepped) {
         m_cbCtx->FrameTimeSum = 0.0;
         m_cbCtx->FrameCount = 0;
         m_LostRefreshes = 0;
-        CVDisplayLinkCreateWithActiveCGDisplays(&m_DisplayLink);
-        CVDisplayLinkSetCurrentCGDisplayFromOpenGLContext(m_DisplayLink, takeFrame(nullptr).context.get(),
-                                                          pixelFormat());
-        CVDisplayLinkSetOutputCallback(m_DisplayLink, Heartbeat, m_cbCtx);
-        CVDisplayLinkStart(m_DisplayLink);
+        m_Internals->drawingSince = vx::Clock::current().now();
+        m_Internals->meter.start(m_Internals->drawingSince);
+        if (!m_Internals->stepped)
+            makeDisplayLink();
     }
     m_BenchMarkSum = 0.0;
+}
+
+void VX_GLMainView::makeDisplayLink() {
+    CVDisplayLinkCreateWithActiveCGDisplays(&m_DisplayLink);
+    CVDisplayLinkSetCurrentCGDisplayFromOpenGLContext(m_DisplayLink, takeFrame(nullptr).context.get(),
+                                                      pixelFormat());
+    CVDisplayLinkSetOutputCallback(m_DisplayLink, Heartbeat, m_cbCtx);
+    CVDisplayLinkStart(m_DisplayLink);
 }
 
 void VX_GLMainView::stopRenderThread() {

@@ -187,6 +187,7 @@ private:
                               CVOptionFlags*, void*);
 
     void sampleSize();
+    void makeDisplayLink();
     void takeSize(CGSize size);
     void clearToBlack();
     void makeImageContext();

@@ -115,18 +115,6 @@ TEST_F(LifecycleTest, ClearsTheScreenAheadOfTheFirstHook) {
     EXPECT_EQ(std::vector<int>(viewport, viewport + 4), (std::vector<int>{0, 0, 64, 48}));
 }
 
-TEST_F(LifecycleTest, CountsFramesAnewWithEachDisplayLink) {
-    Stage stage;
-    stage.view->SetSkipRenderThread(true);
-    for (int i = 0; i < 31; ++i)
-        stage.frame();
-    EXPECT_GT(stage.view->GetAvgFPS(), 0.0);
-    stage.view->startRenderThread();
-    stage.view->stopRenderThread();
-    stage.frame();
-    EXPECT_EQ(stage.view->GetAvgFPS(), 0.0) << "the count began at 0 again";
-}
-
 TEST_F(LifecycleTest, ComesBackAfterItsResourcesWereReleased) {
     Stage stage;
     bool contextAtDetach = false;
