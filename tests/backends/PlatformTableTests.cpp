@@ -92,4 +92,6 @@ TEST(PixelFormat, GivesWhatWasAskedForAndNoTranslucency) {
     EXPECT_GE(full.depth, 24);
     const Bits smooth = bitsFor({NSOpenGLPFAColorSize, 24, NSOpenGLPFASamples, 4});
     EXPECT_GE(smooth.samples, 4);
+    const unsigned tooSmooth[] = {NSOpenGLPFASamples, 256, 0};
+    EXPECT_EQ((new NSOpenGLPixelFormat)->initWithAttributes(tooSmooth), nullptr);
 }
