@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include <VX_OpenGL64/host/VX_GLHost.h>
 #include <VX_Platform/AppKit/NSEvent.h>
 #include <VX_Platform/Foundation/NSNotificationCenter.h>
 #include <VX_Platform/Foundation/NSTimer.h>
@@ -144,6 +145,16 @@ TEST(Window, GivesAViewToAWindowOfAnotherToolkit) {
         EXPECT_TRUE(runUntil([&] { return stage.view->bounds().size.width == 180.0; }));
         stage.view->stopRender();
         stage.view->releaseResources();
+    }
+    {
+        auto pipeline = NSInit(new vx::test::ScriptedPipeline);
+        pipeline->onRender = [] { vx::test::clearTo(0, 1, 1); };
+        VX_GLHostOptions options;
+        options.inside = vx::NativeWindow::x11(foreign);
+        auto host = VX_GLHost::open(pipeline.get(), options);
+        EXPECT_TRUE(runUntil([&] { return shownPixel(foreign, 170, 150) == 0x00FFFFu; }));
+        options.inside.handle = 0x7fffff1;
+        EXPECT_EQ(VX_GLHost::open(pipeline.get(), options), nullptr);
     }
     XWindowAttributes attributes;
     EXPECT_TRUE(XGetWindowAttributes(other, foreign, &attributes)) << "it stays its owner's";
