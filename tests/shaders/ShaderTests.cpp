@@ -262,7 +262,9 @@ TEST(VX_Program, LinksAGeometryShaderThatDeclaresItsOwnLayout) {
     Geometry geometry(kGeometry);
     VX_Program program;
     EXPECT_TRUE(program.attachShader(&vertex, nullptr, true));
+    GLRecorder recorder;
     EXPECT_TRUE(program.attachGeometryShader(&geometry, GL_POINTS, GL_TRIANGLE_STRIP, 4));
+    EXPECT_EQ(recorder.count("glProgramParameteriEXT"), 0) << "where the driver does not have it";
     program.activeProgram();
     glBegin(GL_POINTS);
     glVertex2f(0, 0);
