@@ -48,8 +48,7 @@ class VX_EXPORT VX_GLHost {
 public:
     /// Opens the window and attaches the pipeline, which is retained and gets the view as its target. Drawing
     /// begins in the next step of the run loop. Null, with one line in the log, when the platform cannot
-    /// start, there is no such pixel format or no window to be
-    /// inside of, or `pipeline` is null.
+    /// start, there is no such pixel format or no window to be inside of, or `pipeline` is null.
     static std::unique_ptr<VX_GLHost> open(VX_GLRenderpipeline* pipeline,
                                            const VX_GLHostOptions& options = {});
     ~VX_GLHost();
