@@ -22,7 +22,7 @@ public:
     /// With the context current: fills the buffers, and lets them go.
     virtual void prepare() = 0;
     virtual void release() = 0;
-    /// With projection, view and lights set. `aspect` is the view's width over its height, `time` in seconds
+    /// With projection, view and lights set. `aspect` is width over height of what is seen, `time` in seconds
     /// since drawing began.
     virtual void draw(const Look& look, float aspect, double time) = 0;
 };

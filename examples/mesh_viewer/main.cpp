@@ -27,10 +27,7 @@ class ViewerPipeline : public VX_GLRenderpipeline {
 public:
     ViewerPipeline(Scene& scene, const Look& look) : m_Scene(scene), m_Look(look) {}
 
-    void doStartRender() override {
-        m_Scene.prepare();
-        m_Camera.m_EyeAt = {0.0f, 0.0f, 5.0f};
-    }
+    void doStartRender() override { m_Scene.prepare(); }
 
     void doStopRender() override {
         m_Scene.release();
@@ -42,13 +39,16 @@ public:
         glClearColor(0.08f, 0.09f, 0.11f, 1.0f);
         glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
         m_Camera.m_Aspect = static_cast<float>(bounds->size.width / std::max(bounds->size.height, 1.0));
+        // What is narrower than 4:3 is seen from further away, so that the same fits in.
+        m_Camera.m_EyeAt = {0.0f, 0.0f, 5.0f * std::max(1.0f, kNarrowest / m_Camera.m_Aspect)};
+        m_Camera.m_ZFar = m_Camera.m_EyeAt.z + 5.0f;
         glMatrixMode(GL_PROJECTION);
         m_Camera.SetProjectionPerspective();
         glMatrixMode(GL_MODELVIEW);
         m_Camera.SetCameraView();
         light();
         glPolygonMode(GL_FRONT_AND_BACK, m_Look.wireframe ? GL_LINE : GL_FILL);
-        m_Scene.draw(m_Look, m_Camera.m_Aspect, m_TargetGLView->GetFrameTime());
+        m_Scene.draw(m_Look, std::max(m_Camera.m_Aspect, kNarrowest), m_TargetGLView->GetFrameTime());
         glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);
     }
 
@@ -69,6 +69,7 @@ private:
         glLightfv(GL_LIGHT1, GL_DIFFUSE, blue);
     }
 
+    static constexpr float kNarrowest = 4.0f / 3.0f;
     Scene& m_Scene;
     const Look& m_Look;
     VX_GLCamera m_Camera;

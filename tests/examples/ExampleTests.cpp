@@ -87,6 +87,14 @@ TEST_F(ExampleTest, PicturesHaveTheSizeAskedAndAreTheSameOnEveryRun) {
     }
 }
 
+TEST_F(ExampleTest, TheSheetOfShapesIsWholeInAnyShapeOfWindow) {
+    for (const char* size : {"300x100", "160x120", "100x300"}) {
+        const std::string options = " --size " + std::string(size) + " --headless ";
+        ASSERT_EQ(run(MESH_VIEWER + options + path("sheet.png")).status, 0);
+        EXPECT_TRUE(Picture(path("sheet.png")).borderIsOneColour()) << size;
+    }
+}
+
 TEST_F(ExampleTest, TheViewerTellsWhatAFileHasAndWhatItPassedBy) {
     const Result result =
         run(MESH_VIEWER " " X_FILE " --smooth --wireframe --size 64x64 --headless " + path("mesh.png"));
