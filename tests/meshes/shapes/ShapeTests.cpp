@@ -194,6 +194,7 @@ TEST(VX_GLGeometrySphere, WritesNoMoreThanItHasRoomFor) {
         sphere.m_Subdivision = depth;
         sphere.Generate(7);
         EXPECT_EQ(sphere.m_Vertex->m_Count, count) << depth;
+        EXPECT_TRUE(depth < 0 || !sphere.m_Vertex->m_Data);
     }
 }
 
