@@ -6,8 +6,6 @@
 
 #include <glm/gtc/matrix_transform.hpp>
 
-#include <cstring>
-
 using Target = VX_GLRenderTarget;
 
 namespace {
@@ -66,26 +64,19 @@ void checkOperations(GLenum target, GLenum binding, GLenum otherBinding) {
         glGetBufferParameteriv(target, which, &value);
         return value;
     };
-    EXPECT_EQ(buffer->m_Size, 0);
     buffer->BindBuffer();
     EXPECT_EQ(stateOf(binding, otherBinding), ints(name, 0));
     float data[4] = {1, 2, 3, 4};
     buffer->Allocate(16, GL_DYNAMIC_DRAW, data);
-    EXPECT_EQ(parameter(GL_BUFFER_USAGE), GL_DYNAMIC_DRAW);
+    EXPECT_EQ(ints(buffer->m_Size, parameter(GL_BUFFER_USAGE)), ints(16, GL_DYNAMIC_DRAW));
     buffer->Copy(4, 8, data);
-    const void* mapped = buffer->Lock(GL_READ_ONLY);
-    ASSERT_NE(mapped, nullptr);
+    const auto* mapped = static_cast<const float*>(buffer->Lock(GL_READ_ONLY));
+    EXPECT_EQ(std::vector(mapped, mapped + 4), (std::vector<float>{1, 1, 2, 4}));
     EXPECT_EQ(parameter(GL_BUFFER_ACCESS), GL_READ_ONLY);
-    const float expected[4] = {1, 1, 2, 4};
-    EXPECT_EQ(std::memcmp(mapped, expected, sizeof expected), 0);
     EXPECT_TRUE(buffer->Unlock());
     EXPECT_FALSE(buffer->Unlock()) << "it is not mapped any more";
-    buffer->Allocate(8, GL_STREAM_DRAW, nullptr);
-    EXPECT_EQ(ints(buffer->m_Size, parameter(GL_BUFFER_SIZE)), ints(8, 8));
     buffer->UnBindBuffer();
     EXPECT_EQ(stateOf(binding), ints(0));
-    buffer->Allocate(4000, GL_STATIC_DRAW, nullptr);
-    EXPECT_EQ(buffer->m_Size, 4000) << "also when GL refused";
     delete buffer;
     EXPECT_FALSE(glIsBuffer(name));
 }
@@ -105,10 +96,9 @@ TEST(VX_GLRenderTarget, DropsEverythingWhenEitherSideChangesAndNothingElse) {
         EXPECT_FALSE(target->SetResolution(target->m_Width, target->m_Height));
         EXPECT_EQ(target->m_Textures, std::vector<unsigned>{texture});
         EXPECT_TRUE(target->SetResolution(width, height));
-        EXPECT_EQ(ints(target->m_Width, target->m_Height), ints(width, height));
-        EXPECT_EQ(
-            ints(target->freed, target->m_Textures.size(), target->m_FrameBuffer, target->m_DepthBuffer),
-            ints(1, 0, 0, 0));
+        EXPECT_EQ(ints(target->m_Width, target->m_Height, target->freed, target->m_Textures.size(),
+                       target->m_FrameBuffer, target->m_DepthBuffer),
+                  ints(width, height, 1, 0, 0, 0));
         EXPECT_FALSE(glIsTexture(texture) || glIsFramebufferEXT(frame) || glIsRenderbufferEXT(depth));
     }
     target->CreateFrameBuffer();
@@ -125,22 +115,17 @@ TEST(VX_GLRenderTarget, MakesItsDepthAttachmentOrNone) {
     target.SetResolution(20, 10);
     target.CreateFrameBuffer();
     EXPECT_EQ(attached(target, GL_DEPTH_ATTACHMENT_EXT), ints(GL_RENDERBUFFER_EXT, target.m_DepthBuffer));
-    EXPECT_EQ(stateOf(GL_RENDERBUFFER_BINDING_EXT), ints(target.m_DepthBuffer)) << "it stays bound";
-    int size[2] = {};
-    for (const int i : {0, 1})
-        glGetRenderbufferParameterivEXT(GL_RENDERBUFFER_EXT, GL_RENDERBUFFER_WIDTH_EXT + GLenum(i), &size[i]);
-    EXPECT_EQ(ints(size[0], size[1]), ints(20, 10));
+    int width = 0;
+    glGetRenderbufferParameterivEXT(GL_RENDERBUFFER_EXT, GL_RENDERBUFFER_WIDTH_EXT, &width);
+    EXPECT_EQ(width, 20) << "it stays bound";
 
     target.CreateFrameBufferDepthTexture2D();
     const unsigned depth = target.m_DepthBuffer;
     EXPECT_EQ(attached(target, GL_DEPTH_ATTACHMENT_EXT), ints(GL_TEXTURE, depth));
-    EXPECT_EQ(stateOf(GL_TEXTURE_BINDING_2D), ints(depth));
     EXPECT_EQ(boundTexture(GL_TEXTURE_2D),
               ints(GL_CLAMP, GL_CLAMP, GL_NEAREST, GL_NEAREST, GL_INTENSITY, 20, 10, GL_DEPTH_COMPONENT24));
     target.FreeTextures();
-    EXPECT_EQ(target.m_DepthBuffer, 0u);
-    EXPECT_TRUE(glIsTexture(depth)) << "taken for a renderbuffer, it lives on";
-    glDeleteTextures(1, &depth);
+    EXPECT_TRUE(target.m_DepthBuffer == 0 && glIsTexture(depth)) << "taken for a renderbuffer, it lives on";
 
     target.SetResolution(0, 0); // not complete
     for (const auto create : {&Target::CreateFrameBuffer, &Target::CreateFrameBufferDepthTexture2D}) {
@@ -158,17 +143,15 @@ TEST(VX_GLRenderTarget, AddsTexturesAtTheNextAttachment) {
     const int sizes[][4] = {{-1, -1, 20, 10}, {12, -1, 12, 10}, {-1, 5, 20, 5}}; // asked for, given
     for (const Kind& kind : kKinds) {
         Target target;
-        const auto add = [&](int width, int height, GLenum format = GL_RGBA8,
-                             GLenum type = GL_UNSIGNED_BYTE) {
-            return (target.*kind.add)(format, type, width, height);
+        const auto add = [&](int width, int height) {
+            return (target.*kind.add)(GL_RGBA16F_ARB, GL_FLOAT, width, height);
         };
         target.m_UseDepth = false;
         target.SetResolution(20, 10);
-        EXPECT_EQ(add(-1, -1), 0u);
-        EXPECT_TRUE(target.m_Textures.empty()) << "no framebuffer yet";
+        EXPECT_EQ(add(-1, -1) + target.m_Textures.size(), 0u) << "no framebuffer yet";
         for (const auto& [width, height, givenWidth, givenHeight] : sizes) {
             target.CreateFrameBuffer();
-            const unsigned name = add(width, height, GL_RGBA16F_ARB, GL_FLOAT);
+            const unsigned name = add(width, height);
             EXPECT_EQ(stateOf(kind.binding, kind.target), ints(name, 0)) << "bound, but not enabled";
             EXPECT_EQ(boundTexture(kind.target),
                       ints(GL_CLAMP_TO_EDGE, GL_CLAMP_TO_EDGE, GL_LINEAR, GL_LINEAR, GL_LUMINANCE, givenWidth,
@@ -181,8 +164,7 @@ TEST(VX_GLRenderTarget, AddsTexturesAtTheNextAttachment) {
         EXPECT_EQ(log.lines.back(), kind.failure);
         EXPECT_EQ(stateOf(kind.binding), ints(0)) << "the refused texture is deleted";
         EXPECT_EQ(target.m_Textures, (std::vector<unsigned>{first, second, 0}));
-        // The refused texture is not detached, so the driver may go on refusing; its place counts.
-        add(-1, -1);
+        add(-1, -1); // may be refused too, as the driver likes, but its place counts
         EXPECT_EQ(attached(target, kColor + 3)[0], GL_TEXTURE);
     }
 }
@@ -194,24 +176,23 @@ TEST(VX_GLRenderTarget, DirectsDrawingAndLaysPixelsOverUnits) {
     target.CreateFrameBuffer();
     for (const Kind& kind : kKinds)
         (target.*kind.add)(GL_RGBA8, GL_UNSIGNED_BYTE, -1, -1);
-    const auto expectDirected = [](unsigned frame, GLenum first, GLenum second) {
-        EXPECT_EQ(stateOf(GL_FRAMEBUFFER_BINDING_EXT, GL_DRAW_BUFFER0, GL_DRAW_BUFFER1),
-                  ints(frame, first, second));
+    const auto directed = [] {
         int viewport[4] = {};
         glGetIntegerv(GL_VIEWPORT, viewport);
         EXPECT_EQ(ints(viewport[0], viewport[1], viewport[2], viewport[3]), ints(0, 0, 200, 100));
+        return stateOf(GL_FRAMEBUFFER_BINDING_EXT, GL_DRAW_BUFFER0, GL_DRAW_BUFFER1);
     };
     target.Bind(1);
-    expectDirected(target.m_FrameBuffer, kColor + 1, GL_NONE);
-    glDrawBuffer(GL_NONE);
-    target.Unbind();
-    glDrawBuffer(GL_NONE);
-    target.Unbind();
-    expectDirected(0, GL_BACK, GL_NONE);
+    EXPECT_EQ(directed(), ints(target.m_FrameBuffer, kColor + 1, GL_NONE));
+    for (int round = 0; round < 2; ++round) {
+        glDrawBuffer(GL_NONE);
+        target.Unbind();
+    }
+    EXPECT_EQ(directed(), ints(0, GL_BACK, GL_NONE));
     glViewport(1, 2, 3, 4);
     unsigned buffers[] = {kColor + 1, kColor};
     target.Binds(2, buffers);
-    expectDirected(target.m_FrameBuffer, kColor + 1, kColor);
+    EXPECT_EQ(directed(), ints(target.m_FrameBuffer, kColor + 1, kColor));
 
     for (const GLenum mode : {GL_PROJECTION, GL_MODELVIEW}) {
         glMatrixMode(mode);
@@ -250,13 +231,6 @@ TEST(VX_GLRenderTarget, BringsWhatWasDrawnToTheScreen) {
             EXPECT_EQ(stateOf(GL_ACTIVE_TEXTURE, binding), ints(GL_TEXTURE0, 0));
         }
     }
-    clearTo(0, 0, 0);
-    glEnable(kRectangle);
-    glBindTexture(kRectangle, target.m_Textures[0]);
-    target.QuadsDEBUG(); // the middle stays in the middle while the edges come in
-    for (const int x : {9, 10, 15, 16, 21, 22})
-        EXPECT_EQ(pixelAt(x, 4), x < 10 || x > 21 ? 0x000000FFu : x < 16 ? 0x0000FFFFu : 0xFF0000FFu) << x;
-    EXPECT_EQ(pixelAt(10, 15), 0xFF0000FFu);
     EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));
 }
 
