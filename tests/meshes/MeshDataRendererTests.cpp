@@ -189,32 +189,32 @@ TEST(VX_GLMeshDataRenderer, DrawsNothingWithoutItsBuffers) {
 
 TEST(VX_GLMeshDataRenderer, ReusesBuffersThatAreLargeEnough) {
     HeadlessContext gl(8, 8);
-    unsigned data[24] = {};
-    unsigned vertex = 0, index = 0;
+    unsigned data[24] = {}, vertex = 0, index = 0;
     // Bytes, usage and the first entry of a buffer, which is never left bound.
     const auto held = [](VX_GLVBOBase* buffer, GLenum target) {
-        EXPECT_EQ(stateOf(GL_ARRAY_BUFFER_BINDING, GL_ELEMENT_ARRAY_BUFFER_BINDING), ints(0, 0));
-        int size = 0, usage = 0, first = 0;
+        std::vector<int> values = stateOf(GL_ARRAY_BUFFER_BINDING, GL_ELEMENT_ARRAY_BUFFER_BINDING);
+        EXPECT_EQ(values, ints(0, 0));
+        values.resize(3);
         buffer->BindBuffer();
-        glGetBufferParameteriv(target, GL_BUFFER_SIZE, &size);
-        glGetBufferParameteriv(target, GL_BUFFER_USAGE, &usage);
-        glGetBufferSubData(target, 0, sizeof first, &first);
+        glGetBufferParameteriv(target, GL_BUFFER_SIZE, &values[0]);
+        glGetBufferParameteriv(target, GL_BUFFER_USAGE, &values[1]);
+        glGetBufferSubData(target, 0, sizeof values[2], &values[2]);
         buffer->UnBindBuffer();
-        return ints(size, usage, first);
+        return values;
     };
     {
         Renderer renderer;
         for (const int count : {8, 3, 8}) {
-            data[0] = unsigned(count);
-            renderer.makeVBOIndex(data[1]++ ? GL_STATIC_DRAW : GL_STREAM_DRAW, count, data);
-            EXPECT_EQ(held(renderer.m_IndexBuffer, GL_ELEMENT_ARRAY_BUFFER), ints(32, GL_STREAM_DRAW, count));
+            renderer.makeVBOIndex(data[0] ? GL_STATIC_DRAW : GL_STREAM_DRAW, count, data);
+            EXPECT_EQ(held(renderer.m_IndexBuffer, GL_ELEMENT_ARRAY_BUFFER),
+                      ints(32, GL_STREAM_DRAW, data[0]++));
             EXPECT_EQ(renderer.m_IndexCount, count);
         }
-        renderer.makeVBOVertex(GL_STATIC_DRAW, 12, 4, data);
-        renderer.makeVBOVertex(GL_DYNAMIC_DRAW, 24, 2, data);
-        EXPECT_EQ(held(renderer.m_VertexBuffer, GL_ARRAY_BUFFER), ints(48, GL_STATIC_DRAW, 8));
-        renderer.makeVBOVertex(GL_DYNAMIC_DRAW, 12, 5, data);
-        EXPECT_EQ(held(renderer.m_VertexBuffer, GL_ARRAY_BUFFER), ints(60, GL_DYNAMIC_DRAW, 8));
+        for (const auto& [stride, count, bytes] : {std::tuple(12, 4, 48), {24, 2, 48}, {12, 5, 60}}) {
+            renderer.makeVBOVertex(count == 4 ? GL_STATIC_DRAW : GL_DYNAMIC_DRAW, stride, count, data);
+            EXPECT_EQ(held(renderer.m_VertexBuffer, GL_ARRAY_BUFFER),
+                      ints(bytes, bytes == 48 ? GL_STATIC_DRAW : GL_DYNAMIC_DRAW, 3));
+        }
         index = renderer.m_IndexBuffer->m_Buffer;
         renderer.ClearAll();
         EXPECT_EQ(ints(renderer.m_VertexCount, renderer.m_IndexCount, renderer.m_HasVertices), ints(0, 0, 0));

@@ -131,17 +131,12 @@ TEST(VX_GLMeshData, FindsTangentFrames) {
         {{1, 0, 0}, {0, 1, 0}, {{0, 0}, {0, 1}, {1, 0}}, {0, 0, -1}, {0, -1, 0}}, // mirrored
         // T = y, B = z, N = x; B x N = y, T x N = -z, T x B = x.
         {{0, 1, 0}, {0, 0, 1}, {{0, 0}, {1, 0}, {0, 1}}, {0, -1, 0}, {0, 0, 1}},
-        {{1, 0, 0}, {2, 0, 0}, {{0, 0}, {1, 0}, {0, 1}}, Vec3(NAN), Vec3(NAN)}, // in one line
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(&row - rows);
         Vec3 positions[3] = {{0, 0, 0}, row.second, row.third}, normal, tangent;
         Vec2 uvs[3] = {row.uvs[0], row.uvs[1], row.uvs[2]};
         VX_GLMeshData::FindInvTBN(positions, uvs, normal, tangent);
-        if (std::isnan(row.normal.x)) {
-            EXPECT_FALSE(std::isfinite(normal.x));
-            continue;
-        }
         expectNear(normal, row.normal);
         expectNear(tangent, row.tangent);
     }

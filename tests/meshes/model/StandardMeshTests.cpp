@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <VX_OpenGL64/meshes/model/VX_GLStandardMesh.h>
-#include <VX_Platform/Foundation/NSAutoreleasePool.h>
+#include <VX_Platform/Foundation/NSString.h>
 #include <tests/support/GLTest.h>
 
 #include <algorithm>
@@ -58,18 +58,14 @@ TEST(VX_GLStandardMesh, NodesKeepTheirTransformWhenTheyAreEmptied) {
 }
 
 TEST(VX_GLStandardMaterial, KeepsACopyOfItsName) {
-    auto* pool = (new NSAutoreleasePool)->init();
-    {
-        VX_GLStandardMaterial material;
-        NSString* name = NSString::stringWithUTF8String("brass");
-        material.SetName(name);
-        NSString* kept = material.GetName();
-        EXPECT_NE(kept, name);
-        EXPECT_TRUE(kept->isEqualToString(name));
-        material.SetName(kept);
-        EXPECT_EQ(material.GetName(), kept);
-        material.SetName(nullptr);
-        EXPECT_EQ(material.GetName(), nullptr);
-    }
-    pool->release();
+    auto name = NSRef<NSString>::adopt(NSString::stringWithUTF8String("brass")->copy());
+    VX_GLStandardMaterial material;
+    material.SetName(name.get());
+    name = nullptr;
+    NSString* kept = material.GetName();
+    material.SetName(kept);
+    EXPECT_EQ(material.GetName(), kept);
+    EXPECT_EQ(kept->string(), "brass");
+    material.SetName(nullptr);
+    EXPECT_EQ(material.GetName(), nullptr);
 }
