@@ -42,11 +42,11 @@ TEST(VX_GLStandardMesh, NodesKeepTheirTransformWhenTheyAreEmptied) {
 }
 
 TEST(VX_GLStandardMaterial, KeepsACopyOfItsName) {
-    auto name = NSRef<NSString>::adopt(NSString::stringWithUTF8String("brass")->copy());
+    NSString* name = NSString::stringWithUTF8String("brass");
     VX_GLStandardMaterial material;
-    material.SetName(name.get());
-    name = nullptr;
+    material.SetName(name);
     NSString* kept = material.GetName();
+    EXPECT_NE(kept, name);
     material.SetName(kept);
     EXPECT_EQ(material.GetName(), kept);
     EXPECT_EQ(kept->string(), "brass");
