@@ -23,7 +23,7 @@ const vx::DisplayInfo* displayNamed(const std::vector<vx::DisplayInfo>& all, con
 }
 
 double announcedRate(Stage& stage) {
-    return stage.pipeline->lastPeriod ? 1e9 / static_cast<double>(stage.pipeline->lastPeriod) : 0.0;
+    return 1e9 / static_cast<double>(stage.pipeline->lastStamp().videoRefreshPeriod);
 }
 
 // Refreshes per second over half a second of drawing, by the link's own count.
