@@ -99,7 +99,7 @@ TEST_F(WindowEvents, ReachTheInnermostViewUnderThePointerAndDragsStayWhereTheyBe
 }
 
 TEST_F(WindowEvents, OfEachTypeGoUpToWhoKeepsThem) {
-    auto plain = NSRef<NSView>::adopt((new NSView)->initWithFrame({}));
+    auto plain = NSInit(new NSView);
     inner->addSubview(plain.get());
     NSEvent::Fields fields;
     fields.deltaY = 2.5;
@@ -117,6 +117,11 @@ TEST_F(WindowEvents, OfEachTypeGoUpToWhoKeepsThem) {
 }
 
 TEST_F(WindowEvents, KeysGoToTheFirstResponderAndTheHandlerSeesAllFirstAndMayKeepThem) {
+    auto other = NSInit(new NSWindow, CGRectMake(0, 0, 9, 9), 0);
+    other->makeKeyAndOrderFront();
+    EXPECT_TRUE(other->isKeyWindow() && !window->isKeyWindow()) << "one window is key at a time";
+    other->close();
+    EXPECT_TRUE(window->isKeyWindow());
     window->makeFirstResponder(outer.get());
     InputEvent event;
     event.kind = Kind::keyDown;
@@ -147,14 +152,7 @@ TEST_F(WindowEvents, AChangeOfTheFrameIsToldByHookAndNotificationEachOnce) {
     centre->removeObserver(this);
 }
 
-TEST_F(WindowEvents, FocusAndTheCloseButton) {
-    EXPECT_TRUE(window->isKeyWindow());
-    auto other = NSRef<NSWindow>::adopt((new NSWindow)->initWithContentRect(CGRectMake(0, 0, 9, 9), 0));
-    other->makeKeyAndOrderFront();
-    EXPECT_FALSE(window->isKeyWindow()) << "one window is key at a time";
-    EXPECT_TRUE(other->isKeyWindow());
-    other->close();
-    EXPECT_TRUE(window->isKeyWindow());
+TEST_F(WindowEvents, TheCloseButtonAsksFirst) {
     vx::eventRouter().closeAsked(backend());
     EXPECT_FALSE(window->isClosed());
     window->closes = true;

@@ -24,8 +24,7 @@ public:
     VX_RETURNS_OWN_TYPE(Noting)
 
     static NSRef<Noting> make(const char* name, CGRect frame) {
-        auto view = NSRef<Noting>::adopt(new Noting);
-        view->initWithFrame(frame);
+        auto view = NSInit(new Noting, frame);
         view->name = name;
         view->setNeedsDisplay(false);
         return view;
@@ -48,8 +47,7 @@ class ViewTest : public testing::Test {
 protected:
     ViewTest() {
         NSApplication::useHeadlessPlatform();
-        window = NSRef<NSWindow>::adopt(
-            (new NSWindow)->initWithContentRect(CGRectMake(0, 0, 400, 300), NSTitledWindowMask));
+        window = NSInit(new NSWindow, CGRectMake(0, 0, 400, 300), NSTitledWindowMask);
         window->setContentView(content.get());
         a->addSubview(b.get());
         content->addSubview(a.get());

@@ -147,7 +147,7 @@ TEST_F(DisplayLink, TakesTheRefreshesOfTheSurfaceItsViewHasNowAndCountsTheFrames
     {
         Stage stage(Stage::Draws::byItself);
         EXPECT_EQ(platform->sources, 1);
-        auto other = NSRef<NSWindow>::adopt((new NSWindow)->initWithContentRect({{}, {64, 48}}, 0));
+        auto other = NSInit(new NSWindow, CGRectMake(0, 0, 64, 48), 0);
         other->makeKeyAndOrderFront();
         other->setContentView(stage.view.get());
         EXPECT_TRUE(waitFor([&] { return platform->sources == 2; })) << "another window, another source";

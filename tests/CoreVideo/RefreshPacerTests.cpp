@@ -19,7 +19,7 @@ constexpr double kSeconds = kPeriod * 1e-9;
 
 // A display whose refreshes go by a stepped clock, number n at n times its period, and which may fall silent.
 struct Display {
-    SteppedClock& clock;
+    vx::Clock& clock;
     std::uint64_t period = kPeriod;
     std::uint64_t silentUntil = 0;
     int questions = 0;
@@ -168,15 +168,9 @@ TEST(RefreshPacer, FollowsAnotherDisplayAndCountsOn) {
 }
 
 TEST(RefreshPacer, EndsEveryWaitWhenWoken) {
-    class Silent : public vx::RefreshSource {
-        void ask() override {}
-        Outcome wait(std::uint64_t until, int wakeDescriptor, Refresh&) override {
-            return vx::Clock::current().sleepUntil(until, wakeDescriptor) ? Outcome::silent : Outcome::woken;
-        }
-        const char* name() const override { return "nothing"; }
-    };
+    Display silent{vx::Clock::current(), kPeriod, 1ull << 62};
     for (const bool withSource : {false, true}) {
-        RefreshPacer pacer(withSource ? std::make_unique<Silent>() : nullptr, 1000.0);
+        RefreshPacer pacer(withSource ? std::make_unique<Source>(silent) : nullptr, 1000.0);
         std::thread waiting([&] { EXPECT_FALSE(pacer.wait()); });
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
         pacer.wake();

@@ -151,8 +151,7 @@ TEST_F(LifecycleTest, RefusesAnAbsentPipelineAndAnUnusableList) {
 TEST_F(LifecycleTest, EndsWithoutAStop) {
     LogCollector log;
     auto view = (new VX_GLMainView)->initWithFrame(CGRectMake(0, 0, 16, 16), nullptr);
-    auto pipeline = NSRef<ScriptedPipeline>::adopt(new ScriptedPipeline);
-    pipeline->init();
+    auto pipeline = NSInit(new ScriptedPipeline);
     view->AddPixelFormatAttribute(NSOpenGLPFADoubleBuffer);
     ASSERT_TRUE(view->initializationWithPixelFormat(pipeline.get(), view->GetPixelFormatAttributes()));
     view->prepareOpenGL();
@@ -179,8 +178,7 @@ TEST_F(LifecycleTest, KeepsTwoViewsApart) {
 }
 
 TEST(VX_GLRenderpipeline, SetsUpAndWindsDown) {
-    auto pipeline = NSRef<PipelineWithTimer>::adopt(new PipelineWithTimer);
-    pipeline->init();
+    auto pipeline = NSInit(new PipelineWithTimer);
     EXPECT_EQ(pipeline->idleInterval(), 0.03333333333333333);
     EXPECT_STREQ(pipeline->finalOutputManager()->ToString()->UTF8String(), "640 x 480");
     EXPECT_EQ(pipeline->glextension(), nullptr);

@@ -92,11 +92,9 @@ public:
     enum class Draws { byHand, byItself };
 
     explicit Stage(Draws draws = Draws::byHand, CGSize size = {64, 48}, bool attach = true) {
-        window = NSRef<NSWindow>::adopt(
-            (new NSWindow)->initWithContentRect({{}, size}, NSTitledWindowMask | NSResizableWindowMask));
-        view = NSRef<VX_GLMainView>::adopt((new VX_GLMainView)->initWithFrame({{}, size}, nullptr));
-        pipeline = NSRef<ScriptedPipeline>::adopt(new ScriptedPipeline);
-        pipeline->init();
+        window = NSInit(new NSWindow, CGRect{{}, size}, NSTitledWindowMask | NSResizableWindowMask);
+        view = NSInit(new VX_GLMainView, CGRect{{}, size}, nullptr);
+        pipeline = NSInit(new ScriptedPipeline);
         pipeline->setTargetGLView(view.get());
         window->setContentView(view.get());
         window->makeKeyAndOrderFront();

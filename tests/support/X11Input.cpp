@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <tests/support/X11Input.h>
 
-#include <tests/support/WaitFor.h>
-
 #include <xcb/xcb.h>
 #include <xcb/xtest.h>
 
@@ -56,22 +54,6 @@ std::vector<X11Input::Window> X11Input::windows(const std::string& title) {
             found.push_back({id, frame->x, frame->y, frame->width, frame->height});
     }
     return found;
-}
-
-X11Input::Window X11Input::waitForWindow(const std::string& title) {
-    std::vector<Window> found;
-    waitFor([&] {
-        found = windows(title);
-        return !found.empty();
-    });
-    return found.empty() ? Window() : found.front();
-}
-
-bool X11Input::waitForEnd(const Window& window) {
-    return waitFor([&] {
-        const auto cookie = xcb_get_geometry(m_Connection, window.id);
-        return !owned(xcb_get_geometry_reply(m_Connection, cookie, nullptr));
-    });
 }
 
 void X11Input::fake(int type, int detail, int x, int y) {

@@ -24,13 +24,8 @@ public:
     X11Input(const X11Input&) = delete;
     X11Input& operator=(const X11Input&) = delete;
 
-    /// Waits up to ten seconds for a visible top-level window with that title; id 0 when there is none.
-    Window waitForWindow(const std::string& title);
     /// The visible top-level windows with that title.
     std::vector<Window> windows(const std::string& title);
-    /// Waits up to ten seconds for the window to go away.
-    bool waitForEnd(const Window& window);
-
     /// Presses and releases the first key that has the keysym, with another one held down if that is not 0.
     void press(std::uint32_t keysym, std::uint32_t held = 0);
     /// Presses a button of X (1 left, 2 middle, 3 right) at one point on the screen and releases it at
