@@ -16,7 +16,7 @@ NSString* text(const char* bytes) {
 
 TEST(NSAlert, HandsItsTextsToTheHostsPresenterOrToTheLogWhereNoWindowCanBeHad) {
     unsetenv("DISPLAY");
-    auto* pool = (new NSAutoreleasePool)->init();
+    const auto pool = NSInit(new NSAutoreleasePool);
     vx::test::LogCollector log;
     std::string shown;
     NSAlert::setPresenter([&](NSAlert* alert) {
@@ -35,5 +35,4 @@ TEST(NSAlert, HandsItsTextsToTheHostsPresenterOrToTheLogWhereNoWindowCanBeHad) {
     EXPECT_EQ(alert->runModal(), 1);
     EXPECT_EQ(NSAlert::alertWithMessageText(nullptr, nullptr, text("No"), nullptr, nullptr)->runModal(), 1);
     EXPECT_EQ(log.lines, (std::vector<std::string>{"Can't load shader: é has 2 lines [OK]", " [OK]"}));
-    pool->release();
 }

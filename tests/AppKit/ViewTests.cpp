@@ -55,16 +55,13 @@ protected:
         b->addSubview(d.get());
         taken();
     }
-    ~ViewTest() override {
-        window->close();
-        pool->release();
-    }
+    ~ViewTest() override { window->close(); }
     std::string hitAt(double x, double y) {
         auto* hit = dynamic_cast<Noting*>(content->hitTest({x, y}));
         return hit ? hit->name : "none";
     }
 
-    NSAutoreleasePool* pool = (new NSAutoreleasePool)->init();
+    const NSRef<NSAutoreleasePool> pool = NSInit(new NSAutoreleasePool);
     NSRef<NSWindow> window;
     NSRef<Noting> content = Noting::make("content", CGRectMake(0, 0, 400, 300));
     NSRef<Noting> a = Noting::make("A", CGRectMake(100, 50, 200, 200));

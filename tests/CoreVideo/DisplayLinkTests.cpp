@@ -9,32 +9,31 @@ using namespace vx::test;
 
 namespace {
 
-// The last time stamps that a link gave its callback.
-struct Beats {
-    std::mutex lock;
-    CVTimeStamp now, output;
+// What a link gave its callback.
+struct Beat {
+    CVTimeStamp now, output; // of the last call
     std::uint64_t callbacks = 0;
     bool ahead = false; // output lay ahead of now at least once
+};
+
+struct Beats {
+    std::mutex lock;
+    Beat last;
 
     // Every third one takes longer than a refresh.
     static CVReturn take(CVDisplayLinkRef, const CVTimeStamp* now, const CVTimeStamp* output, CVOptionFlags,
                          CVOptionFlags*, void* user) {
         auto* beats = static_cast<Beats*>(user);
         std::lock_guard guard(beats->lock);
-        beats->now = *now;
-        beats->output = *output;
-        beats->ahead = beats->ahead || output->hostTime > now->hostTime;
-        if (++beats->callbacks % 3 == 0)
+        const std::uint64_t count = beats->last.callbacks + 1;
+        beats->last = {*now, *output, count, beats->last.ahead || output->hostTime > now->hostTime};
+        if (count % 3 == 0)
             std::this_thread::sleep_for(std::chrono::milliseconds(20));
         return 0;
     }
-    std::uint64_t count() {
+    Beat get() {
         std::lock_guard guard(lock);
-        return callbacks;
-    }
-    CVTimeStamp lastOutput() {
-        std::lock_guard guard(lock);
-        return output;
+        return last;
     }
 };
 
@@ -104,18 +103,17 @@ TEST_F(DisplayLink, TellsTheTimeOfTheCallAndOfTheRefreshItIsForAndCountsEveryOne
     CVDisplayLinkSetOutputCallback(link, Beats::take, &beats);
     ASSERT_EQ(CVDisplayLinkStart(link), kCVReturnSuccess);
     EXPECT_EQ(CVDisplayLinkStart(link), kCVReturnDisplayLinkAlreadyRunning);
-    ASSERT_TRUE(waitFor([&] { return beats.count() > 2; }));
-    const CVTimeStamp from = beats.lastOutput();
-    ASSERT_TRUE(waitFor([&] { return beats.lastOutput().frameCount > from.frameCount + 60; }));
+    ASSERT_TRUE(waitFor([&] { return beats.get().callbacks > 2; }));
+    const CVTimeStamp from = beats.get().output;
+    ASSERT_TRUE(waitFor([&] { return beats.get().output.frameCount > from.frameCount + 60; }));
     const std::uint64_t missed = CVDisplayLinkGetMissedRefreshes(link);
     EXPECT_EQ(CVDisplayLinkStop(link), kCVReturnSuccess);
     EXPECT_EQ(CVDisplayLinkStop(link), kCVReturnDisplayLinkNotRunning);
-    const std::uint64_t stopped = beats.count();
+    const auto [now, to, stopped, ahead] = beats.get();
     std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    EXPECT_EQ(beats.count(), stopped);
-    const CVTimeStamp &now = beats.now, &to = beats.output;
+    EXPECT_EQ(beats.get().callbacks, stopped);
     EXPECT_EQ(to.frameCount, now.frameCount + 1);
-    EXPECT_TRUE(beats.ahead);
+    EXPECT_TRUE(ahead);
     EXPECT_LE(to.hostTime, now.hostTime + now.videoRefreshPeriod) << "the next refresh, and no later one";
     EXPECT_NEAR(1e9 / double(now.videoRefreshPeriod), 75.0, 0.01);
     EXPECT_NEAR(double(to.frameCount - from.frameCount) / double(to.hostTime - from.hostTime) * 1e9, 75, 0.1);

@@ -44,14 +44,6 @@ NSString* text(const char* bytes) {
     return NSString::stringWithUTF8String(bytes);
 }
 
-class ScopedPool {
-public:
-    ~ScopedPool() { m_Pool->release(); }
-
-private:
-    NSAutoreleasePool* m_Pool = (new NSAutoreleasePool)->init();
-};
-
 } // namespace
 
 TEST(NSObject, LivesByItsCountAndStartsZeroFilled) {
@@ -71,7 +63,7 @@ TEST(NSAutoreleasePool, EndsItsObjectsAndTheInnerPoolsWithIt) {
     auto* outer = (new NSAutoreleasePool)->init();
     (new EndsWithAnother)->autorelease();
     {
-        ScopedPool inner;
+        const auto inner = NSInit(new NSAutoreleasePool);
         (new Counted)->autorelease();
         EXPECT_EQ(Counted::living, 2);
     }
@@ -91,7 +83,7 @@ TEST(NSAutoreleasePool, EndsItsObjectsAndTheInnerPoolsWithIt) {
 }
 
 TEST(NSString, DecodesOnlyValidUTF8) {
-    ScopedPool pool;
+    const auto pool = NSInit(new NSAutoreleasePool);
     for (const char* bytes : {"", "plain", "\xC3\xA9", "\xE2\x82\xAC", "\xF0\x9F\x8E\xA8"})
         EXPECT_STREQ(text(bytes)->UTF8String(), bytes);
     for (const char* bytes : {"\xFF", "\xC3", "\xC0\x80", "\xE0\x80\x80", "\xED\xA0\x80", "\xF4\x90\x80\x80",
@@ -105,7 +97,7 @@ TEST(NSString, DecodesOnlyValidUTF8) {
 }
 
 TEST(NSString, FormatsLikePrintfAndTakesObjects) {
-    ScopedPool pool;
+    const auto pool = NSInit(new NSAutoreleasePool);
     EXPECT_STREQ(NSString::stringWithFormat("%@_%d.%@|%5.2f|%-4d|%04x|%zu|%lld|%s|%c|100%%", text("sky"), 3,
                                             text("png"), 3.14159, -7, 255u, std::size_t(9), -1LL, "s", 'c')
                      ->UTF8String(),
@@ -119,7 +111,7 @@ TEST(NSString, FormatsLikePrintfAndTakesObjects) {
 }
 
 TEST(NSString, ReadsWholeFilesOrNothing) {
-    ScopedPool pool;
+    const auto pool = NSInit(new NSAutoreleasePool);
     const std::string path = testing::TempDir() + "nsstring_file.txt";
     const auto read = [](const std::string& path) {
         return NSString::stringWithContentsOfFile(text(path.c_str()), NSUTF8StringEncoding, nullptr);
@@ -141,7 +133,7 @@ TEST(NSString, ReadsWholeFilesOrNothing) {
 }
 
 TEST(NSNumber, ConvertsWithinTheRangeOfTheResult) {
-    ScopedPool pool;
+    const auto pool = NSInit(new NSAutoreleasePool);
     EXPECT_EQ(NSNumber::numberWithFloat(-3.9f)->intValue(), -3);
     EXPECT_EQ(NSNumber::numberWithDouble(1e300)->intValue(), std::numeric_limits<int>::max());
     EXPECT_EQ(NSNumber::numberWithDouble(NAN)->intValue(), 0);
@@ -152,7 +144,7 @@ TEST(NSNumber, ConvertsWithinTheRangeOfTheResult) {
 }
 
 TEST(NSMutableArray, RetainsItsObjectsAndFindsThemByValue) {
-    ScopedPool pool;
+    const auto pool = NSInit(new NSAutoreleasePool);
     auto array = NSInit(new NSMutableArray);
     array->addObject(NSNumber::numberWithInt(7));
     array->addObject(NSRef<Counted>::adopt(new Counted).get());
@@ -165,7 +157,7 @@ TEST(NSMutableArray, RetainsItsObjectsAndFindsThemByValue) {
 }
 
 TEST(NSMutableArrayDeathTest, RefusesWhatWouldReachPastItsEnd) {
-    ScopedPool pool;
+    const auto pool = NSInit(new NSAutoreleasePool);
     auto array = NSInit(new NSMutableArray);
     array->addObject(text("one"));
     const auto duringWalk = [&](const std::function<void()>& change) {
@@ -179,7 +171,7 @@ TEST(NSMutableArrayDeathTest, RefusesWhatWouldReachPastItsEnd) {
 }
 
 TEST(NSMutableDictionary, ReplacesAndLooksUp) {
-    ScopedPool pool;
+    const auto pool = NSInit(new NSAutoreleasePool);
     auto dictionary = NSInit(new NSMutableDictionary);
     dictionary->setObject(text("first"), "Width");
     dictionary->setObject(text("second"), text("Width"));
@@ -206,7 +198,7 @@ protected:
     NSNotification* ready(NSObject* object) { return NSNotification::notificationWithName("Ready", object); }
     std::string taken() { return std::exchange(calls, {}); }
 
-    ScopedPool pool;
+    const NSRef<NSAutoreleasePool> pool = NSInit(new NSAutoreleasePool);
     NSNotificationCenter* center = NSNotificationCenter::defaultCenter();
     NSNotificationQueue* queue = NSNotificationQueue::defaultQueue();
     NSRef<Counted> subject = NSRef<Counted>::adopt(new Counted), other = NSRef<Counted>::adopt(new Counted);

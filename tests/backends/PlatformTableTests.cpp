@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <VX_Platform/AppKit/NSApplication.h>
+#include <VX_Platform/AppKit/NSWindow.h>
 #include <VX_Platform/AppKit/private/EventRouter.h>
 #include <VX_Platform/backends/PlatformTable.h>
 #include <tests/support/LogCollector.h>
@@ -42,6 +43,10 @@ TEST(PlatformTable, ANamedDeviceIsNotReplacedByAnotherOne) {
 
 TEST(Application, ChoosesThePlatformByNameAndKeepsIt) {
     LogCollector log;
+    unsetenv("DISPLAY");
+    for (int i = 0; i < 2; ++i)
+        EXPECT_EQ((new NSWindow)->initWithContentRect(CGRectMake(0, 0, 10, 10), 0), nullptr);
+    EXPECT_EQ(log.count("No display"), 1);
     EXPECT_FALSE(NSApplication::usePlatform("windows"));
     EXPECT_FALSE(NSApplication::usePlatform(nullptr));
     EXPECT_EQ(log.count("known are x11, headless"), 2);
