@@ -20,23 +20,24 @@ class NamedView : public NSView {
 public:
     explicit NamedView(const char* name) : m_Name(name) {}
     void keyDown(NSEvent* event) override { tell("keyDown", event); }
+    void keyUp(NSEvent* event) override { tell("keyUp", event); }
     void mouseDown(NSEvent* event) override { tell("down", event); }
-    void mouseDragged(NSEvent* event) override { tell("dragged", event); }
     void mouseUp(NSEvent* event) override { tell("up", event); }
+    void mouseDragged(NSEvent* event) override { tell("dragged", event); }
     void mouseMoved(NSEvent* event) override { tell("moved", event); }
+    void rightMouseDown(NSEvent* event) override { tell("right down", event); }
+    void rightMouseUp(NSEvent* event) override { tell("right up", event); }
     void rightMouseDragged(NSEvent* event) override { tell("right dragged", event); }
-    void otherMouseDown(NSEvent* event) override {
-        tell(("other " + std::to_string(event->buttonNumber())).c_str(), event);
-    }
+    void otherMouseDown(NSEvent* event) override { tell("other down", event); }
+    void otherMouseUp(NSEvent* event) override { tell("other up", event); }
+    void otherMouseDragged(NSEvent* event) override { tell("other dragged", event); }
     void scrollWheel(NSEvent* event) override { tell("scroll", event); }
-    NSEvent::Fields last;
+    NSRef<NSEvent> last;
 
 private:
     void tell(const char* what, NSEvent* event) {
         told += std::string(m_Name) + " " + what + "; ";
-        last.key = event->key();
-        last.modifiers = event->modifierFlags();
-        last.location = event->locationInWindow();
+        last = NSRef<NSEvent>::retain(event);
     }
     const char* m_Name;
 };
@@ -58,11 +59,7 @@ class WindowEvents : public testing::Test {
 protected:
     WindowEvents() {
         NSApplication::useHeadlessPlatform();
-        auto* made = new Window;
-        made->initWithContentRect(CGRectMake(0, 0, 200, 100), NSTitledWindowMask);
-        window = NSRef<Window>::adopt(made);
-        outer = NSRef<NamedView>::adopt(new NamedView("outer"));
-        inner = NSRef<NamedView>::adopt(new NamedView("inner"));
+        window->initWithContentRect(CGRectMake(0, 0, 200, 100), NSTitledWindowMask);
         outer->initWithFrame(CGRectMake(20, 10, 100, 50));
         inner->initWithFrame(CGRectMake(5, 5, 20, 20));
         window->contentView()->addSubview(outer.get());
@@ -82,8 +79,9 @@ protected:
         return std::exchange(told, {});
     }
 
-    NSRef<Window> window;
-    NSRef<NamedView> outer, inner;
+    NSRef<Window> window = NSRef<Window>::adopt(new Window);
+    NSRef<NamedView> outer = NSRef<NamedView>::adopt(new NamedView("outer"));
+    NSRef<NamedView> inner = NSRef<NamedView>::adopt(new NamedView("inner"));
 };
 
 } // namespace
@@ -96,10 +94,34 @@ TEST_F(WindowEvents, ReachTheInnermostViewUnderThePointerAndDragsStayWhereTheyBe
     EXPECT_EQ(send(Kind::motion, 150, 90, 0), "inner dragged; ");
     EXPECT_EQ(send(Kind::motion, 150, 90, 1), "inner right dragged; ");
     EXPECT_EQ(send(Kind::buttonUp, 150, 90, 0), "inner up; ");
-    EXPECT_EQ(send(Kind::buttonDown, 30, 50, 2), "outer other 2; ");
+    EXPECT_EQ(send(Kind::buttonDown, 30, 50, 2), "outer other down; ");
+    EXPECT_EQ(outer->last->buttonNumber(), 2);
 }
 
-TEST_F(WindowEvents, KeysGoToTheFirstResponderWithTheirModifiers) {
+TEST_F(WindowEvents, OfEachTypeGoUpToWhoKeepsThem) {
+    auto plain = NSInit(new NSView);
+    inner->addSubview(plain.get());
+    NSEvent::Fields fields;
+    fields.deltaY = 2.5;
+    for (const NSEventType type : {NSKeyDown, NSKeyUp, NSLeftMouseDown, NSLeftMouseUp, NSLeftMouseDragged,
+                                   NSMouseMoved, NSRightMouseDown, NSRightMouseUp, NSRightMouseDragged,
+                                   NSOtherMouseDown, NSOtherMouseUp, NSOtherMouseDragged, NSScrollWheel}) {
+        fields.type = type;
+        plain->handle(NSEvent::eventWithFields(fields, window.get()));
+    }
+    EXPECT_EQ(told,
+              "inner keyDown; inner keyUp; inner down; inner up; inner dragged; inner moved; "
+              "inner right down; inner right up; inner right dragged; inner other down; inner other up; "
+              "inner other dragged; inner scroll; ");
+    EXPECT_EQ(inner->last->deltaY(), 2.5);
+}
+
+TEST_F(WindowEvents, KeysGoToTheFirstResponderAndTheHandlerSeesAllFirstAndMayKeepThem) {
+    auto other = NSInit(new NSWindow, CGRectMake(0, 0, 9, 9), 0);
+    other->makeKeyAndOrderFront();
+    EXPECT_TRUE(other->isKeyWindow() && !window->isKeyWindow()) << "one window is key at a time";
+    other->close();
+    EXPECT_TRUE(window->isKeyWindow());
     window->makeFirstResponder(outer.get());
     InputEvent event;
     event.kind = Kind::keyDown;
@@ -107,11 +129,9 @@ TEST_F(WindowEvents, KeysGoToTheFirstResponderWithTheirModifiers) {
     event.modifiers = vx::kShift | vx::kCommand;
     vx::eventRouter().input(backend(), event);
     EXPECT_EQ(told, "outer keyDown; ");
-    EXPECT_EQ(outer->last.key, NSF1FunctionKey + 4u);
-    EXPECT_EQ(outer->last.modifiers, unsigned(NSShiftKeyMask | NSCommandKeyMask));
-}
-
-TEST_F(WindowEvents, TheHandlerSeesThemFirstAndMayKeepThem) {
+    EXPECT_EQ(outer->last->key(), NSF1FunctionKey + 4u);
+    EXPECT_EQ(outer->last->modifierFlags(), unsigned(NSShiftKeyMask | NSCommandKeyMask));
+    told.clear();
     int seen = 0;
     window->setEventHandler([&](NSEvent* event) { return ++seen, event->type() == NSMouseMoved; });
     EXPECT_EQ(send(Kind::motion, 26, 16), "");
@@ -120,32 +140,19 @@ TEST_F(WindowEvents, TheHandlerSeesThemFirstAndMayKeepThem) {
 }
 
 TEST_F(WindowEvents, AChangeOfTheFrameIsToldByHookAndNotificationEachOnce) {
-    int resized = 0, moved = 0;
     auto* centre = NSNotificationCenter::defaultCenter();
-    centre->addObserver(
-        this, [&](NSNotification*) { ++resized; }, NSWindowDidResizeNotification, window.get());
-    centre->addObserver(
-        this, [&](NSNotification*) { ++moved; }, NSWindowDidMoveNotification, window.get());
+    for (const char* name : {NSWindowDidResizeNotification, NSWindowDidMoveNotification})
+        centre->addObserver(
+            this, [name](NSNotification*) { told += std::string(name) + "; "; }, name, window.get());
     window->setFrame(CGRectMake(0, 0, 300, 100));
-    EXPECT_EQ(std::exchange(told, {}), "resized; ");
     EXPECT_EQ(window->contentView()->frame().size.width, 300.0);
     window->setFrame(CGRectMake(7, 0, 300, 100));
-    EXPECT_EQ(std::exchange(told, {}), "moved; ");
     window->setFrame(CGRectMake(7, 0, 300, 100));
-    EXPECT_EQ(told, "");
-    EXPECT_EQ(resized, 1);
-    EXPECT_EQ(moved, 1);
+    EXPECT_EQ(told, "resized; NSWindowDidResizeNotification; moved; NSWindowDidMoveNotification; ");
     centre->removeObserver(this);
 }
 
-TEST_F(WindowEvents, FocusAndTheCloseButton) {
-    EXPECT_TRUE(window->isKeyWindow());
-    auto other = NSRef<NSWindow>::adopt((new NSWindow)->initWithContentRect(CGRectMake(0, 0, 9, 9), 0));
-    other->makeKeyAndOrderFront();
-    EXPECT_FALSE(window->isKeyWindow()) << "one window is key at a time";
-    EXPECT_TRUE(other->isKeyWindow());
-    other->close();
-    EXPECT_TRUE(window->isKeyWindow());
+TEST_F(WindowEvents, TheCloseButtonAsksFirst) {
     vx::eventRouter().closeAsked(backend());
     EXPECT_FALSE(window->isClosed());
     window->closes = true;

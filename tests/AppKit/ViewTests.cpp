@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include <VX_Platform/AppKit/NSApplication.h>
-#include <VX_Platform/AppKit/NSEvent.h>
 #include <VX_Platform/AppKit/NSView.h>
 #include <VX_Platform/AppKit/NSWindow.h>
 #include <VX_Platform/Foundation/NSAutoreleasePool.h>
@@ -25,8 +24,7 @@ public:
     VX_RETURNS_OWN_TYPE(Noting)
 
     static NSRef<Noting> make(const char* name, CGRect frame) {
-        auto view = NSRef<Noting>::adopt(new Noting);
-        view->initWithFrame(frame);
+        auto view = NSInit(new Noting, frame);
         view->name = name;
         view->setNeedsDisplay(false);
         return view;
@@ -49,8 +47,7 @@ class ViewTest : public testing::Test {
 protected:
     ViewTest() {
         NSApplication::useHeadlessPlatform();
-        window = NSRef<NSWindow>::adopt(
-            (new NSWindow)->initWithContentRect(CGRectMake(0, 0, 400, 300), NSTitledWindowMask));
+        window = NSInit(new NSWindow, CGRectMake(0, 0, 400, 300), NSTitledWindowMask);
         window->setContentView(content.get());
         a->addSubview(b.get());
         content->addSubview(a.get());
@@ -58,16 +55,13 @@ protected:
         b->addSubview(d.get());
         taken();
     }
-    ~ViewTest() override {
-        window->close();
-        pool->release();
-    }
+    ~ViewTest() override { window->close(); }
     std::string hitAt(double x, double y) {
         auto* hit = dynamic_cast<Noting*>(content->hitTest({x, y}));
         return hit ? hit->name : "none";
     }
 
-    NSAutoreleasePool* pool = (new NSAutoreleasePool)->init();
+    const NSRef<NSAutoreleasePool> pool = NSInit(new NSAutoreleasePool);
     NSRef<NSWindow> window;
     NSRef<Noting> content = Noting::make("content", CGRectMake(0, 0, 400, 300));
     NSRef<Noting> a = Noting::make("A", CGRectMake(100, 50, 200, 200));
@@ -127,49 +121,4 @@ TEST_F(ViewTest, IsDisplayedOnceForEachRequest) {
         view->setNeedsDisplay(true);
     content->displayIfNeeded();
     EXPECT_EQ(taken(), "D:draw E:out") << "what has left is not displayed";
-}
-
-TEST_F(ViewTest, HandsEachTypeOfEventUpToWhoKeepsIt) {
-    class Keeper : public Noting {
-    public:
-        void keyDown(NSEvent*) override { calls += "keyDown"; }
-        void keyUp(NSEvent*) override { calls += "keyUp"; }
-        void mouseDown(NSEvent*) override { calls += "mouseDown"; }
-        void mouseUp(NSEvent*) override { calls += "mouseUp"; }
-        void mouseDragged(NSEvent*) override { calls += "mouseDragged"; }
-        void mouseMoved(NSEvent*) override { calls += "mouseMoved"; }
-        void rightMouseDown(NSEvent*) override { calls += "rightMouseDown"; }
-        void rightMouseUp(NSEvent*) override { calls += "rightMouseUp"; }
-        void rightMouseDragged(NSEvent*) override { calls += "rightMouseDragged"; }
-        void otherMouseDown(NSEvent*) override { calls += "otherMouseDown"; }
-        void otherMouseUp(NSEvent*) override { calls += "otherMouseUp"; }
-        void otherMouseDragged(NSEvent*) override { calls += "otherMouseDragged"; }
-        void scrollWheel(NSEvent* event) override {
-            calls += "scrollWheel" + std::to_string(event->deltaY());
-        }
-    };
-    auto keeper = NSRef<Keeper>::adopt(new Keeper);
-    keeper->initWithFrame({});
-    keeper->addSubview(a.get());
-    taken();
-    const std::pair<NSEventType, const char*> types[] = {{NSKeyDown, "keyDown"},
-                                                         {NSKeyUp, "keyUp"},
-                                                         {NSLeftMouseDown, "mouseDown"},
-                                                         {NSLeftMouseUp, "mouseUp"},
-                                                         {NSLeftMouseDragged, "mouseDragged"},
-                                                         {NSMouseMoved, "mouseMoved"},
-                                                         {NSRightMouseDown, "rightMouseDown"},
-                                                         {NSRightMouseUp, "rightMouseUp"},
-                                                         {NSRightMouseDragged, "rightMouseDragged"},
-                                                         {NSOtherMouseDown, "otherMouseDown"},
-                                                         {NSOtherMouseUp, "otherMouseUp"},
-                                                         {NSOtherMouseDragged, "otherMouseDragged"},
-                                                         {NSScrollWheel, "scrollWheel2.500000"}};
-    for (const auto& [type, expected] : types) {
-        NSEvent::Fields fields;
-        fields.type = type;
-        fields.deltaY = 2.5;
-        c->handle(NSEvent::eventWithFields(fields, window.get()));
-        EXPECT_EQ(taken(), expected);
-    }
 }

@@ -1,76 +1,45 @@
 // SPDX-License-Identifier: MIT
+#include <VX_Platform/AppKit/private/RunningPlatform.h>
 #include <VX_Platform/CoreVideo/CVDisplayLink.h>
-#include <VX_Platform/Foundation/private/Clock.h>
-#include <tests/support/ScriptedDisplay.h>
 #include <tests/support/ScriptedPipeline.h>
-#include <tests/support/WrappedPlatform.h>
-
-#include <gtest/gtest.h>
 
 #include <cmath>
-#include <thread>
 
-using vx::test::LogCollector;
-using vx::test::Stage;
-using vx::test::WrappedPlatform;
+using namespace vx::test;
 
 namespace {
 
-double hertz(const CVTimeStamp& time) {
-    return 1e9 / static_cast<double>(time.videoRefreshPeriod);
-}
-
-// The last time stamps that a link gave its callback.
-struct Beats {
-    std::mutex lock;
-    CVTimeStamp now, output;
+// What a link gave its callback.
+struct Beat {
+    CVTimeStamp now, output; // of the last call
     std::uint64_t callbacks = 0;
     bool ahead = false; // output lay ahead of now at least once
-    std::function<void()> inside;
+};
 
+struct Beats {
+    std::mutex lock;
+    Beat last;
+
+    // Every third one takes longer than a refresh.
     static CVReturn take(CVDisplayLinkRef, const CVTimeStamp* now, const CVTimeStamp* output, CVOptionFlags,
                          CVOptionFlags*, void* user) {
         auto* beats = static_cast<Beats*>(user);
-        {
-            std::lock_guard guard(beats->lock);
-            beats->now = *now;
-            beats->output = *output;
-            ++beats->callbacks;
-            beats->ahead = beats->ahead || output->hostTime > now->hostTime;
-        }
-        if (beats->inside)
-            beats->inside();
+        std::lock_guard guard(beats->lock);
+        const std::uint64_t count = beats->last.callbacks + 1;
+        beats->last = {*now, *output, count, beats->last.ahead || output->hostTime > now->hostTime};
+        if (count % 3 == 0)
+            std::this_thread::sleep_for(std::chrono::milliseconds(20));
         return 0;
     }
-    std::pair<CVTimeStamp, CVTimeStamp> last() {
+    Beat get() {
         std::lock_guard guard(lock);
-        return {now, output};
-    }
-    std::uint64_t count() {
-        std::lock_guard guard(lock);
-        return callbacks;
+        return last;
     }
 };
 
-class Link {
-public:
-    explicit Link(NSOpenGLContext* context) {
-        CVDisplayLinkCreateWithActiveCGDisplays(&m_Link);
-        CVDisplayLinkSetCurrentCGDisplayFromOpenGLContext(m_Link, context, nullptr);
-        CVDisplayLinkSetOutputCallback(m_Link, Beats::take, &beats);
-    }
-    ~Link() { CVDisplayLinkRelease(m_Link); }
-    CVDisplayLinkRef get() const { return m_Link; }
-    Beats beats;
-
-private:
-    CVDisplayLinkRef m_Link = nullptr;
-};
-
-class DisplayLink : public testing::Test {
+class DisplayLink : public HeadlessTest {
 protected:
     DisplayLink() {
-        NSApplication::useHeadlessPlatform();
         NSApplication::plugHeadlessDisplay("Left", CGRectMake(5000, 0, 800, 600), 60.0);
         NSApplication::plugHeadlessDisplay("Right", CGRectMake(5800, 0, 800, 600), 75.0);
     }
@@ -80,45 +49,77 @@ protected:
     }
 };
 
+// The headless platform with surfaces of which a test decides what they say.
+class WrappedPlatform : public std::enable_shared_from_this<WrappedPlatform>, public vx::Platform {
+public:
+    std::atomic<bool> takesFrames{true};
+    std::atomic<int> sources{0};
+    const std::shared_ptr<vx::Platform> real = vx::runningPlatform();
+
+    const char* name() const override { return real->name(); }
+    vx::GLDriver& gl() override { return real->gl(); }
+    std::vector<vx::DisplayInfo> displays() override { return real->displays(); }
+    std::unique_ptr<vx::WindowBackend> makeWindow(CGRect frame, vx::WindowStyle style) override {
+        return real->makeWindow(frame, style);
+    }
+    std::unique_ptr<vx::WindowBackend> adoptWindow(const vx::NativeWindow&) override { return nullptr; }
+    std::unique_ptr<vx::Surface> makeSurface(vx::GLDriver::Handle config, vx::WindowBackend* window,
+                                             CGRect frame) override {
+        return std::make_unique<Surface>(shared_from_this(), real->makeSurface(config, window, frame));
+    }
+    bool drawsWithoutWindow() const override { return true; }
+    int presentAlert(const vx::AlertContents&) override { return 0; }
+    void handleEvents(double seconds) override { real->handleEvents(seconds); }
+    void wake() override { real->wake(); }
+
+private:
+    struct Surface : vx::Surface {
+        Surface(std::shared_ptr<WrappedPlatform> platform, std::unique_ptr<vx::Surface> real)
+            : platform(std::move(platform)), real(std::move(real)) {}
+        vx::GLDriver::Handle handle() const override { return real->handle(); }
+        const vx::WindowBackend* window() const override { return real->window(); }
+        void follow(CGRect frame) override { real->follow(frame); }
+        vx::DisplayInfo display() const override { return real->display(); }
+        std::unique_ptr<vx::RefreshSource> makeRefreshSource() const override {
+            ++platform->sources;
+            return nullptr;
+        }
+        bool takesFrame() override { return platform->takesFrames; }
+
+        std::shared_ptr<WrappedPlatform> platform;
+        std::unique_ptr<vx::Surface> real;
+    };
+};
+
 } // namespace
 
-TEST_F(DisplayLink, TellsTheTimeOfTheCallAndOfTheRefreshItIsFor) {
-    Stage stage;
-    Link link(stage.view->openGLContext());
-    ASSERT_EQ(CVDisplayLinkStart(link.get()), kCVReturnSuccess);
-    EXPECT_EQ(CVDisplayLinkStart(link.get()), kCVReturnDisplayLinkAlreadyRunning);
-    ASSERT_TRUE(vx::test::waitFor([&] { return link.beats.count() > 5; }));
-    EXPECT_EQ(CVDisplayLinkStop(link.get()), kCVReturnSuccess);
-    EXPECT_EQ(CVDisplayLinkStop(link.get()), kCVReturnDisplayLinkNotRunning);
-    const auto [now, output] = link.beats.last();
-    EXPECT_EQ(output.frameCount, now.frameCount + 1);
-    EXPECT_TRUE(link.beats.ahead);
-    EXPECT_LE(output.hostTime, now.hostTime + now.videoRefreshPeriod) << "the next refresh, and no later one";
-    EXPECT_NEAR(hertz(now), 60.0, 0.01);
-    const std::uint64_t stopped = link.beats.count();
-    std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    EXPECT_EQ(link.beats.count(), stopped);
-}
-
-TEST_F(DisplayLink, CountsEveryRefreshOfTheClockAtTheDisplaysRate) {
+TEST_F(DisplayLink, TellsTheTimeOfTheCallAndOfTheRefreshItIsForAndCountsEveryOne) {
     Stage stage;
     stage.window->setFrame(CGRectMake(5900, 10, 64, 48));
-    Link link(stage.view->openGLContext());
-    // Every third callback takes longer than a refresh.
-    link.beats.inside = [&] {
-        if (link.beats.count() % 3 == 0)
-            std::this_thread::sleep_for(std::chrono::milliseconds(20));
-    };
-    CVDisplayLinkStart(link.get());
-    ASSERT_TRUE(vx::test::waitFor([&] { return link.beats.count() > 2; }));
-    const CVTimeStamp from = link.beats.last().second;
-    ASSERT_TRUE(
-        vx::test::waitFor([&] { return link.beats.last().second.frameCount > from.frameCount + 60; }));
-    const CVTimeStamp to = link.beats.last().second;
-    const double seconds = static_cast<double>(to.hostTime - from.hostTime) * 1e-9;
-    EXPECT_NEAR(static_cast<double>(to.frameCount - from.frameCount) / seconds, 75.0, 0.1);
-    EXPECT_GT(CVDisplayLinkGetMissedRefreshes(link.get()), 10u);
-    EXPECT_LE(link.beats.count() + CVDisplayLinkGetMissedRefreshes(link.get()), to.frameCount + 3);
+    Beats beats;
+    CVDisplayLinkRef link = nullptr;
+    CVDisplayLinkCreateWithActiveCGDisplays(&link);
+    CVDisplayLinkSetCurrentCGDisplayFromOpenGLContext(link, stage.view->openGLContext(), nullptr);
+    CVDisplayLinkSetOutputCallback(link, Beats::take, &beats);
+    ASSERT_EQ(CVDisplayLinkStart(link), kCVReturnSuccess);
+    EXPECT_EQ(CVDisplayLinkStart(link), kCVReturnDisplayLinkAlreadyRunning);
+    ASSERT_TRUE(waitFor([&] { return beats.get().callbacks > 2; }));
+    const CVTimeStamp from = beats.get().output;
+    ASSERT_TRUE(waitFor([&] { return beats.get().output.frameCount > from.frameCount + 60; }));
+    const std::uint64_t missed = CVDisplayLinkGetMissedRefreshes(link);
+    EXPECT_EQ(CVDisplayLinkStop(link), kCVReturnSuccess);
+    EXPECT_EQ(CVDisplayLinkStop(link), kCVReturnDisplayLinkNotRunning);
+    const auto [now, to, stopped, ahead] = beats.get();
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    EXPECT_EQ(beats.get().callbacks, stopped);
+    EXPECT_EQ(to.frameCount, now.frameCount + 1);
+    EXPECT_TRUE(ahead);
+    EXPECT_LE(to.hostTime, now.hostTime + now.videoRefreshPeriod) << "the next refresh, and no later one";
+    EXPECT_NEAR(1e9 / double(now.videoRefreshPeriod), 75.0, 0.01);
+    EXPECT_NEAR(double(to.frameCount - from.frameCount) / double(to.hostTime - from.hostTime) * 1e9, 75, 0.1);
+    EXPECT_GT(missed, 10u);
+    EXPECT_LE(stopped + missed, to.frameCount + 3);
+    CVDisplayLinkRelease(link);
 }
 
 TEST_F(DisplayLink, FollowsTheViewBetweenDisplaysWhileDrawing) {
@@ -128,57 +129,44 @@ TEST_F(DisplayLink, FollowsTheViewBetweenDisplaysWhileDrawing) {
     };
     for (int round = 0; round < 3; ++round) {
         stage.window->setFrame(CGRectMake(5900, 10, 64, 48));
-        EXPECT_TRUE(vx::test::waitFor([&] { return std::abs(rate() - 75.0) < 3.0; })) << rate();
+        EXPECT_TRUE(waitFor([&] { return std::abs(rate() - 75.0) < 3.0; })) << rate();
         stage.window->setFrame(CGRectMake(5100, 10, 64, 48));
-        EXPECT_TRUE(vx::test::waitFor([&] { return std::abs(rate() - 60.0) < 3.0; })) << rate();
+        EXPECT_TRUE(waitFor([&] { return std::abs(rate() - 60.0) < 3.0; })) << rate();
     }
     NSApplication::plugHeadlessDisplay("Left", CGRectMake(5000, 0, 800, 600), 120.0);
-    EXPECT_TRUE(vx::test::waitFor([&] { return std::abs(rate() - 120.0) < 8.0; }))
-        << "its display has another rate";
+    EXPECT_TRUE(waitFor([&] { return std::abs(rate() - 120.0) < 8.0; })) << "its display has another rate";
     NSApplication::unplugHeadlessDisplay("Left");
-    EXPECT_TRUE(vx::test::waitFor([&] { return std::abs(rate() - 60.0) < 3.0; })) << "the first one there is";
+    EXPECT_TRUE(waitFor([&] { return std::abs(rate() - 60.0) < 3.0; })) << "the first one there is";
 }
 
-TEST_F(DisplayLink, TakesTheRefreshesOfTheSurfaceItsViewHasNow) {
-    const auto platform = WrappedPlatform::use();
-    std::atomic<int> made{0};
-    platform->makeSource = [&]() -> std::unique_ptr<vx::RefreshSource> {
-        ++made;
-        return nullptr;
-    };
+TEST_F(DisplayLink, TakesTheRefreshesOfTheSurfaceItsViewHasNowAndCountsTheFramesThatItRefuses) {
+    const auto platform = std::make_shared<WrappedPlatform>();
+    vx::replacePlatform(platform);
     {
         Stage stage(Stage::Draws::byItself);
-        EXPECT_EQ(made, 1);
-        auto other = NSRef<NSWindow>::adopt((new NSWindow)->initWithContentRect({{}, {64, 48}}, 0));
+        EXPECT_EQ(platform->sources, 1);
+        auto other = NSInit(new NSWindow, CGRectMake(0, 0, 64, 48), 0);
         other->makeKeyAndOrderFront();
         other->setContentView(stage.view.get());
-        EXPECT_TRUE(vx::test::waitFor([&] { return made == 2; })) << "another window, another source";
+        EXPECT_TRUE(waitFor([&] { return platform->sources == 2; })) << "another window, another source";
         stage.window->setContentView(stage.view.get());
-        EXPECT_TRUE(vx::test::waitFor([&] { return made == 3; }));
-    }
-    platform->giveBack();
-}
-
-TEST_F(DisplayLink, ASurfaceThatTakesNoFrameLosesARefreshAndNoHook) {
-    const auto platform = WrappedPlatform::use();
-    {
-        Stage stage;
+        EXPECT_TRUE(waitFor([&] { return platform->sources == 3; }));
+        stage.view->stopRenderThread();
+        stage.pipeline->takeCalls();
+        const std::uint64_t lost = stage.view->GetLostRefreshes();
         platform->takesFrames = false;
         EXPECT_EQ(stage.frame(), "callBack render afterFlush");
-        EXPECT_EQ(stage.view->GetLostRefreshes(), 1u);
         platform->takesFrames = true;
         stage.frame();
-        EXPECT_EQ(stage.view->GetLostRefreshes(), 1u);
+        EXPECT_EQ(stage.view->GetLostRefreshes(), lost + 1);
     }
-    platform->giveBack();
+    vx::replacePlatform(platform->real);
 }
 
-TEST(DisplayLinkRates, OutsideOf1To1000HertzAreRefused) {
-    NSApplication::useHeadlessPlatform();
+TEST_F(DisplayLink, RefusesRatesOutsideOf1To1000HertzAndEmptyDisplays) {
     LogCollector log;
     int refused = 0;
-    for (const double rate :
-         std::initializer_list<double>{0.0, -60.0, 0.001, 1e10, std::nan(""), INFINITY, -INFINITY}) {
+    for (const double rate : std::vector{0.0, -60.0, 0.001, 1e10, double(NAN), HUGE_VAL, -HUGE_VAL}) {
         EXPECT_FALSE(NSApplication::plugHeadlessDisplay("Odd", CGRectMake(0, 0, 100, 100), rate)) << rate;
         EXPECT_EQ(log.count("is refused"), ++refused);
     }

@@ -1,18 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include <VX_Platform/CoreVideo/private/RefreshPacer.h>
 #include <tests/support/LogCollector.h>
-#include <tests/support/ScriptedDisplay.h>
+#include <tests/support/SteppedClock.h>
 
 #include <gtest/gtest.h>
 
 #include <thread>
 
+using namespace vx::test;
 using vx::Refresh;
 using vx::RefreshPacer;
-using vx::test::LogCollector;
-using vx::test::ScriptedDisplay;
-using vx::test::ScriptedSource;
-using vx::test::SteppedClock;
 
 namespace {
 
@@ -20,12 +17,50 @@ constexpr std::uint64_t kMillisecond = 1000000;
 constexpr std::uint64_t kPeriod = 16666667; // 60 Hz
 constexpr double kSeconds = kPeriod * 1e-9;
 
-// A pacer on the refreshes of a scripted display, and what a link's thread does with it.
+// A display whose refreshes go by a stepped clock, number n at n times its period, and which may fall silent.
+struct Display {
+    vx::Clock& clock;
+    std::uint64_t period = kPeriod;
+    std::uint64_t silentUntil = 0;
+    int questions = 0;
+
+    std::uint64_t nextAfter(std::uint64_t time) const { return (time / period + 1) * period; }
+};
+
+class Source final : public vx::RefreshSource {
+public:
+    explicit Source(Display& display) : m_Display(display) {}
+
+    void ask() override {
+        ++m_Display.questions;
+        m_Answer = m_Display.nextAfter(m_Display.clock.now());
+    }
+    Outcome wait(std::uint64_t until, int wakeDescriptor, Refresh& refresh) override {
+        std::uint64_t answer = m_Answer;
+        if (answer != 0 && answer < m_Display.silentUntil)
+            answer = m_Display.nextAfter(m_Display.silentUntil);
+        const bool answers = answer != 0 && answer <= until;
+        if (!m_Display.clock.sleepUntil(answers ? answer : until, wakeDescriptor))
+            return Outcome::woken;
+        if (!answers)
+            return Outcome::silent;
+        m_Answer = 0;
+        refresh = {answer, answer / m_Display.period, 0};
+        return Outcome::refresh;
+    }
+    const char* name() const override { return "scripted events"; }
+
+private:
+    Display& m_Display;
+    std::uint64_t m_Answer = 0;
+};
+
+// A pacer on the refreshes of a display, and what a link's thread does with it.
 struct Paced {
     SteppedClock clock;
     LogCollector log;
-    std::shared_ptr<ScriptedDisplay> display = std::make_shared<ScriptedDisplay>(clock, kPeriod);
-    RefreshPacer pacer{std::make_unique<ScriptedSource>(display), kSeconds};
+    Display display{clock};
+    RefreshPacer pacer{std::make_unique<Source>(display), kSeconds};
 
     // Waits for a refresh and spends the time of a callback.
     Refresh frame(std::uint64_t callback = 0) {
@@ -55,52 +90,39 @@ TEST(RefreshPacer, KeepsTheBeatOfTheClockAndGivesUpWhatALongCallbackLetGoBy) {
     EXPECT_STREQ(pacer.throttleName(), RefreshPacer::kDeadlines);
 }
 
-TEST(RefreshPacer, TakesTimeAndNumberFromTheDisplayAndAsksAheadOfTheCallback) {
-    Paced paced;
-    const Refresh first = paced.frame();
-    EXPECT_EQ(first.time % kPeriod, 0u);
-    EXPECT_EQ(paced.display->questions, 2) << "a callback that waits for the retrace itself loses none";
-    const Refresh second = paced.frame();
-    EXPECT_EQ(second.time, first.time + kPeriod);
-    EXPECT_EQ(second.count, first.count + 1);
-    EXPECT_STREQ(paced.pacer.throttleName(), "scripted events");
-}
-
-// Eight seconds of callbacks that take longer than a refresh.
-class SlowCallback : public testing::TestWithParam<int> {};
-INSTANTIATE_TEST_SUITE_P(RefreshPacer, SlowCallback, testing::Values(5, 16, 20, 25, 40));
-
-TEST_P(SlowCallback, LosesNoCountOfTheRefreshes) {
-    Paced paced;
-    const Refresh first = paced.frame();
-    Refresh last = first;
-    std::uint64_t callbacks = 1;
-    while (last.time < first.time + 480 * kPeriod) {
-        const Refresh next = paced.frame(GetParam() * kMillisecond);
-        ASSERT_GT(next.count, last.count);
-        ASSERT_LT(paced.clock.now() - GetParam() * kMillisecond - next.time, kPeriod)
-            << "never an old refresh";
-        last = next;
-        ++callbacks;
+// Eight seconds of callbacks, some of which take longer than a refresh.
+TEST(RefreshPacer, TakesTimeAndNumberFromTheDisplayAndLosesNoCountOfItsRefreshes) {
+    for (const std::uint64_t callback : {0, 5, 16, 20, 25, 40}) {
+        SCOPED_TRACE(callback);
+        Paced paced;
+        const Refresh first = paced.frame();
+        EXPECT_EQ(paced.display.questions, 2) << "a callback that waits for the retrace itself loses none";
+        Refresh last = first;
+        std::uint64_t callbacks = 1;
+        for (; last.time < first.time + 480 * kPeriod; ++callbacks) {
+            const Refresh next = paced.frame(callback * kMillisecond);
+            ASSERT_GT(next.count, last.count);
+            ASSERT_EQ(next.time % kPeriod, 0u);
+            ASSERT_LT(paced.clock.now() - callback * kMillisecond - next.time, kPeriod) << "an old refresh";
+            last = next;
+        }
+        EXPECT_EQ(last.count - first.count, (last.time - first.time) / kPeriod);
+        EXPECT_EQ(paced.pacer.missed() + callbacks, last.count - first.count + 1);
+        EXPECT_NEAR(paced.pacer.measuredPeriod(), kSeconds, kSeconds * 0.001);
     }
-    EXPECT_EQ(last.count - first.count, (last.time - first.time) / kPeriod);
-    EXPECT_EQ(paced.pacer.missed() + callbacks, last.count - first.count + 1);
-    EXPECT_NEAR(paced.pacer.measuredPeriod(), kSeconds, kSeconds * 0.001);
 }
 
 TEST(RefreshPacer, HoldsTheBeatWhileTheDisplayIsSilentAndComesBackWithTheFirstAnswer) {
     Paced paced;
-    Refresh last = paced.frame();
+    Refresh last;
     for (int stall = 0; stall < 3; ++stall) {
         for (int i = 0; i < 5; ++i)
             last = paced.frame();
-        paced.display->silentUntil = paced.clock.now() + 250 * kMillisecond;
+        paced.display.silentUntil = paced.clock.now() + 250 * kMillisecond;
         const std::uint64_t stalledAt = last.time;
         int held = 0;
-        while ((last = paced.frame()).time < paced.display->silentUntil) {
+        for (; (last = paced.frame()).time < paced.display.silentUntil; ++held)
             EXPECT_EQ((last.time - stalledAt) % kPeriod, 0u);
-            ++held;
-        }
         EXPECT_GE(held, 10) << "frames go on after the first few refreshes";
         EXPECT_EQ(last.time, stalledAt + 15 * kPeriod) << "the first refresh after the silence";
         EXPECT_STREQ(paced.pacer.throttleName(), "scripted events");
@@ -108,24 +130,18 @@ TEST(RefreshPacer, HoldsTheBeatWhileTheDisplayIsSilentAndComesBackWithTheFirstAn
     }
     EXPECT_EQ(paced.log.count("hold the beat until they come back"), 3);
     EXPECT_EQ(paced.log.count("are back"), 3);
-    EXPECT_EQ(last.count, (last.time - vx::Clock::kSecond) / kPeriod + 1)
-        << "no refresh counted twice or lost";
-}
-
-TEST(RefreshPacer, AsksAgainInALongSilence) {
-    Paced paced;
-    paced.frame();
-    paced.display->silentUntil = 1ull << 62;
-    const int before = paced.display->questions;
+    EXPECT_EQ(last.count, (last.time - vx::Clock::kSecond) / kPeriod + 1) << "none counted twice or lost";
+    paced.display.silentUntil = 1ull << 62;
+    const int before = paced.display.questions;
     for (int i = 0; i < 300; ++i)
         paced.frame();
-    EXPECT_GE(paced.display->questions - before, 3);
-    EXPECT_LE(paced.display->questions - before, 10) << "and not at each beat";
+    EXPECT_GE(paced.display.questions - before, 3) << "it asks again in a long silence";
+    EXPECT_LE(paced.display.questions - before, 10) << "and not at each beat";
 }
 
 TEST(RefreshPacer, BelievesWhatItMeasures) {
     Paced paced;
-    paced.pacer.follow(std::make_unique<ScriptedSource>(paced.display), 1.0 / 75);
+    paced.pacer.follow(std::make_unique<Source>(paced.display), 1.0 / 75);
     EXPECT_EQ(paced.frame().period, 13333333u);
     for (int i = 0; i < 200; ++i)
         paced.frame();
@@ -136,10 +152,10 @@ TEST(RefreshPacer, BelievesWhatItMeasures) {
 
 TEST(RefreshPacer, FollowsAnotherDisplayAndCountsOn) {
     Paced paced;
-    Refresh last = paced.frame();
-    last = paced.frame();
-    auto other = std::make_shared<ScriptedDisplay>(paced.clock, kPeriod / 2);
-    paced.pacer.follow(std::make_unique<ScriptedSource>(other), kSeconds / 2);
+    Display other{paced.clock, kPeriod / 2};
+    paced.frame();
+    const Refresh last = paced.frame();
+    paced.pacer.follow(std::make_unique<Source>(other), kSeconds / 2);
     const Refresh first = paced.frame();
     EXPECT_EQ(first.count, last.count + 1);
     EXPECT_EQ(paced.frame().time - first.time, kPeriod / 2);
@@ -152,15 +168,9 @@ TEST(RefreshPacer, FollowsAnotherDisplayAndCountsOn) {
 }
 
 TEST(RefreshPacer, EndsEveryWaitWhenWoken) {
-    class Silent : public vx::RefreshSource {
-        void ask() override {}
-        Outcome wait(std::uint64_t until, int wakeDescriptor, Refresh&) override {
-            return vx::Clock::current().sleepUntil(until, wakeDescriptor) ? Outcome::silent : Outcome::woken;
-        }
-        const char* name() const override { return "nothing"; }
-    };
+    Display silent{vx::Clock::current(), kPeriod, 1ull << 62};
     for (const bool withSource : {false, true}) {
-        RefreshPacer pacer(withSource ? std::make_unique<Silent>() : nullptr, 1000.0);
+        RefreshPacer pacer(withSource ? std::make_unique<Source>(silent) : nullptr, 1000.0);
         std::thread waiting([&] { EXPECT_FALSE(pacer.wait()); });
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
         pacer.wake();

@@ -9,7 +9,6 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <chrono>
 #include <thread>
 
 using namespace vx::test;
@@ -34,7 +33,7 @@ TEST(NSOpenGLContext, DrawsToItsViewsSurfaceAndFollowsItsSize) {
     EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));
 }
 
-TEST(NSOpenGLContext, SharesObjectsAndRecordOfTheDriver) {
+TEST(NSOpenGLContext, SharesObjectsAndRecordOfTheDriverAndLivesAsLongAsItIsCurrent) {
     HeadlessContext gl(8, 8);
     GLuint texture = 0;
     glGenTextures(1, &texture);
@@ -44,8 +43,14 @@ TEST(NSOpenGLContext, SharesObjectsAndRecordOfTheDriver) {
     EXPECT_TRUE(glIsTexture(texture));
     EXPECT_EQ(&child->capabilities(), &gl.context()->capabilities());
     EXPECT_EQ(&vx::currentGLCapabilities(), &child->capabilities());
+    gl.context()->flushBuffer();
+    EXPECT_EQ(NSOpenGLContext::currentContext(), child.get());
+    child = nullptr;
+    EXPECT_NE(glGetString(GL_VERSION), nullptr);
     NSOpenGLContext::clearCurrentContext();
     EXPECT_FALSE(vx::currentGLCapabilities().geometryShader4);
+    gl.context()->flushBuffer();
+    EXPECT_EQ(NSOpenGLContext::currentContext(), nullptr);
 }
 
 TEST(NSOpenGLContext, IsHandedFromThreadToThread) {
@@ -67,26 +72,6 @@ TEST(NSOpenGLContext, IsHandedFromThreadToThread) {
     EXPECT_TRUE(got);
     EXPECT_TRUE(context->tryMakeCurrentContext()) << "a thread that ends gives back what it had";
     EXPECT_EQ(NSOpenGLContext::currentContext(), context);
-}
-
-TEST(NSOpenGLContext, FlushesWhileAnotherContextIsCurrent) {
-    HeadlessContext gl(8, 8);
-    NSRef<NSOpenGLContext> child = sharing(gl);
-    ASSERT_TRUE(child->makeCurrentContext());
-    gl.context()->flushBuffer();
-    EXPECT_EQ(NSOpenGLContext::currentContext(), child.get());
-    NSOpenGLContext::clearCurrentContext();
-    gl.context()->flushBuffer();
-    EXPECT_EQ(NSOpenGLContext::currentContext(), nullptr);
-}
-
-TEST(NSOpenGLContext, LivesAsLongAsItIsCurrent) {
-    HeadlessContext gl(8, 8);
-    NSOpenGLContext* child = sharing(gl)->retain();
-    ASSERT_TRUE(child->makeCurrentContext());
-    child->release();
-    EXPECT_NE(glGetString(GL_VERSION), nullptr);
-    NSOpenGLContext::clearCurrentContext();
 }
 
 TEST(NSOpenGLContext, TellsTheLogOfFaultsWhenAskedTo) {

@@ -23,14 +23,17 @@ const vx::DisplayInfo* displayNamed(const std::vector<vx::DisplayInfo>& all, con
 }
 
 double announcedRate(Stage& stage) {
-    return stage.pipeline->lastPeriod ? 1e9 / static_cast<double>(stage.pipeline->lastPeriod) : 0.0;
+    return 1e9 / static_cast<double>(stage.pipeline->lastStamp().videoRefreshPeriod);
+}
+
+bool comes(Stage& stage, const std::function<bool()>& condition) {
+    return waitFor(condition, [&] { stage.step(); });
 }
 
 // Refreshes per second over half a second of drawing, by the link's own count.
 double countedRate(Stage& stage) {
     const auto begin = stage.pipeline->lastStamp();
-    waitFor([&] { return stage.pipeline->lastStamp().hostTime > begin.hostTime + 500000000; },
-            [&] { stage.step(); });
+    comes(stage, [&] { return stage.pipeline->lastStamp().hostTime > begin.hostTime + 500000000; });
     const auto end = stage.pipeline->lastStamp();
     return static_cast<double>(end.frameCount - begin.frameCount) * 1e9 /
            static_cast<double>(end.hostTime - begin.hostTime);
@@ -57,10 +60,10 @@ TEST(X11Displays, AreListedWithTheirRatesAndFollowedAsTheyComeAndGo) {
         &changes, [&](NSNotification*) { ++changes; }, NSApplicationDidChangeScreenParametersNotification,
         nullptr);
     xrandr("--output DUMMY1 --off");
-    EXPECT_TRUE(waitFor([&] { return changes > 0; }, [&] { stage.step(); }));
+    EXPECT_TRUE(comes(stage, [&] { return changes > 0; }));
     EXPECT_EQ(platform->displays().size(), 1u);
     xrandr("--output DUMMY2 --mode 1024x768_75 --pos 1280x0 --output DUMMY1 --mode 1024x768_75 --pos 2304x0");
-    EXPECT_TRUE(waitFor([&] { return platform->displays().size() == 3; }, [&] { stage.step(); }));
+    EXPECT_TRUE(comes(stage, [&] { return platform->displays().size() == 3; }));
     EXPECT_EQ(displayNamed(platform->displays(), "DUMMY1")->id, displayNamed(before, "DUMMY1")->id);
     NSNotificationCenter::defaultCenter()->removeObserver(&changes);
 }
@@ -70,8 +73,7 @@ TEST(X11Displays, AWindowMovedWhileDrawingIsDrawnAtTheRateOfItsDisplay) {
     for (int round = 0; round < 2; ++round) {
         for (const auto& [x, rate] : {std::pair(1400, 75.0), std::pair(100, 60.0)}) {
             stage.window->setFrame(CGRectMake(x, 100, 64, 48));
-            EXPECT_TRUE(
-                waitFor([&] { return std::abs(announcedRate(stage) - rate) < 0.5; }, [&] { stage.step(); }))
+            EXPECT_TRUE(comes(stage, [&] { return std::abs(announcedRate(stage) - rate) < 0.5; }))
                 << announcedRate(stage);
             // This server's events come at 60 Hz on all its outputs.
             EXPECT_NEAR(countedRate(stage), 60.0, 6.0);
@@ -79,10 +81,10 @@ TEST(X11Displays, AWindowMovedWhileDrawingIsDrawnAtTheRateOfItsDisplay) {
     }
     EXPECT_FALSE(stage.window->fillDisplay("DUMMY9"));
     ASSERT_TRUE(stage.window->fillDisplay("DUMMY1"));
-    EXPECT_TRUE(waitFor([&] { return stage.window->frame().size.width == 1024.0; }, [&] { stage.step(); }));
+    EXPECT_TRUE(comes(stage, [&] { return stage.window->frame().size.width == 1024.0; }));
     EXPECT_EQ(stage.window->frame().origin.x, 1280.0);
-    EXPECT_TRUE(waitFor([&] { return std::abs(announcedRate(stage) - 75.0) < 0.5; }, [&] { stage.step(); }));
-    EXPECT_TRUE(waitFor([&] { return announcedRate(stage) < 65.0; }, [&] { stage.step(); }))
+    EXPECT_TRUE(comes(stage, [&] { return std::abs(announcedRate(stage) - 75.0) < 0.5; }));
+    EXPECT_TRUE(comes(stage, [&] { return announcedRate(stage) < 65.0; }))
         << "after a second the rate that was measured is told";
     stage.window->leaveDisplay();
     EXPECT_EQ(stage.window->frame().size.width, 64.0);

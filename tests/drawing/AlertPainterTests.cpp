@@ -6,9 +6,8 @@
 
 #include <string>
 
-using vx::AlertPainter;
-using vx::Canvas;
-using vx::test::pixelOf;
+using namespace vx;
+using namespace vx::test;
 
 namespace {
 

@@ -5,10 +5,8 @@
 
 #include <vector>
 
-using vx::Canvas;
-using vx::Color;
-using vx::test::InkBox;
-using vx::test::pixelOf;
+using namespace vx;
+using namespace vx::test;
 
 TEST(Canvas, FillsWholePixelsFromTheOriginAsked) {
     for (const auto origin : {Canvas::Origin::topLeft, Canvas::Origin::bottomLeft}) {

@@ -10,10 +10,8 @@
 #include <thread>
 #include <vector>
 
-using vx::Canvas;
-using vx::FontMap;
-using vx::TextLayout;
-using vx::test::InkBox;
+using namespace vx;
+using namespace vx::test;
 
 namespace {
 

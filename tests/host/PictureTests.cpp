@@ -5,18 +5,11 @@
 #include <tests/support/Pixels.h>
 #include <tests/support/ScriptedPipeline.h>
 
-#include <epoxy/gl.h>
-#include <gtest/gtest.h>
 #include <png.h>
 
-#include <cmath>
-#include <cstring>
 #include <filesystem>
-#include <thread>
 
-using vx::test::LogCollector;
-using vx::test::ScriptedPipeline;
-using vx::test::Stage;
+using namespace vx::test;
 
 namespace {
 
@@ -37,12 +30,9 @@ struct Picture {
     std::vector<std::uint32_t> pixels;
 };
 
-class PictureTest : public testing::Test {
+class PictureTest : public HeadlessTest {
 protected:
-    PictureTest() {
-        NSApplication::useHeadlessPlatform();
-        std::filesystem::create_directories(folder);
-    }
+    PictureTest() { std::filesystem::create_directories(folder); }
     ~PictureTest() override { std::filesystem::remove_all(folder); }
 
     std::string path(const char* name) const { return (folder / name).string(); }
@@ -52,9 +42,9 @@ protected:
 
 // Red in the left half, blue in a corner at the lower left.
 void drawMark() {
-    vx::test::clearTo(0, 1, 0);
-    vx::test::clearTo(1, 0, 0, 0, 0, 32, 48);
-    vx::test::clearTo(0, 0, 1, 0, 0, 4, 4);
+    clearTo(0, 1, 0);
+    clearTo(1, 0, 0, 0, 0, 32, 48);
+    clearTo(0, 0, 1, 0, 0, 4, 4);
 }
 
 void expectMark(const Picture& picture) {
@@ -75,7 +65,7 @@ TEST_F(PictureTest, AFrameIsSavedFromAHookFromAnotherThreadAndByStep) {
             inHook = stage.view->SaveFrame(path("hook.png").c_str());
     });
     EXPECT_TRUE(stage.view->SaveFrame(path("thread.png").c_str()));
-    EXPECT_TRUE(vx::test::waitFor([&] { return inHook == 1; }));
+    EXPECT_TRUE(waitFor([&] { return inHook == 1; }));
     expectMark(Picture(path("thread.png")));
     expectMark(Picture(path("hook.png")));
 
@@ -109,17 +99,10 @@ TEST_F(PictureTest, ATargetIsSavedWithItsAlphaWhateverTheHostHasBound) {
     glBindBuffer(GL_PIXEL_PACK_BUFFER, buffer);
     glPixelStorei(GL_PACK_ROW_LENGTH, 100);
     EXPECT_TRUE(VX_GLSaveRenderTarget(path("target.png").c_str(), &target, 1));
-    GLint rowLength = 0, bound = 0, framebuffer = -1;
-    glGetIntegerv(GL_PACK_ROW_LENGTH, &rowLength);
-    glGetIntegerv(GL_PIXEL_PACK_BUFFER_BINDING, &bound);
-    glGetIntegerv(GL_FRAMEBUFFER_BINDING_EXT, &framebuffer);
-    EXPECT_EQ(rowLength, 100);
-    EXPECT_EQ(GLuint(bound), buffer);
-    EXPECT_EQ(framebuffer, 0);
+    EXPECT_EQ(stateOf(GL_PACK_ROW_LENGTH, GL_PIXEL_PACK_BUFFER_BINDING, GL_FRAMEBUFFER_BINDING_EXT),
+              ints(100, buffer, 0));
     EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));
-    const Picture picture(path("target.png"));
-    ASSERT_EQ(picture.pixels.size(), 6u);
-    EXPECT_EQ(picture.at(2, 1), 0xFF003366u);
+    EXPECT_EQ(Picture(path("target.png")).pixels, std::vector<std::uint32_t>(6, 0xFF003366));
     for (const int index : {-1, 2})
         EXPECT_FALSE(VX_GLSaveRenderTarget(path("none.png").c_str(), &target, index));
     EXPECT_FALSE(VX_GLSaveRenderTarget(path("none.png").c_str(), nullptr, 0));
@@ -157,23 +140,16 @@ TEST_F(PictureTest, AHostsPictureFollowsItsWindowWithoutAStop) {
     options.platform = "headless";
     auto host = VX_GLHost::open(pipeline.get(), options);
     ASSERT_NE(host, nullptr);
-    std::atomic<int> viewport{0}, frames{0};
+    std::atomic<int> viewport{0};
     NSApplication::sharedApplication()->runStep(0.0);
     host->view()->RenderThreadLock();
-    pipeline->onRender = [&] {
-        viewport = static_cast<int>(pipeline->lastBounds.size.width);
-        ++frames;
-    };
+    pipeline->onRender = [&] { viewport = int(pipeline->lastBounds.size.width); };
     pipeline->takeCalls();
     host->view()->RenderThreadUnLock();
     host->window()->setFrame(CGRectMake(0, 0, 320, 200));
-    EXPECT_TRUE(vx::test::waitFor([&] { return viewport == 320; }));
+    EXPECT_TRUE(waitFor([&] { return viewport == 320; }));
     EXPECT_EQ(pipeline->takeCalls().find("stop"), std::string::npos);
     EXPECT_EQ(host->view()->width(), 320.0f);
-    EXPECT_TRUE(vx::test::waitFor([&] { return frames > 50; }));
-    EXPECT_NEAR(host->view()->GetFrameRate(), 60.0, 25.0);
-    const std::uint64_t drawn = host->view()->GetDrawnFrames();
-    EXPECT_LE(std::uint64_t(frames), drawn + 1);
     host->window()->close();
     EXPECT_EQ(host->run(), 0);
 }

@@ -17,7 +17,6 @@ struct Row {
     void (*install)(const char* name, bool forwarded);
     void (*remove)();
     const char* name;
-    const char* extension;
 };
 
 // What stands in for one of libepoxy's function pointers.
@@ -43,21 +42,20 @@ struct Hook<Entry, Result (*)(Arguments...)> {
     static void remove() { Entry = former; }
 };
 
-#define GL_ROW(entry, extension) \
-    { Hook<epoxy_gl##entry>::install, Hook<epoxy_gl##entry>::remove, "gl" #entry, extension }
+#define GL_ROW(entry) \
+    { Hook<epoxy_gl##entry>::install, Hook<epoxy_gl##entry>::remove, "gl" #entry }
 
-const Row kRows[] = {GL_ROW(CreateShader, nullptr),   GL_ROW(DeleteShader, nullptr),
-                     GL_ROW(CreateProgram, nullptr),  GL_ROW(LinkProgram, nullptr),
-                     GL_ROW(DeleteProgram, nullptr),  GL_ROW(ProgramParameteriEXT, "GL_EXT_geometry_shader4"),
-                     GL_ROW(DeleteTextures, nullptr), GL_ROW(DrawArrays, nullptr),
-                     GL_ROW(DrawElements, nullptr)};
+const Row kRows[] = {GL_ROW(CreateShader),   GL_ROW(DeleteShader),  GL_ROW(CreateProgram),
+                     GL_ROW(LinkProgram),    GL_ROW(DeleteProgram), GL_ROW(ProgramParameteriEXT),
+                     GL_ROW(DeleteTextures), GL_ROW(DrawArrays),    GL_ROW(DrawElements)};
 
 } // namespace
 
 GLRecorder::GLRecorder() {
     s_Recorder = this;
+    const bool shaders4 = epoxy_has_gl_extension("GL_EXT_geometry_shader4");
     for (const Row& row : kRows)
-        row.install(row.name, !row.extension || epoxy_has_gl_extension(row.extension));
+        row.install(row.name, shaders4 || !std::string_view(row.name).ends_with("EXT"));
 }
 
 GLRecorder::~GLRecorder() {

@@ -7,6 +7,7 @@
 #include <VX_Platform/OpenGL/NSOpenGLView.h>
 
 #include <stdexcept>
+#include <vector>
 
 namespace vx::test {
 
@@ -16,20 +17,11 @@ class HeadlessContext {
 public:
     HeadlessContext(int width, int height) {
         NSApplication::useHeadlessPlatform();
-        const unsigned attributes[] = {NSOpenGLPFADoubleBuffer,
-                                       NSOpenGLPFAColorSize,
-                                       24,
-                                       NSOpenGLPFAAlphaSize,
-                                       8,
-                                       NSOpenGLPFADepthSize,
-                                       24,
-                                       0};
+        const std::vector<unsigned> words({NSOpenGLPFADoubleBuffer, NSOpenGLPFAColorSize, 24,
+                                           NSOpenGLPFAAlphaSize, 8, NSOpenGLPFADepthSize, 24, 0});
         auto format =
-            NSRef<NSOpenGLPixelFormat>::adopt((new NSOpenGLPixelFormat)->initWithAttributes(attributes));
-        if (!format)
-            throw std::runtime_error("no pixel format");
-        m_View = NSRef<NSOpenGLView>::adopt(
-            (new NSOpenGLView)->initWithFrame(CGRectMake(0, 0, width, height), format.get()));
+            NSRef<NSOpenGLPixelFormat>::adopt((new NSOpenGLPixelFormat)->initWithAttributes(words.data()));
+        m_View = NSInit(new NSOpenGLView, CGRectMake(0, 0, width, height), format.get());
         if (!m_View->openGLContext() || !m_View->openGLContext()->makeCurrentContext())
             throw std::runtime_error("no context");
     }

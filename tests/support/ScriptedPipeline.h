@@ -10,6 +10,8 @@
 #include <tests/support/LogCollector.h>
 #include <tests/support/WaitFor.h>
 
+#include <gtest/gtest.h>
+
 #include <atomic>
 #include <functional>
 #include <mutex>
@@ -19,14 +21,15 @@
 
 namespace vx::test {
 
+/// The headless platform for the process.
+struct HeadlessTest : testing::Test {
+    HeadlessTest() { NSApplication::useHeadlessPlatform(); }
+};
+
 /// Notes each hook, and does in `onRender` and the like what a test asks for.
 class ScriptedPipeline : public VX_GLRenderpipeline {
 public:
     VX_RETURNS_OWN_TYPE(ScriptedPipeline)
-
-    static inline std::atomic<int> living{0};
-    ScriptedPipeline() { ++living; }
-    ~ScriptedPipeline() override { --living; }
 
     std::function<void()> onCallBack, onRender, onStart, onStop, onNotify, onAfterFlush;
 
@@ -42,18 +45,15 @@ public:
         note("render", onRender);
     }
     void afterGLFlushBuffer(const CVTimeStamp* time) override {
-        lastTime = time;
         {
             std::lock_guard guard(m_Lock);
             m_LastStamp = *time;
         }
-        lastPeriod = time->videoRefreshPeriod;
         note("afterFlush", onAfterFlush);
     }
     bool attachGLContext(NSOpenGLContext* context, NSOpenGLPixelFormat* format) override {
-        note(context && format ? "attach" : "detach", {});
-        // The result is ignored.
-        return false;
+        noteCall(context && format ? "attach" : "detach");
+        return false; // ignored
     }
 
     /// What was noted since the last call, joined by blanks.
@@ -67,8 +67,6 @@ public:
     }
 
     CGRect lastBounds;
-    const CVTimeStamp* lastTime = nullptr;
-    std::atomic<std::uint64_t> lastPeriod{0};
     /// What the last frame was drawn for.
     CVTimeStamp lastStamp() {
         std::lock_guard guard(m_Lock);
@@ -94,11 +92,9 @@ public:
     enum class Draws { byHand, byItself };
 
     explicit Stage(Draws draws = Draws::byHand, CGSize size = {64, 48}, bool attach = true) {
-        window = NSRef<NSWindow>::adopt(
-            (new NSWindow)->initWithContentRect({{}, size}, NSTitledWindowMask | NSResizableWindowMask));
-        view = NSRef<VX_GLMainView>::adopt((new VX_GLMainView)->initWithFrame({{}, size}, nullptr));
-        pipeline = NSRef<ScriptedPipeline>::adopt(new ScriptedPipeline);
-        pipeline->init();
+        window = NSInit(new NSWindow, CGRect{{}, size}, NSTitledWindowMask | NSResizableWindowMask);
+        view = NSInit(new VX_GLMainView, CGRect{{}, size}, nullptr);
+        pipeline = NSInit(new ScriptedPipeline);
         pipeline->setTargetGLView(view.get());
         window->setContentView(view.get());
         window->makeKeyAndOrderFront();

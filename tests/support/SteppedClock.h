@@ -5,8 +5,6 @@
 
 #include <cstdint>
 #include <mutex>
-#include <utility>
-#include <vector>
 
 #include <poll.h>
 
@@ -28,7 +26,6 @@ public:
         if (poll(&descriptor, 1, 0) > 0)
             return false;
         std::lock_guard guard(m_Lock);
-        m_Sleeps.push_back(time);
         m_Now = time > m_Now ? time : m_Now;
         return true;
     }
@@ -38,16 +35,10 @@ public:
         std::lock_guard guard(m_Lock);
         m_Now += nanoseconds;
     }
-    /// The times slept until since the start or the last `takeSleeps`, in order.
-    std::vector<std::uint64_t> takeSleeps() {
-        std::lock_guard guard(m_Lock);
-        return std::exchange(m_Sleeps, {});
-    }
 
 private:
     std::mutex m_Lock;
     std::uint64_t m_Now;
-    std::vector<std::uint64_t> m_Sleeps;
     Clock* m_Former;
 };
 

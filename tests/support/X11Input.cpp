@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <tests/support/X11Input.h>
 
-#include <tests/support/WaitFor.h>
-
 #include <xcb/xcb.h>
 #include <xcb/xtest.h>
 
@@ -14,11 +12,10 @@ namespace vx::test {
 
 namespace {
 
-struct Free {
-    void operator()(void* storage) const { std::free(storage); }
-};
 template <class T>
-using Reply = std::unique_ptr<T, Free>;
+std::unique_ptr<T, decltype(&std::free)> owned(T* reply) {
+    return {reply, std::free};
+}
 
 } // namespace
 
@@ -31,51 +28,32 @@ X11Input::~X11Input() {
 }
 
 std::uint32_t X11Input::atom(const char* name) {
-    const Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
-        m_Connection, xcb_intern_atom(m_Connection, 0, std::uint16_t(std::strlen(name)), name), nullptr));
-    return reply->atom;
+    const auto cookie = xcb_intern_atom(m_Connection, 0, std::uint16_t(std::strlen(name)), name);
+    return owned(xcb_intern_atom_reply(m_Connection, cookie, nullptr))->atom;
 }
 
 std::string X11Input::titleOf(std::uint32_t window) {
-    const Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(
-        m_Connection, xcb_get_property(m_Connection, 0, window, atom("_NET_WM_NAME"), XCB_ATOM_ANY, 0, 1024),
-        nullptr));
-    if (!reply)
-        return {};
-    return {static_cast<const char*>(xcb_get_property_value(reply.get())),
-            std::size_t(xcb_get_property_value_length(reply.get()))};
+    const auto cookie =
+        xcb_get_property(m_Connection, 0, window, atom("_NET_WM_NAME"), XCB_ATOM_ANY, 0, 1024);
+    const auto reply = owned(xcb_get_property_reply(m_Connection, cookie, nullptr));
+    return reply ? std::string(static_cast<const char*>(xcb_get_property_value(reply.get())),
+                               std::size_t(xcb_get_property_value_length(reply.get())))
+                 : std::string();
 }
 
 std::vector<X11Input::Window> X11Input::windows(const std::string& title) {
     std::vector<Window> found;
-    const Reply<xcb_query_tree_reply_t> tree(
-        xcb_query_tree_reply(m_Connection, xcb_query_tree(m_Connection, m_Screen->root), nullptr));
+    xcb_connection_t* c = m_Connection;
+    const auto tree = owned(xcb_query_tree_reply(c, xcb_query_tree(c, m_Screen->root), nullptr));
     for (int index = 0; index < xcb_query_tree_children_length(tree.get()); ++index) {
         const xcb_window_t id = xcb_query_tree_children(tree.get())[index];
-        const Reply<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
-            m_Connection, xcb_get_window_attributes(m_Connection, id), nullptr));
-        const Reply<xcb_get_geometry_reply_t> frame(
-            xcb_get_geometry_reply(m_Connection, xcb_get_geometry(m_Connection, id), nullptr));
-        if (attributes && frame && attributes->map_state == XCB_MAP_STATE_VIEWABLE && titleOf(id) == title)
+        const auto state =
+            owned(xcb_get_window_attributes_reply(c, xcb_get_window_attributes(c, id), nullptr));
+        const auto frame = owned(xcb_get_geometry_reply(c, xcb_get_geometry(c, id), nullptr));
+        if (state && frame && state->map_state == XCB_MAP_STATE_VIEWABLE && titleOf(id) == title)
             found.push_back({id, frame->x, frame->y, frame->width, frame->height});
     }
     return found;
-}
-
-X11Input::Window X11Input::waitForWindow(const std::string& title) {
-    std::vector<Window> found;
-    waitFor([&] {
-        found = windows(title);
-        return !found.empty();
-    });
-    return found.empty() ? Window() : found.front();
-}
-
-bool X11Input::waitForEnd(const Window& window) {
-    return waitFor([&] {
-        return !Reply<xcb_get_geometry_reply_t>(
-            xcb_get_geometry_reply(m_Connection, xcb_get_geometry(m_Connection, window.id), nullptr));
-    });
 }
 
 void X11Input::fake(int type, int detail, int x, int y) {
@@ -86,10 +64,9 @@ void X11Input::fake(int type, int detail, int x, int y) {
 
 int X11Input::keycode(std::uint32_t keysym) {
     const xcb_setup_t* setup = xcb_get_setup(m_Connection);
-    const int count = setup->max_keycode - setup->min_keycode + 1;
-    const Reply<xcb_get_keyboard_mapping_reply_t> map(xcb_get_keyboard_mapping_reply(
-        m_Connection, xcb_get_keyboard_mapping(m_Connection, setup->min_keycode, std::uint8_t(count)),
-        nullptr));
+    const auto count = std::uint8_t(setup->max_keycode - setup->min_keycode + 1);
+    const auto cookie = xcb_get_keyboard_mapping(m_Connection, setup->min_keycode, count);
+    const auto map = owned(xcb_get_keyboard_mapping_reply(m_Connection, cookie, nullptr));
     for (int key = 0; key < count; ++key)
         if (xcb_get_keyboard_mapping_keysyms(map.get())[key * map->keysyms_per_keycode] == keysym)
             return setup->min_keycode + key;
@@ -99,27 +76,17 @@ int X11Input::keycode(std::uint32_t keysym) {
 void X11Input::press(std::uint32_t keysym, std::uint32_t held) {
     if (held)
         fake(XCB_KEY_PRESS, keycode(held), 0, 0);
-    fake(XCB_KEY_PRESS, keycode(keysym), 0, 0);
-    fake(XCB_KEY_RELEASE, keycode(keysym), 0, 0);
+    for (const int change : {XCB_KEY_PRESS, XCB_KEY_RELEASE})
+        fake(change, keycode(keysym), 0, 0);
     if (held)
         fake(XCB_KEY_RELEASE, keycode(held), 0, 0);
 }
 
-void X11Input::move(int x, int y) {
-    fake(XCB_MOTION_NOTIFY, 0, x, y);
-}
-
-void X11Input::click(int x, int y, int button) {
-    move(x, y);
+void X11Input::drag(int fromX, int fromY, int toX, int toY, int button) {
+    fake(XCB_MOTION_NOTIFY, 0, fromX, fromY);
     fake(XCB_BUTTON_PRESS, button, 0, 0);
+    fake(XCB_MOTION_NOTIFY, 0, toX, toY);
     fake(XCB_BUTTON_RELEASE, button, 0, 0);
-}
-
-void X11Input::drag(int fromX, int fromY, int toX, int toY) {
-    move(fromX, fromY);
-    fake(XCB_BUTTON_PRESS, 1, 0, 0);
-    move(toX, toY);
-    fake(XCB_BUTTON_RELEASE, 1, 0, 0);
 }
 
 void X11Input::close(const Window& window) {
@@ -133,13 +100,12 @@ void X11Input::close(const Window& window) {
     xcb_flush(m_Connection);
 }
 
-std::vector<std::uint32_t> X11Input::pixels(const Window& window) {
-    const Reply<xcb_get_image_reply_t> image(xcb_get_image_reply(
-        m_Connection,
-        xcb_get_image(m_Connection, XCB_IMAGE_FORMAT_Z_PIXMAP, m_Screen->root, std::int16_t(window.x),
-                      std::int16_t(window.y), std::uint16_t(window.width), std::uint16_t(window.height), ~0u),
-        nullptr));
-    std::vector<std::uint32_t> result(std::size_t(window.width) * std::size_t(window.height));
+std::vector<std::uint32_t> X11Input::pixels(const Window& part) {
+    const auto width = std::uint16_t(part.width), height = std::uint16_t(part.height);
+    const auto cookie = xcb_get_image(m_Connection, XCB_IMAGE_FORMAT_Z_PIXMAP, part.id, std::int16_t(part.x),
+                                      std::int16_t(part.y), width, height, ~0u);
+    const auto image = owned(xcb_get_image_reply(m_Connection, cookie, nullptr));
+    std::vector<std::uint32_t> result(std::size_t(width) * height);
     if (image)
         std::memcpy(result.data(), xcb_get_image_data(image.get()), result.size() * 4);
     for (std::uint32_t& pixel : result)

@@ -24,26 +24,19 @@ public:
     X11Input(const X11Input&) = delete;
     X11Input& operator=(const X11Input&) = delete;
 
-    /// Waits up to ten seconds for a visible top-level window with that title; id 0 when there is none.
-    Window waitForWindow(const std::string& title);
     /// The visible top-level windows with that title.
     std::vector<Window> windows(const std::string& title);
-    /// Waits up to ten seconds for the window to go away.
-    bool waitForEnd(const Window& window);
-
     /// Presses and releases the first key that has the keysym, with another one held down if that is not 0.
     void press(std::uint32_t keysym, std::uint32_t held = 0);
-    /// Clicks a button of X at the point on the screen: 1 left, 2 middle, 3 right.
-    void click(int x, int y, int button = 1);
-    /// Presses the left button at one point on the screen and releases it at the other.
-    void drag(int fromX, int fromY, int toX, int toY);
-    /// Moves the pointer there.
-    void move(int x, int y);
+    /// Presses a button of X (1 left, 2 middle, 3 right) at one point on the screen and releases it at
+    /// another.
+    void drag(int fromX, int fromY, int toX, int toY, int button = 1);
+    void click(int x, int y, int button = 1) { drag(x, y, x, y, button); }
     /// Asks the window to close, as a window manager does.
     void close(const Window& window);
 
-    /// Rows of 0xrrggbb, top row first.
-    std::vector<std::uint32_t> pixels(const Window& window);
+    /// A part of the window, of its own coordinates, as rows of 0xrrggbb, top row first.
+    std::vector<std::uint32_t> pixels(const Window& part);
 
 private:
     std::uint32_t atom(const char* name);
