@@ -73,8 +73,8 @@ TEST(X11Displays, AWindowMovedWhileDrawingIsDrawnAtTheRateOfItsDisplay) {
     for (int round = 0; round < 2; ++round) {
         for (const auto& [x, rate] : {std::pair(1400, 75.0), std::pair(100, 60.0)}) {
             stage.window->setFrame(CGRectMake(x, 100, 64, 48));
-            EXPECT_TRUE(comes(stage, [&] { return std::abs(announcedRate(stage) - rate) < 0.5; }))
-                << announcedRate(stage);
+            const auto isAnnounced = [&, rate = rate] { return std::abs(announcedRate(stage) - rate) < 0.5; };
+            EXPECT_TRUE(comes(stage, isAnnounced)) << announcedRate(stage);
             // This server's events come at 60 Hz on all its outputs.
             EXPECT_NEAR(countedRate(stage), 60.0, 6.0);
         }

@@ -41,7 +41,7 @@ TEST(VX_GLVertex, EachFormatHasItsStrideAndItsAttributesAtTheirOffsets) {
         EXPECT_EQ(static_cast<void*>(vertices.GetPosition(1)), block + stride);
         std::string wanted(std::size_t(2 * stride), '\0');
         std::memset(block, 0, wanted.size());
-        const auto check = [&](int offset, const auto& value, void* next, void* found) {
+        const auto check = [&, stride = stride](int offset, const auto& value, void* next, void* found) {
             EXPECT_EQ(next, offset < 0 ? block : block + stride);
             EXPECT_EQ(found, offset < 0 ? nullptr : block + offset);
             if (offset >= 0)

@@ -99,8 +99,8 @@ void HeadlessDesktop::raise(HeadlessWindow* window) {
     {
         std::lock_guard guard(m_Lock);
         entryOf(window)->shown = true;
-        std::ranges::stable_partition(m_Windows,
-                                      [window](const Entry& entry) { return entry.window != window; });
+        std::stable_partition(m_Windows.begin(), m_Windows.end(),
+                              [window](const Entry& entry) { return entry.window != window; });
     }
     moveKeyTo(window);
 }

@@ -3,23 +3,36 @@
 #include <VX_Platform/Foundation/NSString.h>
 #include <tests/support/GLTest.h>
 
-TEST(VX_GLStandardMesh, FreesWhatItHoldsAndOnlyTexturesThatAre) {
+namespace {
+
+/// Notes its end among the GL calls, to see what ends when.
+struct NotingFace : VX_GLStandardFaceData {
+    explicit NotingFace(GLRecorder& recorder) : m_Recorder(recorder) {}
+    ~NotingFace() override { m_Recorder.note("face"); }
+    GLRecorder& m_Recorder;
+};
+
+} // namespace
+
+TEST(VX_GLStandardMesh, FreesItsRootThenTheTexturesThatAreThenItsMeshes) {
     HeadlessContext gl(8, 8);
     unsigned textures[3];
     glGenTextures(3, textures);
     GLRecorder recorder;
     {
         VX_GLStandardMesh model;
+        recorder.onCall = [&] { EXPECT_EQ(model.m_RootMeshs, nullptr); };
         const auto add = [&](int first, unsigned name) {
             model.AddMaterial()->m_Textures[first] = name;
-            model.AddMesh()->AddFace();
+            model.AddMesh()->m_Faces.push_back(new NotingFace(recorder));
             model.GetRootMeshs()->AddChildren()->AddMeshIndex(0);
         };
         add(1, textures[0]);
         add(7, textures[1]);
         EXPECT_EQ(ints(model.GetMaterialCount(), model.GetMeshCount()), ints(2, 2));
         model.FreeResources();
-        EXPECT_EQ(recorder.take().size(), 2u) << "a call for each texture";
+        EXPECT_EQ(recorder.count("glDeleteTextures"), 2) << "a call for each texture";
+        EXPECT_EQ(recorder.take().back(), "face");
         EXPECT_EQ(model.m_RootMeshs, nullptr);
         EXPECT_EQ(ints(model.GetMaterialCount(), model.GetMeshCount()), ints(0, 0));
         add(0, textures[2]);

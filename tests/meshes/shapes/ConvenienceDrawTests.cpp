@@ -73,8 +73,10 @@ TEST(VX_GLConvenienceDraw, CountsTheSegmentsOfACircle) {
         int segments, used;
     } rows[] = {{10, 0, 62}, {0.1f, 0, 2}, {1, -5, 6},  {1, 1, 2},
                 {5, 8, 8},   {-3, 0, 2},   {NAN, 0, 2}, {1e30f, 0, 2}};
-    for (const auto& [radius, segments, used] : rows)
-        drawnBy(GL_TRIANGLE_FAN, 1, used + 2, [&] { Draw::drawSolidCircle({3, 4}, radius, segments); });
+    for (const auto& row : rows)
+        drawnBy(GL_TRIANGLE_FAN, 1, row.used + 2, [&] {
+            Draw::drawSolidCircle({3, 4}, row.radius, row.segments);
+        });
     const auto drawn = drawnBy(GL_TRIANGLE_FAN, 6, 6, [] { Draw::drawSolidCircle({3, 4}, 100, 4); });
     const float points[] = {3, 4, 103, 4, 3, 104, -97, 4, 3, -96, 103, 4};
     for (int i = 0; i < 12; ++i)
