@@ -31,9 +31,9 @@ class ScriptedPipeline : public VX_GLRenderpipeline {
 public:
     VX_RETURNS_OWN_TYPE(ScriptedPipeline)
 
-    std::function<void()> onCallBack, onRender, onStart, onStop, onNotify, onAfterFlush;
+    std::function<void()> onCallBack, onRender, onStart, onStop, onAfterFlush;
 
-    void onNotify_StopRenderThread() override { note("notify", onNotify); }
+    void onNotify_StopRenderThread() override { noteCall("notify"); }
     void callBackRender() override { note("callBack", onCallBack); }
     void doStartRender() override { note("start", onStart); }
     void doStopRender() override {
