@@ -2,33 +2,15 @@
 #include <VX_OpenGL64/host/VX_GLHost.h>
 #include <VX_OpenGL64/targets/VX_GLPictureFile.h>
 #include <VX_OpenGL64/targets/VX_GLRenderTarget.h>
+#include <tests/support/Picture.h>
 #include <tests/support/Pixels.h>
 #include <tests/support/ScriptedPipeline.h>
-
-#include <png.h>
 
 #include <filesystem>
 
 using namespace vx::test;
 
 namespace {
-
-// A file's pixels as 0xRRGGBBAA, the top row first; empty when it cannot be read.
-struct Picture {
-    explicit Picture(const std::string& path) {
-        png_image image{};
-        image.version = PNG_IMAGE_VERSION;
-        if (!png_image_begin_read_from_file(&image, path.c_str()))
-            return;
-        image.format = PNG_FORMAT_ABGR;
-        width = static_cast<int>(image.width);
-        pixels.resize(std::size_t(image.width) * image.height);
-        png_image_finish_read(&image, nullptr, pixels.data(), 0, nullptr);
-    }
-    unsigned at(int x, int y) const { return pixels.at(std::size_t(y) * width + x); }
-    int width = 0;
-    std::vector<std::uint32_t> pixels;
-};
 
 class PictureTest : public HeadlessTest {
 protected:
