@@ -76,6 +76,7 @@ unsigned expected(int format) {
 
 template <class Draw>
 unsigned shownBy(Draw draw) {
+    glClear(GL_COLOR_BUFFER_BIT);
     draw();
     return shown();
 }
