@@ -105,7 +105,11 @@ void fill(Renderer& renderer, int format) {
 TEST(VX_GLMeshDataRenderer, DrawsEachFormatByItsArraysAndLeavesNoneEnabled) {
     HeadlessContext gl(8, 8);
     showArrays();
-    for (const auto& [format, draw, drawWithIndex] : kFamily) {
+    for (const auto& member : kFamily) {
+        const auto [formatOf, drawOf, indexedOf] = member;
+        const auto format = formatOf;
+        const auto draw = drawOf;
+        const auto drawWithIndex = indexedOf;
         SCOPED_TRACE(format);
         Renderer renderer;
         fill(renderer, format);
