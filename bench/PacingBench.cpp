@@ -231,11 +231,10 @@ struct Deviations {
 // Of a link without frames to draw (what their drawing costs the server is not its doing) and of a bare loop
 // at the same time. Two bare loops beside each other differ by a quarter in one round, so it is the median
 // round of five.
-Deviations deviationsBesideBareLoop(CVDisplayLinkRef link, double seconds) {
+Deviations deviationsBesideBareLoop(CVDisplayLinkRef link, Instants& own, double seconds) {
     std::vector<Deviations> rounds(5);
     for (Deviations& round : rounds) {
-        Instants own;
-        CVDisplayLinkSetOutputCallback(link, noteRefresh, &own);
+        own.clear();
         CVDisplayLinkStart(link);
         const BareLoop bare = readPresentEvents(now() + seconds);
         CVDisplayLinkStop(link);
@@ -275,7 +274,9 @@ int printPacingOnX11(double seconds) {
     CVDisplayLinkCreateWithActiveCGDisplays(&link);
     CVDisplayLinkSetCurrentCGDisplayFromOpenGLContext(link, running.view()->openGLContext()->CGLContextObj(),
                                                       nullptr);
-    const Deviations deviations = deviationsBesideBareLoop(link, seconds);
+    Instants own;
+    CVDisplayLinkSetOutputCallback(link, noteRefresh, &own);
+    const Deviations deviations = deviationsBesideBareLoop(link, own, seconds);
     CVDisplayLinkStart(link);
     const double back = refreshesToComeBack(link);
     CVDisplayLinkRelease(link);

@@ -19,12 +19,26 @@
 #include <epoxy/gl.h>
 
 #include <cstdlib>
+#include <exception>
 #include <new>
+#include <utility>
 
 namespace {
 
 // A list is closed by one word.
 constexpr int kLastAttribute = 63;
+
+// A hook that fails must not keep its view from stopping.
+template <class Hook>
+void goOnAfter(const Hook& hook) {
+    try {
+        hook();
+    } catch (const std::exception& failure) {
+        NSLog("A hook failed while its view stopped: %s", failure.what());
+    } catch (...) {
+        NSLog("A hook failed while its view stopped: an exception without a text");
+    }
+}
 
 } // namespace
 
@@ -40,6 +54,7 @@ VX_GLMainView* VX_GLMainView::initWithFrame(CGRect frame, NSOpenGLPixelFormat* f
     if (!storage)
         throw std::bad_alloc();
     m_cbCtx = new (storage) _VX_GLMainViewCallbackContext{};
+    m_cbCtx->MainView = this;
     return this;
 }
 
@@ -60,6 +75,9 @@ void VX_GLMainView::dealloc() {
 }
 
 void VX_GLMainView::releaseResources() {
+    const OthersContext others(this);
+    const Exclusive exclusive(this);
+    endFrame();
     // The view registers no such observer; a subclass that does is freed of it here.
     NSNotificationCenter::defaultCenter()->removeObserver(this, NSWindowDidMoveNotification, nullptr);
     forEachChild([](VX_GLChildView* child) { child->releaseResources(); });
@@ -81,6 +99,8 @@ void VX_GLMainView::AddPixelFormatAttribute(std::uint32_t word) {
 }
 
 void VX_GLMainView::AddPixelFormatAttribute(std::uint32_t attribute, std::uint32_t value) {
+    if (m_PixelFormatAttributeIndex + 2 > kLastAttribute)
+        return;
     AddPixelFormatAttribute(attribute);
     AddPixelFormatAttribute(value);
 }
@@ -92,6 +112,7 @@ const std::uint32_t* VX_GLMainView::GetPixelFormatAttributes() {
 
 bool VX_GLMainView::initializationWithPixelFormat(VX_GLRenderpipeline* pipeline,
                                                   const std::uint32_t* attributes) {
+    const Exclusive exclusive(this);
     if (!m_ChildSharedViews)
         m_ChildSharedViews = NSInit(new NSMutableArray);
     releaseResources();
@@ -140,6 +161,7 @@ void VX_GLMainView::makeImageContext() {
 }
 
 void VX_GLMainView::prepareOpenGL() {
+    const Hold hold(this);
     sampleSize();
     NSOpenGLContext* context = openGLContext();
     if (!context)
@@ -174,9 +196,15 @@ void VX_GLMainView::initChildShardedViews() {
 }
 
 void VX_GLMainView::addChildSharedView(VX_GLChildView* view) {
+    auto* const object = dynamic_cast<NSObject*>(view);
+    if (!object) {
+        NSLog("VX_GLMainView::addChildSharedView: %s",
+              view ? "the child is no NSObject" : "there is no child");
+        return;
+    }
     if (!m_ChildSharedViews)
         m_ChildSharedViews = NSInit(new NSMutableArray);
-    m_ChildSharedViews->addObject(dynamic_cast<NSObject*>(view));
+    m_ChildSharedViews->addObject(object);
 }
 
 void VX_GLMainView::removeAllChildSharedViews() {
@@ -203,24 +231,39 @@ bool VX_GLMainView::startRender() {
 }
 
 void VX_GLMainView::stopRender() {
+    const OthersContext others(this);
     stopRenderThread();
+    endFrame();
     makeExistingContextCurrent();
-    if (m_TargetRenderpipeline)
-        m_TargetRenderpipeline->doStopRender();
+    const Frame last = takeFrame(nullptr);
+    if (last.pipeline)
+        goOnAfter([&] { last.pipeline->doStopRender(); });
     detachPipelineFromContext();
 }
 
+// Of a hook that ends drawing from inside a frame.
+void VX_GLMainView::endFrame() {
+    ++m_Internals->ending;
+}
+
 void VX_GLMainView::startRenderThread() {
+    const Exclusive exclusive(this);
     if (!m_DisplayLink) {
-        m_cbCtx->FrameTimeSum = 0.0;
-        m_cbCtx->FrameCount = 0;
-        m_LostRefreshes = 0;
+        startCounting();
         m_Internals->drawingSince = vx::Clock::current().now();
         m_Internals->meter.start(m_Internals->drawingSince);
         if (!m_Internals->stepped)
             makeDisplayLink();
     }
     m_BenchMarkSum = 0.0;
+}
+
+void VX_GLMainView::startCounting() {
+    const std::lock_guard guard(m_FrameObjectsLock);
+    ++m_Internals->run;
+    m_cbCtx->FrameTimeSum = 0.0;
+    m_cbCtx->FrameCount = 0;
+    m_LostRefreshes = 0;
 }
 
 void VX_GLMainView::makeDisplayLink() {
@@ -233,20 +276,17 @@ void VX_GLMainView::makeDisplayLink() {
 
 void VX_GLMainView::stopRenderThread() {
     // Ahead of the lock, so that the pipeline can end running work before this waits for the frame.
-    if (m_TargetRenderpipeline)
-        m_TargetRenderpipeline->onNotify_StopRenderThread();
-    m_RenderThreadLock->lock();
-    if (m_DisplayLink) {
-        CVDisplayLinkStop(m_DisplayLink);
-        CVDisplayLinkRelease(m_DisplayLink);
-        m_DisplayLink = nullptr;
-    }
-    m_RenderThreadLock->unlock();
+    const Frame last = takeFrame(nullptr);
+    if (last.pipeline)
+        goOnAfter([&] { last.pipeline->onNotify_StopRenderThread(); });
+    const Exclusive exclusive(this);
+    if (CVDisplayLinkRef link = std::exchange(m_DisplayLink, nullptr))
+        CVDisplayLinkRelease(link);
 }
 
-void VX_GLMainView::makeCurrentContext() {
-    if (NSOpenGLContext* context = openGLContext())
-        context->makeCurrentContext();
+bool VX_GLMainView::makeCurrentContext() {
+    NSOpenGLContext* context = openGLContext();
+    return context && context->makeCurrentContext();
 }
 
 // For teardown hooks, which delete GL objects: current where a context exists, and none is made for them.
@@ -256,23 +296,54 @@ bool VX_GLMainView::makeExistingContextCurrent() {
 }
 
 void VX_GLMainView::detachPipelineFromContext() {
-    if (m_TargetRenderpipeline)
-        m_TargetRenderpipeline->attachGLContext(nullptr, nullptr);
+    const Frame last = takeFrame(nullptr);
+    if (last.pipeline)
+        last.pipeline->attachGLContext(nullptr, nullptr);
+}
+
+// Whoever holds the lock may wait for a context of the view, so a thread that has it current does not wait
+// for the lock with it.
+void VX_GLMainView::takeRenderLock() {
+    if (m_RenderThreadLock->tryLock())
+        return;
+    NSRef<NSOpenGLContext> own;
+    if (isOwn(NSOpenGLContext::currentContext())) {
+        own = NSRef<NSOpenGLContext>::retain(NSOpenGLContext::currentContext());
+        NSOpenGLContext::clearCurrentContext();
+    }
+    m_RenderThreadLock->lock();
+    if (own)
+        own->makeCurrentContext();
 }
 
 void VX_GLMainView::RenderThreadLock() {
-    m_RenderThreadLock->lock();
+    takeRenderLock();
+    if (m_RenderThreadLock->holdCount() == 1)
+        m_Internals->othersContext.emplace(this);
 }
 
 void VX_GLMainView::RenderThreadUnLock() {
-    // Ahead of the unlock, so that the very next refresh finds the context free.
-    if (m_RenderThreadLock->holdCount() == 1)
-        NSOpenGLContext::clearCurrentContext();
+    if (m_RenderThreadLock->holdCount() == 1) {
+        if (m_Internals->isInFrame()) {
+            NSLog("VX_GLMainView::RenderThreadUnLock: the hook of view %p has not locked it",
+                  static_cast<void*>(this));
+            return;
+        }
+        // Ahead of the unlock, so that the very next refresh finds the context free.
+        if (isOwn(NSOpenGLContext::currentContext()))
+            NSOpenGLContext::clearCurrentContext();
+        m_Internals->othersContext.reset();
+    }
     m_RenderThreadLock->unlock();
+}
+
+// The view's own context, or one that shares with it: a child's.
+bool VX_GLMainView::isOwn(NSOpenGLContext* context) {
+    const NSRef<NSOpenGLContext> own = takeFrame(nullptr).context;
+    return context && (context->view() == this || (own && context->sharesWith(own.get())));
 }
 
 void VX_GLMainView::setFrameContext(NSOpenGLContext* context) {
     std::lock_guard guard(m_FrameObjectsLock);
     m_cbCtx->GLContext = context;
-    m_cbCtx->MainView = this;
 }

@@ -10,7 +10,6 @@
 #include <functional>
 #include <memory>
 #include <mutex>
-#include <string>
 
 class CIContext;
 class NSMutableArray;
@@ -60,7 +59,7 @@ public:
     VX_GLMainView* initWithFrame(CGRect frame, NSOpenGLPixelFormat* format) override;
     /// Detaches the pipeline (its `attachGLContext` with two nulls, the context current where there is one),
     /// releases the children's contexts, the image context and the view's own. Does not stop the display
-    /// link. Host's thread.
+    /// link; waits for a frame in progress, or from a hook leaves its rest out. Host's thread.
     void releaseResources();
     /// The host has called `stopRender` and `releaseResources` before. A display link that still runs is
     /// stopped without a hook, with a line in the log.
@@ -74,7 +73,7 @@ public:
     /// Appends one word. A list holds 63 words and its terminator; the view does not tell a host of more, and
     /// keeps the first 63.
     void AddPixelFormatAttribute(std::uint32_t word);
-    /// Appends an attribute and its value.
+    /// Appends an attribute and its value, or neither where there is not room for both.
     void AddPixelFormatAttribute(std::uint32_t attribute, std::uint32_t value);
     /// Terminates the list and returns it; borrowed, valid as long as the view.
     const std::uint32_t* GetPixelFormatAttributes();
@@ -95,21 +94,23 @@ public:
 
     /// Makes the view's context current and calls `initialization` of each child.
     void initChildShardedViews();
-    /// Appends a child, retained; it must be an `NSObject`. While drawing the host holds `RenderThreadLock`
-    /// around this and the next one: a change during the walk of a frame ends the process.
+    /// Appends a child, retained; it must be an `NSObject` (null does nothing, with a line in the log). While
+    /// drawing the host holds `RenderThreadLock` around this and the next one: a change during the walk of a
+    /// frame ends the process.
     void addChildSharedView(VX_GLChildView* view);
     /// Empties the list without releasing the children's GL resources.
     void removeAllChildSharedViews();
 
     /// Clears the screen to black, hands the context to the pipeline (`attachGLContext`, `doStartRender`) and
     /// starts the display link. Waits for the render lock; releases the context from the calling thread if
-    /// that held no render lock before. Where another thread keeps the context, nothing is started and the
-    /// log says so. Always true. GL: glViewport over the whole view, glClearColor(0, 0, 0, 0) and glClear of
-    /// the colour buffer, all of which stay set; eglSwapBuffers.
+    /// that held no render lock before, as `RenderThreadUnLock` does. Where another thread keeps the context,
+    /// nothing is started and the log says so. Always true. GL: glViewport over the whole view,
+    /// glClearColor(0, 0, 0, 0) and glClear of the colour buffer, all of which stay set; eglSwapBuffers.
     bool startRender();
     /// Stops the display link, then calls `doStopRender` and the detaching `attachGLContext` with the context
-    /// current, which stays current on the calling thread. Harmless in any state, when repeated, and from a
-    /// hook: that frame is then the last.
+    /// current, which stays current on the calling thread unless another view's or a host's own was before:
+    /// that one is again. Harmless in any state, when repeated, and from a hook: the rest of that frame is
+    /// left out, hooks and flush. What `onNotify_StopRenderThread` or `doStopRender` throw goes to the log.
     void stopRender();
     /// Makes and starts the display link if there is none, and sets the frame average to 0.
     void startRenderThread();
@@ -117,8 +118,9 @@ public:
     void stopRenderThread();
 
     /// Makes the view's context current on the calling thread, waiting up to two seconds for a frame in
-    /// progress.
-    void makeCurrentContext();
+    /// progress; the next turn is the caller's, at the cost of a lost refresh. False, with a line in the log,
+    /// when it cannot be had.
+    bool makeCurrentContext();
 
     /// One frame: hooks, children, flush. With the skip set: clear and flush alone. Needs the render lock,
     /// and the context current or free. GL of its own only when skipping: glViewport, glClearColor, glClear.
@@ -173,8 +175,11 @@ public:
     CVDisplayLinkRef displayLink() const { return m_DisplayLink; }
 
     /// Waits for the frame in progress and pauses drawing until `RenderThreadUnLock`. Recursive. Any thread.
+    /// While it waits, it gives other threads a context of the view that is current here.
     void RenderThreadLock();
-    /// Resumes drawing. With its last hold the thread also gives back whatever context is current on it.
+    /// Resumes drawing. With its last hold the thread also gives back the view's context, or a child's, if
+    /// one is current on it, and what was current at `RenderThreadLock` is again: another view's context or a
+    /// host's own. From a hook, a hold that the hook has not taken itself is not given back; the log says so.
     void RenderThreadUnLock();
     /// While true, frames only clear to black and swap. Any thread; seen by the next frame.
     void SetSkipRenderThread(bool skip) { m_SkipRenderThread = skip; }
@@ -187,14 +192,29 @@ private:
                               CVOptionFlags*, void*);
 
     void sampleSize();
+    bool isOwn(NSOpenGLContext* context);
+    void endFrame();
     void makeDisplayLink();
+    void startCounting();
     void takeSize(CGSize size);
     void clearToBlack();
     void makeImageContext();
     void detachPipelineFromContext();
     bool makeExistingContextCurrent();
     struct VX_HIDDEN Internals;
-    // The render lock, for as long as it lives.
+    void takeRenderLock();
+    // The render lock alone, for as long as it lives.
+    class VX_HIDDEN Exclusive {
+    public:
+        explicit Exclusive(VX_GLMainView* view) : m_View(view) { view->takeRenderLock(); }
+        ~Exclusive() { m_View->m_RenderThreadLock->unlock(); }
+        Exclusive(const Exclusive&) = delete;
+        Exclusive& operator=(const Exclusive&) = delete;
+
+    private:
+        VX_GLMainView* m_View;
+    };
+    // The render lock with the hand-over of the contexts.
     class VX_HIDDEN Hold {
     public:
         explicit Hold(VX_GLMainView* view) : m_View(view) { view->RenderThreadLock(); }
@@ -205,9 +225,13 @@ private:
     private:
         VX_GLMainView* m_View;
     };
+    class VX_HIDDEN OthersContext;
     struct Frame {
         NSRef<NSOpenGLContext> context;
         NSRef<VX_GLRenderpipeline> pipeline;
+        // Which frames are still wanted, and whose are still counted.
+        unsigned ending = 0;
+        unsigned run = 0;
         const CVTimeStamp* time = nullptr;
         // Where the picture goes and whether it got there, for a frame that was asked for with a picture.
         const char* savePath = nullptr;
@@ -223,12 +247,15 @@ private:
     bool savePicture(const char* path);
     void draw(const Frame& frame);
     void drawFrame(const Frame& frame);
+    bool drawPicture(const Frame& frame);
+    bool drawChildren(const Frame& frame);
+    bool hasEnded(const Frame& frame) const;
     void skipFrame(const Frame& frame);
     void present(const Frame& frame);
     void forEachChild(const std::function<void(VX_GLChildView*)>& visit);
-    void noteLostRefresh(bool contextWasTaken);
-    void noteFailure(const char* text);
-    void measure(double seconds);
+    void noteLostRefresh(const Frame& frame, bool contextWasTaken);
+    void countLostRefresh(const Frame& frame);
+    void measure(const Frame& frame, double seconds);
 
     NSRef<NSRecursiveLock> m_RenderThreadLock;
     std::atomic<float> m_Width{0.0f};
@@ -244,11 +271,9 @@ private:
     CVDisplayLinkRef m_DisplayLink = nullptr;
     _VX_GLMainViewCallbackContext* m_cbCtx = nullptr;
 
-    // Guards `GLContext` of the record and the pipeline, which a frame takes while the host may put others in
-    // place.
+    // Guards the record and the pipeline: a frame works with them while the host may put others in place.
     std::mutex m_FrameObjectsLock;
     std::atomic<std::uint64_t> m_LostRefreshes{0};
     std::unique_ptr<Internals> m_Internals;
     int m_ContextRefusals = 0;
-    std::string m_LastFailure;
 };

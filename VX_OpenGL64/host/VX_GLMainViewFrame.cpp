@@ -50,7 +50,12 @@ void VX_GLMainView::DisplayLink_Render(const CVTimeStamp* time) {
 // All that one frame works with, asked for once.
 VX_GLMainView::Frame VX_GLMainView::takeFrame(const CVTimeStamp* time) {
     std::lock_guard guard(m_FrameObjectsLock);
-    return {NSRef<NSOpenGLContext>::retain(m_cbCtx->GLContext), m_TargetRenderpipeline, time, nullptr,
+    return {NSRef<NSOpenGLContext>::retain(m_cbCtx->GLContext),
+            m_TargetRenderpipeline,
+            m_Internals->ending,
+            m_Internals->run,
+            time,
+            nullptr,
             nullptr};
 }
 
@@ -60,12 +65,12 @@ void VX_GLMainView::refresh(const Frame& frame) {
         m_Internals->frameTime =
             static_cast<double>(vx::Clock::current().now() - m_Internals->drawingSince) / vx::Clock::kSecond;
         if (!drawLocked(frame))
-            noteLostRefresh(frame.context.get() != nullptr);
+            noteLostRefresh(frame, frame.context.get() != nullptr);
         m_RenderThreadLock->unlock();
     } else {
-        noteLostRefresh(false);
+        noteLostRefresh(frame, false);
     }
-    measure(NSDate::timeIntervalSinceReferenceDate() - start);
+    measure(frame, NSDate::timeIntervalSinceReferenceDate() - start);
 }
 
 // Draws a frame unless another thread has the context. What a hook throws ends here, so that the locks come
@@ -73,6 +78,8 @@ void VX_GLMainView::refresh(const Frame& frame) {
 bool VX_GLMainView::drawLocked(const Frame& frame) {
     if (!frame.context || !frame.context->tryMakeCurrentContext())
         return false;
+    // Nobody else gets it while children or another view's work take its place for a moment.
+    const vx::FormerContext claimed;
     m_ContextRefusals = 0;
     if (m_Internals->followsSize)
         takeSize(frame.context->drawableSize());
@@ -80,23 +87,22 @@ bool VX_GLMainView::drawLocked(const Frame& frame) {
     try {
         draw(frame);
     } catch (const std::exception& failure) {
-        noteFailure(failure.what());
+        m_Internals->failures.note(failure.what(), vx::Clock::current().now());
     } catch (...) {
-        noteFailure("an exception without a text");
+        m_Internals->failures.note("an exception without a text", vx::Clock::current().now());
     }
     m_Internals->frameThread = std::thread::id();
     return true;
 }
 
-void VX_GLMainView::noteFailure(const char* text) {
-    if (m_LastFailure == text)
-        return;
-    m_LastFailure = text;
-    NSLog("A render hook failed and its frame was given up: %s", text);
+void VX_GLMainView::countLostRefresh(const Frame& frame) {
+    const std::lock_guard guard(m_FrameObjectsLock);
+    if (frame.run == m_Internals->run)
+        ++m_LostRefreshes;
 }
 
-void VX_GLMainView::noteLostRefresh(bool contextWasTaken) {
-    ++m_LostRefreshes;
+void VX_GLMainView::noteLostRefresh(const Frame& frame, bool contextWasTaken) {
+    countLostRefresh(frame);
     if (contextWasTaken && ++m_ContextRefusals == kPatience)
         NSLog(
             "View %p has not been drawn for %d refreshes: a thread keeps its context current without holding "
@@ -105,7 +111,11 @@ void VX_GLMainView::noteLostRefresh(bool contextWasTaken) {
             static_cast<void*>(this), kPatience);
 }
 
-void VX_GLMainView::measure(double seconds) {
+void VX_GLMainView::measure(const Frame& frame, double seconds) {
+    const std::lock_guard guard(m_FrameObjectsLock);
+    // A frame whose hook has restarted the view is not one of the new display link's.
+    if (frame.run != m_Internals->run)
+        return;
     m_cbCtx->FrameTimeSum += seconds;
     const int count = m_cbCtx->FrameCount++;
     if (count < kFirstBlend)
@@ -140,7 +150,7 @@ void VX_GLMainView::skipFrame(const Frame& frame) {
 
 void VX_GLMainView::present(const Frame& frame) {
     if (frame.context && !frame.context->flushBuffer())
-        ++m_LostRefreshes;
+        countLostRefresh(frame);
 }
 
 void VX_GLMainView::clearToBlack() {
@@ -152,20 +162,42 @@ void VX_GLMainView::clearToBlack() {
 void VX_GLMainView::drawFrame(const Frame& frame) {
     const auto pool = NSRef<NSAutoreleasePool>::adopt((new NSAutoreleasePool)->init());
     const double start = NSDate::timeIntervalSinceReferenceDate();
-    VX_GLRenderpipeline* pipeline = frame.pipeline.get();
-    if (pipeline)
-        pipeline->callBackRender();
-    CGRect area = CGRectMake(0.0, 0.0, m_Width, m_Height);
-    if (frame.context)
-        frame.context->makeCurrentContext();
-    if (pipeline)
-        pipeline->renderPipeline(&area);
-    saveIfAsked(frame);
-    forEachChild([](VX_GLChildView* child) { child->callBackRender(); });
+    if (!drawPicture(frame))
+        return;
     // Not made current again first: with children, the last child's context is current from here to the end.
     present(frame);
-    if (pipeline)
-        pipeline->afterGLFlushBuffer(frame.time);
+    if (frame.pipeline)
+        frame.pipeline->afterGLFlushBuffer(frame.time);
     m_Internals->meter.noteFrame(vx::Clock::current().now());
     m_BenchMarkSum = (m_BenchMarkSum + (NSDate::timeIntervalSinceReferenceDate() - start)) * 0.5;
+}
+
+// False when a hook has ended drawing: what is left of the frame would find no pipeline set up, or no
+// context.
+bool VX_GLMainView::drawPicture(const Frame& frame) {
+    if (frame.pipeline)
+        frame.pipeline->callBackRender();
+    if (hasEnded(frame))
+        return false;
+    CGRect area = CGRectMake(0.0, 0.0, m_Width, m_Height);
+    if (frame.context && !frame.context->makeCurrentContext())
+        return false;
+    if (frame.pipeline)
+        frame.pipeline->renderPipeline(&area);
+    if (hasEnded(frame))
+        return false;
+    saveIfAsked(frame);
+    return drawChildren(frame);
+}
+
+bool VX_GLMainView::drawChildren(const Frame& frame) {
+    forEachChild([&](VX_GLChildView* child) {
+        if (!hasEnded(frame))
+            child->callBackRender();
+    });
+    return !hasEnded(frame);
+}
+
+bool VX_GLMainView::hasEnded(const Frame& frame) const {
+    return m_Internals->ending != frame.ending;
 }

@@ -21,8 +21,11 @@ constexpr auto kLongestWait = std::chrono::seconds(2);
 } // namespace
 
 bool VX_GLMainView::SaveFrame(const char* path) {
-    return m_Internals->frameThread.load() == std::this_thread::get_id() ? savePicture(path)
-                                                                         : m_Internals->waitForSave(path);
+    if (!path) {
+        NSLog("VX_GLMainView::SaveFrame: there is no path");
+        return false;
+    }
+    return m_Internals->isInFrame() ? savePicture(path) : m_Internals->waitForSave(path);
 }
 
 bool VX_GLMainView::Internals::waitForSave(const char* path) {
@@ -81,7 +84,10 @@ bool VX_GLMainView::StepFrame(double seconds, const char* path) {
     time.frameCount = m_Internals->steppedFrames++;
     m_Internals->frameTime = seconds;
     bool saved = !path;
-    const Frame frame{prepared.context, prepared.pipeline, &time, path, &saved};
+    Frame frame = prepared;
+    frame.time = &time;
+    frame.savePath = path;
+    frame.saved = &saved;
     return drawLocked(frame) && saved;
 }
 

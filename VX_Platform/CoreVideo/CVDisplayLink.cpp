@@ -10,8 +10,8 @@
 #include <sched.h>
 #include <sys/prctl.h>
 
-#include <algorithm>
 #include <mutex>
+#include <system_error>
 #include <thread>
 #include <vector>
 
@@ -26,7 +26,8 @@ struct Run {
         return place.surface ? place.surface->makeRefreshSource() : nullptr;
     }
     void tell() const {
-        NSLog("Display link: %.2f Hz by %s", 1.0 / pacer.measuredPeriod(), pacer.throttleName());
+        if (!slot || slot->isNews(pacer.measuredPeriod(), pacer.throttleName()))
+            NSLog("Display link: %.2f Hz by %s", 1.0 / pacer.measuredPeriod(), pacer.throttleName());
     }
     // The view may be in another window or on another display by now.
     void followView() {
@@ -47,12 +48,18 @@ struct Run {
     CVDisplayLinkOutputCallback callback = nullptr;
     void* user = nullptr;
     std::atomic<bool> stopping{false};
+    // Set when the thread has left the host's callback for good.
+    std::atomic<bool> left{false};
 };
 
 // Threads that were stopped from their own callback and could not be waited for there.
 struct RetiredThreads {
+    struct Entry {
+        std::thread thread;
+        std::shared_ptr<Run> run;
+    };
     std::mutex lock;
-    std::vector<std::thread> threads;
+    std::vector<Entry> entries;
 };
 
 RetiredThreads& retired() {
@@ -60,19 +67,15 @@ RetiredThreads& retired() {
     return *retired;
 }
 
+// Only those that have left: one that is still in a host's callback may wait for what the caller holds.
 void joinRetiredThreads() {
-    std::vector<std::thread> ended;
-    {
-        std::lock_guard guard(retired().lock);
-        auto& all = retired().threads;
-        const auto others = std::stable_partition(all.begin(), all.end(), [](const std::thread& thread) {
-            return thread.get_id() == std::this_thread::get_id();
-        });
-        std::move(others, all.end(), std::back_inserter(ended));
-        all.erase(others, all.end());
-    }
-    for (std::thread& thread : ended)
-        thread.join();
+    std::lock_guard guard(retired().lock);
+    std::erase_if(retired().entries, [](RetiredThreads::Entry& entry) {
+        if (!entry.run->left)
+            return false;
+        entry.thread.join();
+        return true;
+    });
 }
 
 // Real-time scheduling removes the tail of late wake-ups under load. It needs a privilege; without it the
@@ -96,6 +99,7 @@ void runLink(const std::shared_ptr<Run>& run) {
         run->followView();
     }
     NSOpenGLContext::clearCurrentContext();
+    run->left = true;
 }
 
 } // namespace
@@ -155,7 +159,13 @@ CVReturn CVDisplayLinkStart(CVDisplayLinkRef link) {
     link->run->callback = link->callback;
     link->run->user = link->user;
     link->run->tell();
-    link->thread = std::thread(runLink, link->run);
+    try {
+        link->thread = std::thread(runLink, link->run);
+    } catch (const std::system_error& failure) {
+        NSLog("Display link: no thread to draw on: %s", failure.what());
+        link->run.reset();
+        return kCVReturnAllocationFailed;
+    }
     return kCVReturnSuccess;
 }
 
@@ -168,7 +178,7 @@ CVReturn CVDisplayLinkStop(CVDisplayLinkRef link) {
     link->run->pacer.wake();
     if (link->thread.get_id() == std::this_thread::get_id()) {
         std::lock_guard guard(retired().lock);
-        retired().threads.push_back(std::move(link->thread));
+        retired().entries.push_back({std::move(link->thread), link->run});
     } else {
         link->thread.join();
     }

@@ -19,6 +19,8 @@ struct CVTimeStamp {
 using CVReturn = std::int32_t;
 using CVOptionFlags = std::uint64_t;
 inline constexpr CVReturn kCVReturnSuccess = 0;
+/// The system gives no more threads.
+inline constexpr CVReturn kCVReturnAllocationFailed = -6664;
 /// A link or context is null.
 inline constexpr CVReturn kCVReturnInvalidArgument = -6661;
 inline constexpr CVReturn kCVReturnDisplayLinkAlreadyRunning = -6671;
@@ -40,9 +42,8 @@ using CVDisplayLinkOutputCallback = CVReturn (*)(CVDisplayLinkRef link, const CV
 // but for what its own callback may do. None of them needs a context.
 
 /// Makes a link on the main display, stopped, at 60 Hz where there is no display; starts the platform if need
-/// be. Waits for the end of links' threads that were stopped from their own callbacks. Any thread. Stores the
-/// link, which the caller releases, and returns `kCVReturnSuccess`; `kCVReturnInvalidArgument` for a null
-/// `link`.
+/// be. Any thread. Stores the link, which the caller releases, and returns `kCVReturnSuccess`;
+/// `kCVReturnInvalidArgument` for a null `link`.
 VX_EXPORT CVReturn CVDisplayLinkCreateWithActiveCGDisplays(CVDisplayLinkRef* link);
 
 /// Ties a stopped link to the display that shows the context's view. While it runs it follows the view:
@@ -58,11 +59,12 @@ VX_EXPORT CVReturn CVDisplayLinkSetCurrentCGDisplayFromOpenGLContext(CVDisplayLi
 VX_EXPORT CVReturn CVDisplayLinkSetOutputCallback(CVDisplayLinkRef link, CVDisplayLinkOutputCallback callback,
                                                   void* user);
 
-/// Starts the link's thread; one line in the log tells rate and throttle. The display's own events pace it
-/// where there are any, else absolute deadlines of the monotonic clock. While the events are missing (a
-/// stalled server, a hidden window) the clock holds the beat, and the first event brings them back. Any
-/// thread. `kCVReturnInvalidArgument`, `kCVReturnDisplayLinkAlreadyRunning` or
-/// `kCVReturnDisplayLinkCallbacksNotSet` when it cannot start.
+/// Starts the link's thread; one line in the log tells rate and throttle when they have changed. The
+/// display's own events pace it where there are any, else absolute deadlines of the monotonic clock. While
+/// the events are missing (a stalled server, a hidden window) the clock holds the beat, and the first event
+/// brings them back. Any thread. `kCVReturnInvalidArgument`, `kCVReturnDisplayLinkAlreadyRunning`,
+/// `kCVReturnDisplayLinkCallbacksNotSet` or, with a line in the log, `kCVReturnAllocationFailed` when it
+/// cannot start.
 VX_EXPORT CVReturn CVDisplayLinkStart(CVDisplayLinkRef link);
 
 /// Stops the link and waits for its thread: no callback begins afterwards, and none is running, unless it is

@@ -3,18 +3,25 @@
 
 #include <VX_Platform/Foundation/NSLog.h>
 
+#include <utility>
+
 NSRecursiveLock* NSRecursiveLock::init() {
     return this;
 }
 
 void NSRecursiveLock::lock() {
+    ++m_Waiting;
     m_Mutex.lock();
+    --m_Waiting;
     noteTaken();
+    m_Promised = false;
 }
 
 bool NSRecursiveLock::tryLock() {
-    if (!m_Mutex.try_lock())
+    if ((m_Promised && !isHeldByCurrentThread()) || !m_Mutex.try_lock())
         return false;
+    if (m_Depth == 0)
+        m_Tried = true;
     noteTaken();
     return true;
 }
@@ -29,8 +36,10 @@ void NSRecursiveLock::unlock() {
         NSLog("NSRecursiveLock::unlock: lock %p is not held by the calling thread", static_cast<void*>(this));
         return;
     }
-    if (--m_Depth == 0)
+    if (--m_Depth == 0) {
         m_Holder.store(std::thread::id(), std::memory_order_relaxed);
+        m_Promised = std::exchange(m_Tried, false) && m_Waiting > 0;
+    }
     m_Mutex.unlock();
 }
 

@@ -7,7 +7,8 @@
 #include <thread>
 
 /// A lock that its holder may take again; each `lock` or successful `tryLock` needs its `unlock` on the same
-/// thread. Any thread.
+/// thread. A thread that waits in `lock` gets the turn after one that came by `tryLock`, however soon that
+/// one tries again. Any thread.
 class VX_EXPORT NSRecursiveLock : public NSObject {
 public:
     VX_RETURNS_OWN_TYPE(NSRecursiveLock)
@@ -17,7 +18,8 @@ public:
 
     /// Waits until no other thread holds the lock, and takes it.
     void lock();
-    /// Takes the lock and returns true, or returns false at once while another thread holds it.
+    /// Takes the lock and returns true, or returns false at once while another thread holds it or is to have
+    /// it next.
     bool tryLock();
     /// Gives one hold back; the last one lets other threads in. Without a hold of the calling thread nothing
     /// happens, but for a line in the log: that is a caller's bug.
@@ -32,5 +34,9 @@ private:
 
     std::recursive_mutex m_Mutex;
     std::atomic<std::thread::id> m_Holder{};
+    std::atomic<int> m_Waiting{0};
+    // Set when one that came by `tryLock` leaves the lock to those who wait.
+    std::atomic<bool> m_Promised{false};
     int m_Depth = 0;
+    bool m_Tried = false;
 };

@@ -6,6 +6,9 @@
 #include <VX_Platform/OpenGL/GLCapabilities.h>
 #include <VX_Platform/OpenGL/NSOpenGLView.h>
 #include <VX_Platform/OpenGL/private/ContextInternals.h>
+#include <VX_Platform/OpenGL/private/FormerContext.h>
+
+#include <optional>
 
 namespace {
 
@@ -50,7 +53,11 @@ bool NSOpenGLContext::tryMakeCurrentContext() {
 }
 
 bool NSOpenGLContext::isCurrent() const {
-    return current().context == this;
+    return current().context == this && m_Internals->isBound();
+}
+
+bool NSOpenGLContext::sharesWith(const NSOpenGLContext* other) const {
+    return m_Internals->group == other->m_Internals->group;
 }
 
 NSOpenGLContext* NSOpenGLContext::currentContext() {
@@ -60,7 +67,7 @@ NSOpenGLContext* NSOpenGLContext::currentContext() {
 bool NSOpenGLContext::becomeCurrent(bool wait) {
     CurrentOnThread& here = current();
     if (here.context == this)
-        return !m_Internals->needsBind() || m_Internals->bind(true);
+        return (m_Internals->isBound() && !m_Internals->needsBind()) || m_Internals->bind(true);
     if (!m_Internals->claim(wait))
         return false;
     NSOpenGLContext* former = here.context;
@@ -82,16 +89,16 @@ void NSOpenGLContext::clearCurrentContext() {
     if (!former)
         return;
     here.context = nullptr;
-    former->m_Internals->driver->clearCurrent();
+    if (former->m_Internals->isBound())
+        former->m_Internals->driver->clearCurrent();
     former->m_Internals->handOver();
     former->release();
 }
 
 bool NSOpenGLContext::flushBuffer() {
-    NSRef<NSOpenGLContext> former;
-    if (currentContext() != this)
-        former = NSRef<NSOpenGLContext>::retain(currentContext());
-    const bool wasCurrent = isCurrent();
+    std::optional<vx::FormerContext> former;
+    if (!isCurrent())
+        former.emplace();
     if (!makeCurrentContext())
         return false;
     vx::Surface* surface = m_Internals->surface.get();
@@ -99,9 +106,7 @@ bool NSOpenGLContext::flushBuffer() {
     if (surface && taken)
         m_Internals->driver->swapBuffers(surface->handle());
     if (former)
-        former->makeCurrentContext();
-    else if (!wasCurrent)
-        clearCurrentContext();
+        former->restore();
     return taken;
 }
 

@@ -41,6 +41,8 @@ public:
     /// The same without waiting.
     bool tryMakeCurrentContext();
     bool isCurrent() const;
+    /// Whether both have textures, buffers, shaders and programs in common; so has each with itself.
+    bool sharesWith(const NSOpenGLContext* other) const;
     /// The calling thread's current context, borrowed, or null.
     static NSOpenGLContext* currentContext();
     /// Releases whatever context is current on the calling thread.

@@ -45,7 +45,7 @@ void NSOpenGLView::clearGLContext() {
     if (!m_Context)
         return;
     m_Context->clearDrawable();
-    if (m_Context->isCurrent())
+    if (NSOpenGLContext::currentContext() == m_Context.get())
         NSOpenGLContext::clearCurrentContext();
     setOpenGLContext(nullptr);
 }

@@ -57,6 +57,15 @@ public:
 
     /// "name: version" of the EGL implementation.
     std::string description() const;
+    /// What EGL has current on a thread, whoever made it so.
+    struct Binding {
+        Handle display = nullptr;
+        Handle draw = nullptr;
+        Handle read = nullptr;
+        Handle context = nullptr;
+    };
+    static Binding currentBinding();
+    static void restore(const Binding& binding);
     /// Whether a GL context of whatever owner is current on the calling thread: one of EGL's, or of GLX's
     /// where the process uses that.
     static bool anyContextIsCurrent();

@@ -173,3 +173,21 @@ TEST_F(DisplayLink, RefusesRatesOutsideOf1To1000HertzAndEmptyDisplays) {
     EXPECT_FALSE(NSApplication::plugHeadlessDisplay("Odd", CGRectMake(0, 0, 0, 100), 60.0));
     EXPECT_FALSE(NSApplication::unplugHeadlessDisplay("Odd"));
 }
+
+TEST_F(DisplayLink, TellsOfAThreadThatTheSystemDoesNotGive) {
+    Stage stage;
+    LogCollector log;
+    pthread_attr_t usual, huge;
+    pthread_getattr_default_np(&usual);
+    pthread_attr_init(&huge);
+    pthread_attr_setstacksize(&huge, std::size_t(1) << 46);
+    pthread_setattr_default_np(&huge);
+    stage.view->startRender();
+    pthread_setattr_default_np(&usual);
+    EXPECT_EQ(log.count("no thread to draw on"), 1);
+    EXPECT_FALSE(CVDisplayLinkIsRunning(stage.view->displayLink()));
+    stage.expectUnlocked();
+    stage.view->stopRender();
+    stage.view->startRender();
+    EXPECT_TRUE(CVDisplayLinkIsRunning(stage.view->displayLink())) << "it can be tried again";
+}

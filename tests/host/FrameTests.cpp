@@ -112,13 +112,16 @@ TEST_F(FrameTest, IsGivenUpSkippedOrFailsAndTheNextOneIsDrawn) {
     EXPECT_EQ(stage.frame(), "callBack render afterFlush");
 
     LogCollector log;
+    SteppedClock clock;
     stage.pipeline->onRender = [] { throw std::runtime_error("the scene is broken"); };
-    for (int i = 0; i < 5; ++i)
+    for (int second = 0; second < 70; ++second, clock.step(SteppedClock::kSecond))
         stage.frame();
-    EXPECT_EQ(log.count("the scene is broken"), 1);
+    EXPECT_EQ(log.count("the scene is broken"), 2) << "once, and again after a minute";
+    EXPECT_EQ(log.count("and 59 times since"), 1);
+    clock.step(20 * SteppedClock::kSecond);
     stage.pipeline->onRender = [] { throw 7; };
     stage.frame();
-    EXPECT_EQ(log.count("without a text"), 1);
+    EXPECT_EQ(log.count("without a text"), 1) << "it had been good for a while";
     stage.expectUnlocked();
     EXPECT_EQ(stage.frame(), "callBack render afterFlush");
 

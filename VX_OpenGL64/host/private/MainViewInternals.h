@@ -2,10 +2,33 @@
 #pragma once
 
 #include <VX_OpenGL64/host/VX_GLMainView.h>
+#include <VX_OpenGL64/host/private/FailureLog.h>
 #include <VX_OpenGL64/host/private/FrameMeter.h>
+#include <VX_Platform/OpenGL/private/FormerContext.h>
 
 #include <condition_variable>
+#include <optional>
 #include <thread>
+
+/// The context of another view, or a host's own, that is current on the thread when it is made; it is again
+/// at its end.
+class VX_GLMainView::OthersContext {
+public:
+    explicit OthersContext(VX_GLMainView* view) {
+        m_Former.emplace();
+        if (m_Former->isEmpty() || view->isOwn(m_Former->context()))
+            m_Former.reset();
+    }
+    ~OthersContext() {
+        if (m_Former)
+            m_Former->restore();
+    }
+    OthersContext(const OthersContext&) = delete;
+    OthersContext& operator=(const OthersContext&) = delete;
+
+private:
+    std::optional<vx::FormerContext> m_Former;
+};
 
 /// What a view measures of its frames, and what it has been asked to do with the next one.
 struct VX_GLMainView::Internals {
@@ -19,6 +42,15 @@ struct VX_GLMainView::Internals {
     std::uint64_t steppedFrames = 0;
     /// The thread that is inside a frame, if one is.
     std::atomic<std::thread::id> frameThread{};
+    bool isInFrame() const { return frameThread == std::this_thread::get_id(); }
+
+    /// Grows when the frame in progress is to go no further.
+    std::atomic<unsigned> ending{0};
+    /// Grows with each display link; guarded by the view's `m_FrameObjectsLock`.
+    unsigned run = 0;
+    /// Of the thread that holds the render lock.
+    std::optional<OthersContext> othersContext;
+    vx::FailureLog failures;
 
     /// A wish for a picture of the next frame.
     struct SaveRequest {

@@ -33,23 +33,36 @@ bool NSOpenGLContext::Internals::start(NSOpenGLPixelFormat* format, const Intern
 
 bool NSOpenGLContext::Internals::claim(bool wait) {
     std::unique_lock lock(ownerLock);
-    const auto free = [this] { return owner == std::thread::id(); };
-    if (!free() && !(wait && ownerGone.wait_for(lock, kHandOverBound, free))) {
-        if (wait && !std::exchange(refusalLogged, true))
-            NSLog(
-                "NSOpenGLContext::makeCurrentContext: context %p stays current on another thread; that "
-                "thread "
-                "must release it (clearCurrentContext, or RenderThreadUnLock of its view)",
-                context);
-        return false;
+    const std::thread::id self = std::this_thread::get_id();
+    if (owner != self) {
+        if (!(wait ? waitForTurn(lock) : owner == std::thread::id() && !promised))
+            return false;
+        owner = self;
+        tried = !wait;
     }
-    owner = std::this_thread::get_id();
+    ++claims;
     return true;
+}
+
+bool NSOpenGLContext::Internals::waitForTurn(std::unique_lock<std::mutex>& lock) {
+    ++waiting;
+    const bool free = ownerGone.wait_for(lock, kHandOverBound, [this] { return owner == std::thread::id(); });
+    --waiting;
+    promised = false;
+    if (!free && !std::exchange(refusalLogged, true))
+        NSLog(
+            "NSOpenGLContext::makeCurrentContext: context %p stays current on another thread; that thread "
+            "must release it (clearCurrentContext, or RenderThreadUnLock of its view)",
+            context);
+    return free;
 }
 
 void NSOpenGLContext::Internals::handOver() {
     std::lock_guard lock(ownerLock);
+    if (--claims > 0)
+        return;
     owner = std::thread::id();
+    promised = std::exchange(tried, false) && waiting > 0;
     ownerGone.notify_one();
 }
 

@@ -28,6 +28,12 @@ struct NSOpenGLContext::Internals {
     std::mutex ownerLock;
     std::condition_variable ownerGone;
     std::thread::id owner;
+    // How often `owner` has claimed it.
+    int claims = 0;
+    int waiting = 0;
+    // Who comes without waiting leaves the next turn to those who wait.
+    bool tried = false;
+    bool promised = false;
 
     // What the view wants, written by its thread and taken by the thread that has the context current.
     struct Target {
@@ -40,15 +46,20 @@ struct NSOpenGLContext::Internals {
     std::atomic<int> swapInterval{0};
 
     bool start(NSOpenGLPixelFormat* format, const Internals* share);
-    /// Waits, if asked to, for the thread that has the context current to hand it over.
+    /// Makes the context the calling thread's; waits, if asked to, for the one that has it to hand it over.
+    /// Each claim needs its `handOver`.
     bool claim(bool wait);
     void handOver();
+    /// Whether the driver has it current on the calling thread: a host may have bound a context of its own.
+    bool isBound() const { return vx::GLDriver::currentBinding().context == context; }
     /// Binds the context to the calling thread, which has claimed it, with the surface the view wants now.
     bool bind(bool isCurrent);
+    bool waitForTurn(std::unique_lock<std::mutex>& lock);
     bool needsBind() const;
     void refreshSurface(bool isCurrent);
     void setTarget(const Target& wanted);
 
+    static Internals& of(const NSOpenGLContext* context) { return *context->m_Internals; }
     static const std::shared_ptr<vx::SurfaceSlot>& slotOf(const NSOpenGLContext* context) {
         return context->m_Internals->slot;
     }

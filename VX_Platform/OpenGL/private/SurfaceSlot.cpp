@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <VX_Platform/OpenGL/private/SurfaceSlot.h>
 
+#include <utility>
+
 namespace vx {
 
 void SurfaceSlot::set(std::shared_ptr<Surface> surface) {
@@ -22,6 +24,14 @@ void SurfaceSlot::noteDisplay() {
         return;
     m_Display = display;
     ++m_Generation;
+}
+
+bool SurfaceSlot::isNews(double period, const char* throttle) {
+    std::lock_guard guard(m_Lock);
+    if (std::exchange(m_ToldPeriod, period) == period && m_ToldThrottle == throttle)
+        return false;
+    m_ToldThrottle = throttle;
+    return true;
 }
 
 std::shared_ptr<Surface> SurfaceSlot::surface() const {

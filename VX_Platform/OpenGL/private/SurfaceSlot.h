@@ -6,6 +6,7 @@
 #include <atomic>
 #include <memory>
 #include <mutex>
+#include <string>
 
 namespace vx {
 
@@ -28,11 +29,15 @@ public:
     Place place() const;
     /// Changes with each new surface, display or rate. One atomic load.
     unsigned generation() const { return m_Generation.load(std::memory_order_acquire); }
+    /// Whether the pace of those who follow is another than when it was last asked.
+    bool isNews(double period, const char* throttle);
 
 private:
     mutable std::mutex m_Lock;
     std::shared_ptr<Surface> m_Surface;
     DisplayInfo m_Display;
+    double m_ToldPeriod = 0.0;
+    std::string m_ToldThrottle;
     std::atomic<unsigned> m_Generation{1};
 };
 

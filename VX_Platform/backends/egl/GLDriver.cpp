@@ -140,6 +140,17 @@ std::string GLDriver::description() const {
            eglQueryString(m_Display, EGL_VENDOR);
 }
 
+GLDriver::Binding GLDriver::currentBinding() {
+    return {eglGetCurrentDisplay(), eglGetCurrentSurface(EGL_DRAW), eglGetCurrentSurface(EGL_READ),
+            eglGetCurrentContext()};
+}
+
+void GLDriver::restore(const Binding& binding) {
+    const Binding now = currentBinding();
+    if (binding.context && (binding.context != now.context || binding.draw != now.draw))
+        eglMakeCurrent(binding.display, binding.draw, binding.read, binding.context);
+}
+
 bool GLDriver::anyContextIsCurrent() {
     if (eglGetCurrentContext() != EGL_NO_CONTEXT)
         return true;

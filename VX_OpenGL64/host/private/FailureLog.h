@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace vx {
+
+/// Decides which failures of render hooks the log is told of: the change from good to failing, then at most
+/// one a minute. Used by one thread at a time.
+class FailureLog {
+public:
+    /// A failure with its text at `now`, in nanoseconds.
+    void note(const char* text, std::uint64_t now);
+
+private:
+    std::uint64_t m_LastFailure = 0;
+    std::uint64_t m_LastLine = 0;
+    unsigned m_Untold = 0;
+};
+
+} // namespace vx
