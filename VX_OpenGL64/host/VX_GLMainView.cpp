@@ -107,6 +107,7 @@ void VX_GLMainView::AddPixelFormatAttribute(std::uint32_t attribute, std::uint32
 
 const std::uint32_t* VX_GLMainView::GetPixelFormatAttributes() {
     m_PixelFormatAttributes[m_PixelFormatAttributeIndex] = 0;
+    m_PixelFormatAttributes[m_PixelFormatAttributeIndex + 1] = 0;
     return m_PixelFormatAttributes;
 }
 
@@ -254,6 +255,8 @@ void VX_GLMainView::startRenderThread() {
         m_Internals->meter.start(m_Internals->drawingSince);
         if (!m_Internals->stepped)
             makeDisplayLink();
+    } else {
+        tieDisplayLink();
     }
     m_BenchMarkSum = 0.0;
 }
@@ -268,10 +271,14 @@ void VX_GLMainView::startCounting() {
 
 void VX_GLMainView::makeDisplayLink() {
     CVDisplayLinkCreateWithActiveCGDisplays(&m_DisplayLink);
-    CVDisplayLinkSetCurrentCGDisplayFromOpenGLContext(m_DisplayLink, takeFrame(nullptr).context.get(),
-                                                      pixelFormat());
+    tieDisplayLink();
     CVDisplayLinkSetOutputCallback(m_DisplayLink, Heartbeat, m_cbCtx);
     CVDisplayLinkStart(m_DisplayLink);
+}
+
+void VX_GLMainView::tieDisplayLink() {
+    CVDisplayLinkSetCurrentCGDisplayFromOpenGLContext(m_DisplayLink, takeFrame(nullptr).context.get(),
+                                                      pixelFormat());
 }
 
 void VX_GLMainView::stopRenderThread() {

@@ -196,6 +196,7 @@ private:
     void endFrame();
     void makeDisplayLink();
     void startCounting();
+    void tieDisplayLink();
     void takeSize(CGSize size);
     void clearToBlack();
     void makeImageContext();
@@ -261,7 +262,8 @@ private:
     std::atomic<float> m_Width{0.0f};
     std::atomic<float> m_Height{0.0f};
     std::int32_t m_PixelFormatAttributeIndex = 0;
-    std::uint32_t m_PixelFormatAttributes[64] = {};
+    // Closed twice, for a list whose last attribute lacks its value.
+    std::uint32_t m_PixelFormatAttributes[64 + 1] = {};
     std::atomic<double> m_BenchMarkSum{0.0};
     NSRef<CIContext> m_ciContext;
     bool m_NeedCIContext = false;

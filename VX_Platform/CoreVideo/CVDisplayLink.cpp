@@ -13,6 +13,7 @@
 #include <mutex>
 #include <system_error>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -29,8 +30,9 @@ struct Run {
         if (!slot || slot->isNews(pacer.measuredPeriod(), pacer.throttleName()))
             NSLog("Display link: %.2f Hz by %s", 1.0 / pacer.measuredPeriod(), pacer.throttleName());
     }
-    // The view may be in another window or on another display by now.
+    // The view may have another context by now, or be in another window or on another display.
     void followView() {
+        const std::lock_guard guard(slotLock);
         if (!slot || slot->generation() == generation)
             return;
         const vx::SurfaceSlot::Place place = slot->place();
@@ -41,6 +43,13 @@ struct Run {
         tell();
     }
 
+    void follow(const std::shared_ptr<vx::SurfaceSlot>& other) {
+        const std::lock_guard guard(slotLock);
+        if (std::exchange(slot, other) != other)
+            generation = 0;
+    }
+
+    std::mutex slotLock;
     std::shared_ptr<vx::SurfaceSlot> slot;
     unsigned generation;
     vx::RefreshPacer pacer;
@@ -132,6 +141,8 @@ CVReturn CVDisplayLinkSetCurrentCGDisplayFromOpenGLContext(CVDisplayLinkRef link
     if (!link || !context)
         return kCVReturnInvalidArgument;
     link->slot = NSOpenGLContext::Internals::slotOf(context);
+    if (link->run)
+        link->run->follow(link->slot);
     return kCVReturnSuccess;
 }
 

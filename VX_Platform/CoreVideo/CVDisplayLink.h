@@ -46,10 +46,10 @@ using CVDisplayLinkOutputCallback = CVReturn (*)(CVDisplayLinkRef link, const CV
 /// `kCVReturnInvalidArgument` for a null `link`.
 VX_EXPORT CVReturn CVDisplayLinkCreateWithActiveCGDisplays(CVDisplayLinkRef* link);
 
-/// Ties a stopped link to the display that shows the context's view. While it runs it follows the view:
-/// another window, display or rate is taken over with the next refresh, and the count of refreshes goes on.
-/// The context is not retained; the pixel format is ignored and may be null. Any thread.
-/// `kCVReturnInvalidArgument` for a null link or context.
+/// Ties a link to the display that shows the context's view. While it runs it follows the view: another
+/// context (by another call of this), window, display or rate is taken over with the next refresh, and the
+/// count of refreshes goes on. The context is not retained; the pixel format is ignored and may be null. Any
+/// thread. `kCVReturnInvalidArgument` for a null link or context.
 VX_EXPORT CVReturn CVDisplayLinkSetCurrentCGDisplayFromOpenGLContext(CVDisplayLinkRef link,
                                                                      CGLContextObj context,
                                                                      CGLPixelFormatObj pixelFormat);

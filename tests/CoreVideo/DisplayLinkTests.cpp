@@ -151,6 +151,9 @@ TEST_F(DisplayLink, TakesTheRefreshesOfTheSurfaceItsViewHasNowAndCountsTheFrames
         EXPECT_TRUE(waitFor([&] { return platform->sources == 2; })) << "another window, another source";
         stage.window->setContentView(stage.view.get());
         EXPECT_TRUE(waitFor([&] { return platform->sources == 3; }));
+        stage.attachPipeline();
+        stage.step();
+        EXPECT_TRUE(waitFor([&] { return platform->sources == 4; })) << "a new context while drawing";
         stage.view->stopRenderThread();
         stage.pipeline->takeCalls();
         const std::uint64_t lost = stage.view->GetLostRefreshes();

@@ -3,6 +3,8 @@
 
 #include <epoxy/gl.h>
 
+#include <latch>
+
 using namespace vx::test;
 using HandOverTest = HeadlessTest;
 
@@ -83,6 +85,25 @@ TEST_F(HandOverTest, GivesTheContextBackWithTheLastUnlockSoThatTheNextHolderFind
     first.join();
     second.join();
     EXPECT_EQ(refused, 0);
+}
+
+TEST_F(HandOverTest, AThreadThatWaitsForTheLockDoesNotKeepTheContextFromItsHolder) {
+    Stage stage;
+    stage.view->makeCurrentContext();
+    std::latch locked(1);
+    bool got = false;
+    std::thread holder([&] {
+        stage.view->RenderThreadLock();
+        locked.count_down();
+        got = stage.view->makeCurrentContext();
+        stage.view->RenderThreadUnLock();
+    });
+    locked.wait();
+    stage.view->RenderThreadLock();
+    EXPECT_TRUE(got);
+    EXPECT_TRUE(stage.view->existingOpenGLContext()->isCurrent()) << "and has it again";
+    stage.view->RenderThreadUnLock();
+    holder.join();
 }
 
 TEST_F(HandOverTest, AHostThatWaitsGetsTheNextTurnHoweverLongFramesAre) {
