@@ -203,42 +203,12 @@ private:
     void detachPipelineFromContext();
     bool makeExistingContextCurrent();
     struct VX_HIDDEN Internals;
-    void takeRenderLock();
-    // The render lock alone, for as long as it lives.
-    class VX_HIDDEN Exclusive {
-    public:
-        explicit Exclusive(VX_GLMainView* view) : m_View(view) { view->takeRenderLock(); }
-        ~Exclusive() { m_View->m_RenderThreadLock->unlock(); }
-        Exclusive(const Exclusive&) = delete;
-        Exclusive& operator=(const Exclusive&) = delete;
-
-    private:
-        VX_GLMainView* m_View;
-    };
-    // The render lock with the hand-over of the contexts.
-    class VX_HIDDEN Hold {
-    public:
-        explicit Hold(VX_GLMainView* view) : m_View(view) { view->RenderThreadLock(); }
-        ~Hold() { m_View->RenderThreadUnLock(); }
-        Hold(const Hold&) = delete;
-        Hold& operator=(const Hold&) = delete;
-
-    private:
-        VX_GLMainView* m_View;
-    };
+    struct VX_HIDDEN Frame;
+    class VX_HIDDEN Exclusive;
+    class VX_HIDDEN Hold;
     class VX_HIDDEN OthersContext;
-    struct Frame {
-        NSRef<NSOpenGLContext> context;
-        NSRef<VX_GLRenderpipeline> pipeline;
-        // Which frames are still wanted, and whose are still counted.
-        unsigned ending = 0;
-        unsigned run = 0;
-        const CVTimeStamp* time = nullptr;
-        // Where the picture goes and whether it got there, for a frame that was asked for with a picture.
-        const char* savePath = nullptr;
-        bool* saved = nullptr;
-    };
 
+    void takeRenderLock();
     void setFrameContext(NSOpenGLContext* context);
     void setPipeline(VX_GLRenderpipeline* pipeline);
     Frame takeFrame(const CVTimeStamp* time);

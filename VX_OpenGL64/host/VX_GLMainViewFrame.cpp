@@ -47,7 +47,6 @@ void VX_GLMainView::DisplayLink_Render(const CVTimeStamp* time) {
     refresh(takeFrame(time));
 }
 
-// All that one frame works with, asked for once.
 VX_GLMainView::Frame VX_GLMainView::takeFrame(const CVTimeStamp* time) {
     std::lock_guard guard(m_FrameObjectsLock);
     return {NSRef<NSOpenGLContext>::retain(m_cbCtx->GLContext),

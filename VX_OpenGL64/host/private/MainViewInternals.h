@@ -2,6 +2,7 @@
 #pragma once
 
 #include <VX_OpenGL64/host/VX_GLMainView.h>
+#include <VX_OpenGL64/host/VX_GLRenderpipeline.h>
 #include <VX_OpenGL64/host/private/FailureLog.h>
 #include <VX_OpenGL64/host/private/FrameMeter.h>
 #include <VX_Platform/OpenGL/private/FormerContext.h>
@@ -9,6 +10,43 @@
 #include <condition_variable>
 #include <optional>
 #include <thread>
+
+/// All that one frame works with, asked for once.
+struct VX_GLMainView::Frame {
+    NSRef<NSOpenGLContext> context;
+    NSRef<VX_GLRenderpipeline> pipeline;
+    /// Whether it is still wanted, and by which display link: see `Internals`.
+    unsigned ending = 0;
+    unsigned run = 0;
+    const CVTimeStamp* time = nullptr;
+    /// Where the picture goes and whether it got there, for a frame that was asked for with a picture.
+    const char* savePath = nullptr;
+    bool* saved = nullptr;
+};
+
+/// The render lock alone, for as long as it lives.
+class VX_GLMainView::Exclusive {
+public:
+    explicit Exclusive(VX_GLMainView* view) : m_View(view) { view->takeRenderLock(); }
+    ~Exclusive() { m_View->m_RenderThreadLock->unlock(); }
+    Exclusive(const Exclusive&) = delete;
+    Exclusive& operator=(const Exclusive&) = delete;
+
+private:
+    VX_GLMainView* m_View;
+};
+
+/// The render lock with the hand-over of the contexts.
+class VX_GLMainView::Hold {
+public:
+    explicit Hold(VX_GLMainView* view) : m_View(view) { view->RenderThreadLock(); }
+    ~Hold() { m_View->RenderThreadUnLock(); }
+    Hold(const Hold&) = delete;
+    Hold& operator=(const Hold&) = delete;
+
+private:
+    VX_GLMainView* m_View;
+};
 
 /// The context of another view, or a host's own, that is current on the thread when it is made; it is again
 /// at its end.
