@@ -90,16 +90,14 @@ TEST_F(ExampleTest, TheViewerTellsWhatAFileHasAndWhatItPassedBy) {
 
 TEST_F(ExampleTest, WhatCannotBeDoneIsToldAndGivesItsStatus) {
     const std::string first = FIRST_PICTURE, viewer = MESH_VIEWER, recording = RECORDING;
-    for (const char* bad : {"--nonsense", "--size", "--size 20", "--size 0x20", "--size 20x20x", "--frames 0",
-                            "--frames many", "--headless", "--platform"}) {
-        for (const std::string& program : {first, viewer}) {
-            const Result result = run(program + " " + bad);
-            EXPECT_EQ(result.status, 2) << program << " " << bad;
-            EXPECT_NE(result.output.find("usage: " + program), std::string::npos) << result.output;
-        }
+    for (const char* bad :
+         {"--nonsense", "--size 0x20", "--size 20x20x", "--frames many", "--headless", "one.x two.x"}) {
+        const Result result = run(viewer + " " + bad);
+        EXPECT_EQ(result.status, 2) << bad;
+        EXPECT_NE(result.output.find("usage: " + viewer), std::string::npos) << result.output;
     }
+    EXPECT_EQ(run(first + " --size").status, 2);
     EXPECT_EQ(run(recording).status, 2);
-    EXPECT_EQ(run(viewer + " one.x two.x").status, 2);
 
     struct {
         std::string command, told;
