@@ -11,8 +11,7 @@
 bool MeshScene::load(const char* path) {
     const auto start = std::chrono::steady_clock::now();
     if (!m_Loader.Load(path)) {
-        std::fprintf(stderr, "%s: not an X text file with a mesh that can be read: %s\n", path,
-                     m_Loader.Report().text().c_str());
+        std::fprintf(stderr, "%s: not an X text file with a mesh that can be read\n", path);
         return false;
     }
     const std::chrono::duration<double, std::milli> time = std::chrono::steady_clock::now() - start;
@@ -25,8 +24,6 @@ bool MeshScene::load(const char* path) {
         "loaded in %.2f ms\n",
         path, mesh.m_Vertex->m_Count, mesh.m_IndexCount / 3, quads, std::ssize(m_Loader.m_FaceSizes) - quads,
         m_Loader.m_UVs.size(), time.count());
-    if (const std::string told = m_Loader.Report().text(); !told.empty())
-        std::puts(told.c_str());
     if (dropped > 0)
         std::printf("%d triangles name vertices that are not there\n", dropped);
     if (mesh.m_Vertex->m_Count == 0)
@@ -36,6 +33,10 @@ bool MeshScene::load(const char* path) {
     m_Loader.shiftToCenterScale(1.2f, 0);
     m_AsRead = std::make_unique<VX_GLMeshData>(&mesh);
     m_Loader.makeNormalVector(0);
+    for (int i = 0; i < mesh.m_Vertex->m_Count; ++i) { // they point inward in these files
+        void* vertex = mesh.m_Vertex->Seek(i);
+        VX_GLVertex::SetNormal(VX_GLVertexPNT, vertex, -*VX_GLVertex::GetNormal(VX_GLVertexPNT, vertex));
+    }
     return true;
 }
 

@@ -5,9 +5,11 @@
 #include <VX_OpenGL64/shaders/VX_GeometryShader.h>
 #include <VX_OpenGL64/shaders/VX_Program.h>
 #include <VX_OpenGL64/shaders/VX_VertexShader.h>
+#include <VX_OpenGL64/shaders/private/ShaderFailure.h>
 #include <VX_OpenGL64/targets/VX_GLRenderTarget.h>
 #include <VX_Platform/AppKit/NSAlert.h>
 #include <VX_Platform/Foundation/NSString.h>
+#include <VX_Platform/Foundation/VX_Diagnostics.h>
 #include <VX_Platform/OpenGL/GLCapabilities.h>
 #include <tests/support/GLTest.h>
 
@@ -242,6 +244,7 @@ TEST(VX_Program, LinksAGeometryShaderThatDeclaresItsOwnLayout) {
     glVertex2f(0, 0);
     glEnd();
     EXPECT_EQ(pixelAt(7, 0) >> 16 & 255, 255u) << "the point became a square over the whole window";
+    EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR)) << "no parameters where the driver does not have them";
 }
 
 TEST(VX_Program, PassesUniformsAndAttributesOnByName) {
@@ -279,7 +282,8 @@ TEST(VX_Program, PassesUniformsAndAttributesOnByName) {
     const int location = program.getAttribLocation("tangent");
     EXPECT_EQ(location, glGetAttribLocation(program.m_Program, "tangent"));
     program.setVertexAttrib3fv("tangent", values);
-    program.setVertexAttrib3fv(unsigned(location) + 2, values + 3);
+    program.setVertexAttrib3fv(location + 2, values + 3);
+    program.setVertexAttrib3fv(0, values); // compiles: neither null nor a name
     float current[8] = {};
     glGetVertexAttribfv(unsigned(location), GL_CURRENT_VERTEX_ATTRIB, current);
     glGetVertexAttribfv(unsigned(location) + 2, GL_CURRENT_VERTEX_ATTRIB, current + 4);
@@ -293,9 +297,13 @@ TEST(VX_GLFilterManager, SetsAFilterUpInAFixedOrder) {
     Files files;
     VX_GLFilterManager& manager = files.manager;
     vx::currentGLCapabilities().geometryShader4 = true;
-    const auto former = std::exchange(epoxy_glProgramParameteriEXT, [](GLuint, GLenum name, GLint value) {
-        s_Parameters.insert(s_Parameters.end(), {int(name), value});
-    });
+    const auto former =
+        std::exchange(epoxy_glProgramParameteriEXT, [](GLuint program, GLenum name, GLint value) {
+            GLint isLinked = 0;
+            glGetProgramiv(program, GL_LINK_STATUS, &isLinked);
+            EXPECT_FALSE(isLinked);
+            s_Parameters.insert(s_Parameters.end(), {int(name), value});
+        });
     const VX_GLShaderInformation shaders[] = {
         {"pass.vert", "swap.frag"}, {"pass.vert", nullptr}, {"none", "none"}};
     const VX_GLGeometryShaderInformation stages[] = {
@@ -350,7 +358,10 @@ TEST(VX_GLFilterManager, GoesOnWithoutShadersThatFailAndTriesThemAgain) {
     for (const char* name : {"first/a.vert", "first/a.frag", "first/a.geom"})
         files.write(name, kBroken);
     files.write("first/empty.vert", "");
-    const VX_GLShaderInformation shaders[] = {{"a.vert", "a.frag"}, {"empty.vert", "swap.frag"}, {}};
+    files.write("first/two.vert", kVaryingOfTwo);
+    files.write("first/four.frag", kVaryingOfFour);
+    const VX_GLShaderInformation shaders[] = {
+        {"a.vert", "a.frag"}, {"empty.vert", "swap.frag"}, {"two.vert", "four.frag"}, {}};
     const VX_GLGeometryShaderInformation stages[] = {
         {"pass.vert", "swap.frag", "a.geom", GL_POINTS, GL_TRIANGLE_STRIP, 4}, {}};
     NotingFilter filter(shaders, stages), next(shaders, stages);
@@ -361,7 +372,16 @@ TEST(VX_GLFilterManager, GoesOnWithoutShadersThatFailAndTriesThemAgain) {
     for (const char* own :
          {"Failed vshader: a.vert", "Failed pshader: a.frag", "Can't open shader file: empty.vert"})
         EXPECT_EQ(log.count(own), 1) << own;
-    EXPECT_EQ(log.count("a.geom"), 0);
+    EXPECT_EQ(log.count("a.geom") + log.count("two.vert") + log.count("nonsense"), 0);
+    const auto told = [&](const std::string& place, const std::string& behind) {
+        const std::vector<std::string>& all = files.manager.Failures();
+        return std::count_if(all.begin(), all.end(), [&](const std::string& line) {
+            return line.starts_with(place) && line.ends_with(behind);
+        });
+    };
+    for (const char* name : {"a.vert", "a.frag", "a.geom"})
+        EXPECT_GE(told(files.root / "first" / (name + std::string(":1: ")), std::string(" | ") + kBroken), 1);
+    EXPECT_EQ(told("two.vert, four.frag do not link: ", ""), 1);
     ASSERT_FALSE(filter.m_Programs.empty());
     EXPECT_EQ(shadersOf(filter.m_Programs.back()).size(), 2u) << "without its geometry stage";
 
@@ -371,6 +391,22 @@ TEST(VX_GLFilterManager, GoesOnWithoutShadersThatFailAndTriesThemAgain) {
     setUp(files.manager, next);
     EXPECT_EQ(shadersOf(next.m_Programs.front()).size(), 2u);
     EXPECT_EQ(shadersOf(next.m_Programs.back()).size(), 3u);
+    EXPECT_FALSE(files.manager.Failures().empty()) << "the two that do not link";
+
+    HeadlessContext apart(8, 8);
+    NotingFilter other;
+    VX_SetDiagnostics(true);
+    setUp(files.manager, other);
+    VX_SetDiagnostics(false);
+    EXPECT_EQ(log.count("shares nothing"), 1);
+    EXPECT_EQ(files.manager.Failures().size(), 1u);
+}
+
+TEST(ShaderFailure, NamesTheLineInTheWordsOfEachDriver) {
+    const auto located = vx::locateFailures("f.vert", "one\n  two\n",
+                                            "0:2(7): error: no\n0(1) : error C1\nERROR: 0:9: 'x'\nend\n");
+    EXPECT_EQ(located, (std::vector<std::string>{"f.vert:2: error: no | two", "f.vert:1: error C1 | one",
+                                                 "f.vert:9: 'x'", "f.vert: end"}));
 }
 
 TEST(VX_GLFilterManager, OwnsTheFirstShaderUnderAName) {
@@ -416,7 +452,7 @@ TEST(VX_GLFilterManager, FindsFilesByOrderOfAdditionOrAlertsAndEnds) {
         return 1;
     });
     EXPECT_DEATH(files.manager.LoadShaderFileToString("gone.vert"),
-                 "alert: gone.vert\n.*LoadShaderFileToString: .*\"gone.vert\"");
+                 "alert: gone.vert\n.*LoadShaderFileToString: .*\"gone.vert\" in .*/first/, .*/second/");
     files.write("first/latin.vert", "// \xE9");
     EXPECT_DEATH(files.manager.LoadShaderFileToString("latin.vert"), "LoadShaderFileToString: .*latin.vert");
     NSAlert::setPresenter({});

@@ -3,6 +3,8 @@
 
 #include <VX_OpenGL64/meshes/files/private/XKeyword.h>
 #include <VX_OpenGL64/meshes/private/VertexLayout.h>
+#include <VX_Platform/Foundation/NSLog.h>
+#include <VX_Platform/Foundation/VX_Diagnostics.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -64,7 +66,10 @@ VX_GLMeshXLoader::~VX_GLMeshXLoader() = default;
 
 bool VX_GLMeshXLoader::Load(const char* path) {
     m_Report = {};
-    return read(path);
+    const bool success = read(path);
+    if (const std::string told = m_Report.text(); VX_GetDiagnostics() && !told.empty())
+        NSLog("VX_GLMeshXLoader::Load: %s: %s", path ? path : "(null)", told.c_str());
+    return success;
 }
 
 bool VX_GLMeshXLoader::fail(const std::string& reason) {
