@@ -82,7 +82,8 @@ public:
     /// Releases what the view had, retains the pipeline and takes a pixel format from a list closed by 0; the
     /// view then prepares itself in the next display pass. Host's thread; the new context is current there
     /// afterwards. False for a null pipeline, an unusable list, or without a platform; the earlier resources
-    /// are gone then too.
+    /// are gone then too. To change pipelines call `stopRender` first: without it the former one gets no
+    /// `doStopRender`, only its detaching `attachGLContext`.
     bool initializationWithPixelFormat(VX_GLRenderpipeline* pipeline, const std::uint32_t* attributes);
     /// Forgets the pipeline without releasing it: the view's reference becomes the caller's. Not while
     /// drawing.
@@ -173,6 +174,7 @@ public:
     CVDisplayLinkRef displayLink() const { return m_DisplayLink; }
 
     /// Waits for the frame in progress and pauses drawing until `RenderThreadUnLock`. Recursive. Any thread.
+    /// Of two views whose hooks take each other's lock both can wait for good: let one side alone do so.
     void RenderThreadLock();
     /// Resumes drawing. With its last hold the thread also gives back whatever context is current on it.
     void RenderThreadUnLock();

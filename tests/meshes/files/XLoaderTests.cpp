@@ -72,9 +72,9 @@ const Case kCases[] = {
      "MeshNormals{3;1;0;0;,0;1;0;,0;0;1;;2;3;0,0,2;,3;1,2,2;;}}",
      "0 0 0 0.5 0.5 0 0 0, 1 0 0 1 0 0 0 0, 0 2 0 0 0 1 0 0, 3 3 3 0 0 1 0 0, 4 4 4 nan nan nan 0 0, "
      ": 0 1 2 0 2 3"},
-    // The list has a corner of vertex 9, which is none, and one of normal 7 or -1, which is none either.
+    // The list has a corner of vertex 9, which is none, and one of normal 1 or -1, which is none either.
     {"indices outside",
-     "Mesh{3;0;0;0;,1;0;0;,0;2;0;;2;3;0,1,9;,3;0,0,-2;;MeshNormals{1;0;0;1;;2;3;0,7,0;,3;-1,0,0;;}}",
+     "Mesh{3;0;0;0;,1;0;0;,0;2;0;;2;3;0,1,9;,3;0,0,-2;;MeshNormals{1;0;0;1;;2;3;0,1,0;,3;-1,0,0;;}}",
      "0 0 0 0 0 1 0 0, 1 0 0 nan nan nan 0 0, 0 2 0 nan nan nan 0 0, : 0 1 9 0 0 4294967294"},
     {"more and fewer normals than corners",
      "Mesh{" + kTriangle +
@@ -150,6 +150,7 @@ TEST(VX_GLMeshXLoader, IsReusableAndKeepsTheFileOpenAfterAWrongHeader) {
     EXPECT_EQ(loader.m_FaceCount, 0);
     loader.freeAllMesh();
     EXPECT_EQ(loaded(loader, kLoadable), kFails) << "no mesh is left to fill";
+    EXPECT_EQ(loader.Triangulate(), -1);
 }
 
 TEST(VX_GLMeshXLoader, AGoodFileCutAtEveryByte) {
