@@ -107,8 +107,8 @@ private:
                            unsigned int type);
     std::string foundPath(const std::string& fileName) const;
     template <class Shader>
-    Shader* shaderOf(std::map<std::string, Shader*, std::less<>>& cache, const char* fileName,
-                     const char* kind);
+    VX_HIDDEN Shader* shaderOf(std::map<std::string, Shader*, std::less<>>& cache, const char* fileName,
+                               const char* kind);
     void makeProgram(VX_GLFilter& filter, const VX_GLGeometryShaderInformation& row);
     void checkShareGroup();
     void fail(const std::string& line);
