@@ -128,6 +128,9 @@ public:
     /// Tries the render lock, draws a frame if it gets it, and measures. Never waits.
     void DisplayLink_Render(const CVTimeStamp* time);
 
+    /// Whether the view is in a window that is shown; before it once was, nothing is prepared or drawn.
+    /// Host's thread.
+    bool IsShown() const;
     /// Borrowed; null unless `SetNeedCIContext` came before `prepareOpenGL`.
     CIContext* ciContext() const { return m_ciContext.get(); }
     /// Borrowed, or null.
