@@ -129,6 +129,7 @@ bool VX_GLMainView::initializationWithPixelFormat(VX_GLRenderpipeline* pipeline,
         return false;
     openGLContext()->makeCurrentContext();
     setNeedsDisplay(true);
+    m_Internals->tellIfNeverShown(this);
     return true;
 }
 

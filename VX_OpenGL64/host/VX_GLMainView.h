@@ -81,7 +81,8 @@ public:
     /// Releases what the view had, retains the pipeline and takes a pixel format from a list closed by 0; the
     /// view then prepares itself in the next display pass. Host's thread; the new context is current there
     /// afterwards. False for a null pipeline, an unusable list, or without a platform; the earlier resources
-    /// are gone then too.
+    /// are gone then too. To change pipelines call `stopRender` first: without it the former one gets no
+    /// `doStopRender`, only its detaching `attachGLContext`.
     bool initializationWithPixelFormat(VX_GLRenderpipeline* pipeline, const std::uint32_t* attributes);
     /// Forgets the pipeline without releasing it: the view's reference becomes the caller's. Not while
     /// drawing.
@@ -129,6 +130,9 @@ public:
     /// Tries the render lock, draws a frame if it gets it, and measures. Never waits.
     void DisplayLink_Render(const CVTimeStamp* time);
 
+    /// Whether the view is in a window that is shown; before it once was, nothing is prepared or drawn.
+    /// Host's thread.
+    bool IsShown() const;
     /// Borrowed; null unless `SetNeedCIContext` came before `prepareOpenGL`.
     CIContext* ciContext() const { return m_ciContext.get(); }
     /// Borrowed, or null.
@@ -176,6 +180,7 @@ public:
 
     /// Waits for the frame in progress and pauses drawing until `RenderThreadUnLock`. Recursive. Any thread.
     /// While it waits, it gives other threads a context of the view that is current here.
+    /// Of two views whose hooks take each other's lock both can wait for good: let one side alone do so.
     void RenderThreadLock();
     /// Resumes drawing. With its last hold the thread also gives back the view's context, or a child's, if
     /// one is current on it, and what was current at `RenderThreadLock` is again: another view's context or a

@@ -72,8 +72,9 @@ public:
 
     /// Hook that nothing in the library calls: the work of a subclass's timer.
     virtual void primaryThreadLoop() {}
-    /// Hook: draw the frame. `bounds` has origin (0, 0) and the view's size in pixels, and is valid during
-    /// the call.
+    /// Hook: draw the frame. `bounds` has origin (0, 0) and the view's `width` and `height`, which are those
+    /// of the last `prepareOpenGL` unless the view follows its size; it is valid during the call. No viewport
+    /// is set.
     virtual void renderPipeline(CGRect* /*bounds*/) {}
     /// Hook: draw into a child view; `bounds` is the child's.
     virtual void renderSubPipeline(CGRect* /*bounds*/, VX_GLSharedView* /*targetView*/) {}

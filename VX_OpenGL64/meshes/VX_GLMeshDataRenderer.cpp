@@ -106,20 +106,26 @@ void drawElements(VX_GLVBOVertex* vertices, VX_GLVBOIndex* indices, unsigned int
     disableArrays<format>();
 }
 
+/// What GL gives as the place of an attribute that the program does not use: there is nothing to set.
+constexpr auto kNoAttribute = static_cast<GLuint>(-1);
+
 void enableTangents(GLuint attribute) {
     enableArrays<VX_GLVertexPNB>();
-    glEnableVertexAttribArrayARB(attribute);
+    if (attribute != kNoAttribute)
+        glEnableVertexAttribArrayARB(attribute);
 }
 
 void disableTangents(GLuint attribute) {
-    glDisableVertexAttribArrayARB(attribute);
+    if (attribute != kNoAttribute)
+        glDisableVertexAttribArrayARB(attribute);
     disableArrays<VX_GLVertexPNB>();
 }
 
 void setTangentPointers(GLuint attribute) {
     constexpr const VertexLayout& layout = layoutOf<VX_GLVertexPNB>;
     setPointers<VX_GLVertexPNB>();
-    glVertexAttribPointerARB(attribute, 3, GL_FLOAT, GL_FALSE, layout.stride, offset(layout.tangent));
+    if (attribute != kNoAttribute)
+        glVertexAttribPointerARB(attribute, 3, GL_FLOAT, GL_FALSE, layout.stride, offset(layout.tangent));
 }
 
 } // namespace
@@ -151,7 +157,7 @@ void VX_GLMeshDataRenderer::makeVBOIndex(unsigned int usage, int count, unsigned
 
 void VX_GLMeshDataRenderer::makeVBOVertex(unsigned int usage, int stride, int count, void* data) {
     const int bytes = bytesOf(stride, count);
-    if (count < 1 || bytes < 0) {
+    if (count < 1 || bytes < 1) {
         delete m_VertexBuffer;
         m_VertexBuffer = nullptr;
         m_VertexCount = 0;
@@ -246,21 +252,27 @@ void VX_GLMeshDataRenderer::DrawPNTInstanced(unsigned int mode, int first, int c
     if (!m_VertexBuffer)
         return;
     constexpr const VertexLayout& layout = layoutOf<VX_GLVertexPNT>;
-    const auto position = static_cast<GLuint>(positionAttribute);
-    const auto normal = static_cast<GLuint>(normalAttribute);
-    const auto uv = static_cast<GLuint>(uvAttribute);
-    glEnableVertexAttribArray(position);
-    glEnableVertexAttribArray(normal);
-    glEnableVertexAttribArray(uv);
+    const struct {
+        GLuint attribute;
+        GLint components;
+        std::size_t place;
+    } arrays[] = {{static_cast<GLuint>(positionAttribute), 3, 0},
+                  {static_cast<GLuint>(normalAttribute), 3, layout.normal},
+                  {static_cast<GLuint>(uvAttribute), 2, layout.uv}};
+    const auto forEach = [&arrays](auto&& visit) {
+        for (const auto& array : arrays)
+            if (array.attribute != kNoAttribute)
+                visit(array);
+    };
+    forEach([](const auto& array) { glEnableVertexAttribArray(array.attribute); });
     m_VertexBuffer->BindBuffer();
-    glVertexAttribPointer(position, 3, GL_FLOAT, GL_FALSE, layout.stride, offset(0));
-    glVertexAttribPointer(normal, 3, GL_FLOAT, GL_FALSE, layout.stride, offset(layout.normal));
-    glVertexAttribPointer(uv, 2, GL_FLOAT, GL_FALSE, layout.stride, offset(layout.uv));
+    forEach([](const auto& array) {
+        glVertexAttribPointer(array.attribute, array.components, GL_FLOAT, GL_FALSE, layout.stride,
+                              offset(array.place));
+    });
     m_VertexBuffer->UnBindBuffer(); // the pointers keep the buffer
     glDrawArraysInstancedARB(mode, first, count, instanceCount);
-    glDisableVertexAttribArray(uv);
-    glDisableVertexAttribArray(normal);
-    glDisableVertexAttribArray(position);
+    forEach([](const auto& array) { glDisableVertexAttribArray(array.attribute); });
 }
 
 void VX_GLMeshDataRenderer::drawPVertex(unsigned int mode, int first, int count) {

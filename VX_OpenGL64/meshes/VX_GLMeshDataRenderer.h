@@ -13,10 +13,11 @@ class VX_GLVBOVertex;
 /// format that was uploaded.
 ///
 /// Everything but the constructor and the draws of an empty renderer needs a GL 1.5 context current on the
-/// calling thread, the destructor included while buffers are held. Uploads and draws end with GL_ARRAY_BUFFER
-/// and GL_ELEMENT_ARRAY_BUFFER, as far as they use them, bound to 0, and draws with the arrays that they
-/// enable disabled; array pointers stay as the draw set them. A draw that lacks its buffers does nothing. GL
-/// errors are not read.
+/// calling thread, the destructor included while buffers are held: one that shares with the context under
+/// which they were made, since in another GL deletes what has the same name there. Uploads and draws end with
+/// GL_ARRAY_BUFFER and GL_ELEMENT_ARRAY_BUFFER, as far as they use them, bound to 0, and draws with the
+/// arrays that they enable disabled; array pointers stay as the draw set them. A draw that lacks its buffers
+/// does nothing. GL errors are not read.
 ///
 /// Usages are GL buffer hints such as GL_STATIC_DRAW, modes GL primitive modes such as GL_TRIANGLES, formats
 /// codes of `VX_GLVertexFormat`.
@@ -37,7 +38,7 @@ public:
     /// size, deletes the buffer.
     /// GL: glGenBuffers, glBindBuffer, glBufferData or glBufferSubData, glDeleteBuffers.
     void makeVBOIndex(unsigned int usage, int count, unsigned int* data);
-    /// The same for `count` vertices of `stride` bytes.
+    /// The same for `count` vertices of `stride` bytes; a stride of 0 leaves nothing to draw.
     void makeVBOVertex(unsigned int usage, int stride, int count, void* data);
     /// Uploads the indices and vertices of the mesh (not null, borrowed for the call) and copies its three
     /// carried vectors. A mesh without indices deletes the index buffer; one without a vertex store leaves
@@ -59,7 +60,8 @@ public:
     /// Draws the indices of a mesh of format 19, and of no other, by `drawWithIndexPNBVertex`.
     void DrawTangentWithIndex(unsigned int mode, int format, unsigned int attribute);
     /// Draws `instanceCount` instances of `count` vertices of format 7 from `first` through three generic
-    /// attributes of the current program. GL (GL_ARB_draw_instanced): glEnableVertexAttribArray,
+    /// attributes of the current program; one of -1, which the program does not have, is left out.
+    /// GL (GL_ARB_draw_instanced): glEnableVertexAttribArray,
     /// glVertexAttribPointer, glDrawArraysInstancedARB, glDisableVertexAttribArray.
     void DrawPNTInstanced(unsigned int mode, int first, int count, int positionAttribute, int normalAttribute,
                           int uvAttribute, int instanceCount);
@@ -83,9 +85,10 @@ public:
     void drawWithIndexPDNVertex(unsigned int mode);
     void drawWithIndexPDTVertex(unsigned int mode);
     void drawWithIndexPDNTVertex(unsigned int mode);
-    /// The tangent goes into generic attribute `attribute` of the current program. GL (GL_ARB_vertex_shader):
-    /// glEnableVertexAttribArrayARB, glVertexAttribPointerARB, glDisableVertexAttribArrayARB beside the
-    /// above.
+    /// The tangent goes into generic attribute `attribute` of the current program; for -1, which
+    /// `VX_Program::getAttribLocation` gives for a tangent that the program does not use, it is left out. GL
+    /// (GL_ARB_vertex_shader): glEnableVertexAttribArrayARB, glVertexAttribPointerARB,
+    /// glDisableVertexAttribArrayARB beside the above.
     void drawPNBVertex(unsigned int mode, unsigned int attribute, int first, int count);
     void drawWithIndexPNBVertex(unsigned int mode, unsigned int attribute);
 

@@ -10,7 +10,7 @@ VX_FragmentShader::~VX_FragmentShader() {
 }
 
 bool VX_FragmentShader::loadAndCompile(const char* source) {
-    return vx::compileShader(m_Shader, GL_FRAGMENT_SHADER, source, "VX_FragmentShader");
+    return vx::compileShader(m_Shader, m_Failure, GL_FRAGMENT_SHADER, source, "VX_FragmentShader");
 }
 
 void VX_FragmentShader::freeShader() {

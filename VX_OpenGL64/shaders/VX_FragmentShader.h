@@ -3,6 +3,8 @@
 
 #include <VX_Platform/VX_Export.h>
 
+#include <string>
+
 /// Owns one GL fragment shader, compiled from source text in memory.
 ///
 /// Everything but the constructor and `shader` needs a GL 2.0 context current on the calling thread, the
@@ -25,8 +27,13 @@ public:
     bool loadAndCompile(const char* source);
     /// Deletes the GL shader, if there is one. GL: glDeleteShader.
     void freeShader();
+    /// The driver's words on the last `loadAndCompile`; empty when it succeeded. Makes no GL call.
+    const std::string& failure() const { return m_Failure; }
     /// The GL name, owned by this object; 0 when empty.
     unsigned int shader() const { return m_Shader; }
 
     unsigned int m_Shader = 0;
+
+private:
+    std::string m_Failure;
 };

@@ -65,6 +65,7 @@ VX_Program* VX_GLFilter::CreateProgram(VX_VertexShader* vertex, VX_FragmentShade
                                        int verticesOut) {
     auto* program = new VX_Program;
     if (!AttachProgram(program, vertex, fragment, geometry, inputType, outputType, verticesOut)) {
+        m_Failure = program->failure();
         delete program;
         return nullptr;
     }

@@ -3,6 +3,7 @@
 
 #include <VX_Platform/VX_Export.h>
 
+#include <string>
 #include <vector>
 
 class VX_FragmentShader;
@@ -59,8 +60,14 @@ public:
     /// Whether the next texture is a 2D texture and not a rectangle texture; asked for each, false here.
     virtual bool IsRT2D();
     /// Sizes the render target in pixels and creates its framebuffer anew, also when the size stays, so that
-    /// all textures are gone: outside `SetupFilter` call `CreateRT` or `Create2DRT` again. Returns the
-    /// framebuffer status.
+    /// all textures are gone: outside `SetupFilter` call `CreateRT` or `Create2DRT` again. What a filter does
+    /// when the picture's size changes, with the programs it has:
+    ///
+    ///     filter->SetResolution(width, height);
+    ///     for (int i = 0; i < filter->GetMinRTCount(); ++i)
+    ///         filter->CreateRT(GL_RGBA8, GL_UNSIGNED_BYTE, -1, -1);
+    ///
+    /// Returns the framebuffer status.
     virtual unsigned int SetResolution(int width, int height);
     /// Called at the end of `SetupFilter`, with the programs made; false makes it fail. True here.
     virtual bool Setup();
@@ -76,6 +83,9 @@ public:
     /// or null, with the list unchanged.
     VX_Program* CreateProgram(VX_VertexShader* vertex, VX_FragmentShader* fragment,
                               VX_GeometryShader* geometry, int inputType, int outputType, int verticesOut);
+
+    /// The driver's words on the last `CreateProgram` that gave null. Makes no GL call.
+    const std::string& failure() const { return m_Failure; }
 
     /// `AddTextureBuffer` of the render target.
     unsigned int CreateRT(unsigned int internalFormat, unsigned int type, int width, int height);
@@ -104,4 +114,6 @@ public:
 
 private:
     VX_GLRenderTarget& renderTarget(const char* caller) const;
+
+    std::string m_Failure;
 };

@@ -5,20 +5,25 @@
 #include <VX_OpenGL64/shaders/VX_GLFilter.h>
 #include <VX_OpenGL64/shaders/VX_GeometryShader.h>
 #include <VX_OpenGL64/shaders/VX_VertexShader.h>
+#include <VX_OpenGL64/shaders/private/ShaderFailure.h>
 #include <VX_Platform/AppKit/NSAlert.h>
 #include <VX_Platform/Foundation/NSFileManager.h>
 #include <VX_Platform/Foundation/NSLog.h>
 #include <VX_Platform/Foundation/NSString.h>
+#include <VX_Platform/Foundation/VX_Diagnostics.h>
+#include <VX_Platform/OpenGL/NSOpenGLContext.h>
 
 #include <utility>
 
 namespace {
 
 template <class Shader>
-Shader* compiled(const char* source) {
+Shader* compiled(const char* source, std::string* failure = nullptr) {
     auto* shader = new Shader;
     if (shader->loadAndCompile(source))
         return shader;
+    if (failure)
+        *failure = shader->failure();
     delete shader;
     return nullptr;
 }
@@ -29,25 +34,11 @@ auto found(const Cache& cache, const char* fileName) {
     return entry == cache.end() ? nullptr : entry->second;
 }
 
-std::string textOf(VX_GLFilterManager& manager, const char* fileName) {
-    std::string source = manager.LoadShaderFileToString(fileName);
-    if (source.empty())
-        NSLog("Can't open shader file: %s", fileName);
-    return source;
-}
-
-/// The cached shader, else the one compiled from the file; a failure is logged unless `kind` is null.
-template <class Shader>
-Shader* shaderOf(VX_GLFilterManager& manager, std::map<std::string, Shader*, std::less<>>& cache,
-                 const char* fileName, const char* kind) {
-    if (Shader* shader = found(cache, fileName))
-        return shader;
-    Shader* shader = compiled<Shader>(textOf(manager, fileName).c_str());
-    if (shader)
-        cache.emplace(fileName, shader);
-    else if (kind)
-        NSLog("Failed %s: %s", kind, fileName);
-    return shader;
+std::string joined(const std::vector<std::string>& words) {
+    std::string text;
+    for (const std::string& word : words)
+        text += (text.empty() ? "" : ", ") + word;
+    return text;
 }
 
 NSString* pathText(const std::string& path) {
@@ -76,12 +67,18 @@ void VX_GLFilterManager::AddResourcePath(const char* directory) {
     m_ResourcePaths.push_back(std::string(directory) + "/");
 }
 
-std::string VX_GLFilterManager::QueryShaderPath(std::string fileName) {
+std::string VX_GLFilterManager::foundPath(const std::string& fileName) const {
     for (const std::string& directory : m_ResourcePaths) {
         std::string candidate = directory + fileName;
         if (NSFileManager::defaultManager()->fileExistsAtPath(pathText(candidate)))
             return candidate;
     }
+    return {};
+}
+
+std::string VX_GLFilterManager::QueryShaderPath(std::string fileName) {
+    if (std::string path = foundPath(fileName); !path.empty())
+        return path;
     NSAlert::alertWithMessageText(NSString::stringWithUTF8String("Can't load shader"),
                                   NSString::stringWithUTF8String("OK"), nullptr, nullptr, "%@",
                                   NSString::stringWithFormat("%s", fileName.c_str()))
@@ -93,6 +90,10 @@ std::string VX_GLFilterManager::LoadShaderFileToString(const char* fileName) {
     const std::string path = QueryShaderPath(fileName);
     NSString* text = NSString::stringWithContentsOfFile(pathText(path), NSUTF8StringEncoding, nullptr);
     // The alert was the one warning: docs/kept-behaviour.md.
+    if (!text && path.empty())
+        vx::fatal(
+            "VX_GLFilterManager::LoadShaderFileToString: no file \"%s\" in %s", fileName,
+            m_ResourcePaths.empty() ? "any directory: none was added" : joined(m_ResourcePaths).c_str());
     if (!text)
         vx::fatal("VX_GLFilterManager::LoadShaderFileToString: no UTF-8 text in file \"%s\" (path \"%s\")",
                   fileName, path.c_str());
@@ -137,25 +138,71 @@ void VX_GLFilterManager::RegisterGShader(const char* fileName, VX_GeometryShader
 
 VX_GLFilter* VX_GLFilterManager::SetupFilter(VX_GLFilter* filter, int width, int height,
                                              unsigned int internalFormat, unsigned int type) {
+    m_Failures.clear();
+    checkShareGroup();
     if (filter->NeedFrameBuffer())
         setUpRenderTarget(*filter, width, height, internalFormat, type);
 
     const VX_GLShaderInformation* row = filter->ShadersInformation();
-    for (; row && row->vertexShader && row->fragmentShader; ++row) {
-        VX_VertexShader* vertex = shaderOf(*this, m_VShaders, row->vertexShader, "vshader");
-        VX_FragmentShader* fragment = shaderOf(*this, m_PShaders, row->fragmentShader, "pshader");
-        filter->CreateProgram(vertex, fragment, nullptr, 0, 0, 0);
-    }
+    for (; row && row->vertexShader && row->fragmentShader; ++row)
+        makeProgram(*filter, {row->vertexShader, row->fragmentShader, nullptr, 0, 0, 0});
 
     const VX_GLGeometryShaderInformation* stages = filter->GeometryShadersInformation();
-    for (; stages && stages->vertexShader && stages->fragmentShader && stages->geometryShader; ++stages) {
-        VX_VertexShader* vertex = shaderOf(*this, m_VShaders, stages->vertexShader, "vshader");
-        VX_FragmentShader* fragment = shaderOf(*this, m_PShaders, stages->fragmentShader, "pshader");
-        VX_GeometryShader* geometry = shaderOf(*this, m_GShaders, stages->geometryShader, nullptr);
-        filter->CreateProgram(vertex, fragment, geometry, stages->inputType, stages->outputType,
-                              stages->verticesOut);
-    }
+    for (; stages && stages->vertexShader && stages->fragmentShader && stages->geometryShader; ++stages)
+        makeProgram(*filter, *stages);
     return filter->Setup() ? filter : nullptr;
+}
+
+void VX_GLFilterManager::fail(const std::string& line) {
+    m_Failures.push_back(line);
+    if (VX_GetDiagnostics())
+        NSLog("%s", line.c_str());
+}
+
+/// GL names mean nothing in another share group, and GL attaches them without a word, or another object.
+void VX_GLFilterManager::checkShareGroup() {
+    NSOpenGLContext* context = NSOpenGLContext::currentContext();
+    if (!context)
+        return;
+    const void* former = std::exchange(m_ShareGroup, &context->capabilities());
+    if (former && former != m_ShareGroup && !(m_VShaders.empty() && m_PShaders.empty() && m_GShaders.empty()))
+        fail(
+            "VX_GLFilterManager::SetupFilter: the cached shaders belong to a context that shares nothing "
+            "with "
+            "the current one; every share group needs a manager of its own");
+}
+
+/// The cached shader, else the one compiled from the file; a failure is logged unless `kind` is null.
+template <class Shader>
+Shader* VX_GLFilterManager::shaderOf(std::map<std::string, Shader*, std::less<>>& cache, const char* fileName,
+                                     const char* kind) {
+    if (Shader* shader = found(cache, fileName))
+        return shader;
+    const std::string source = LoadShaderFileToString(fileName);
+    if (source.empty())
+        NSLog("Can't open shader file: %s", fileName);
+    std::string failure;
+    Shader* shader = compiled<Shader>(source.c_str(), &failure);
+    if (shader)
+        cache.emplace(fileName, shader);
+    else if (kind)
+        NSLog("Failed %s: %s", kind, fileName);
+    for (const std::string& line : vx::locateFailures(foundPath(fileName), source, failure))
+        fail(line);
+    return shader;
+}
+
+void VX_GLFilterManager::makeProgram(VX_GLFilter& filter, const VX_GLGeometryShaderInformation& row) {
+    VX_VertexShader* vertex = shaderOf(m_VShaders, row.vertexShader, "vshader");
+    VX_FragmentShader* fragment = shaderOf(m_PShaders, row.fragmentShader, "pshader");
+    VX_GeometryShader* geometry =
+        row.geometryShader ? shaderOf(m_GShaders, row.geometryShader, nullptr) : nullptr;
+    if (filter.CreateProgram(vertex, fragment, geometry, row.inputType, row.outputType, row.verticesOut))
+        return;
+    std::vector<std::string> files{row.vertexShader, row.fragmentShader};
+    if (row.geometryShader)
+        files.push_back(row.geometryShader);
+    fail(joined(files) + " do not link: " + filter.failure());
 }
 
 void VX_GLFilterManager::setUpRenderTarget(VX_GLFilter& filter, int width, int height,

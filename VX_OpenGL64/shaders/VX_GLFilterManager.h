@@ -13,6 +13,7 @@ class VX_GLFilter;
 class VX_GeometryShader;
 class VX_Program;
 class VX_VertexShader;
+struct VX_GLGeometryShaderInformation;
 
 /// Turns what a filter declares into live GL objects. Holds the directories in which shader files are looked
 /// for, a default resolution, and caches of compiled shaders by file name, so that a file is compiled once
@@ -24,8 +25,9 @@ class VX_VertexShader;
 /// not cached and is tried again by the next filter that names it.
 ///
 /// Order of use: `AddResourcePath` and `SetResolution`, then `SetupFilter` for each filter. What makes or
-/// deletes a shader needs a GL 2.0 context current on the calling thread, the destructor included. Not for
-/// several threads at once.
+/// deletes a shader needs a GL 2.0 context current on the calling thread, the destructor included: always one
+/// of the same share group, since the cached shaders are nothing, or other objects, in another. So there is a
+/// manager for each share group. Not for several threads at once.
 class VX_EXPORT VX_GLFilterManager {
 public:
     /// Without directories, 0 x 0; makes no GL call.
@@ -47,7 +49,8 @@ public:
     /// searched: an absolute name too is put behind each directory.
     std::string QueryShaderPath(std::string fileName);
     /// Text of the file that `QueryShaderPath` finds, up to its first NUL. A file that is missing, cannot be
-    /// read or is not UTF-8 ends the process with a message, after the alert where there was one.
+    /// read or is not UTF-8 ends the process with a message, after the alert where there was one; that of a
+    /// missing one names the directories.
     std::string LoadShaderFileToString(const char* fileName);
 
     /// A new shader compiled from source text (NUL-terminated, not null), the caller's to delete, or null
@@ -72,12 +75,17 @@ public:
     /// 1, and `GetMinRTCount` textures of the internal format and pixel type in the target's size; a program
     /// for each row of `ShadersInformation`, then of `GeometryShadersInformation`; then its `Setup`. Returns
     /// the filter, or null when `Setup` said false; the filter keeps what it has. Shaders and programs that
-    /// fail are logged and do not fail the setup: the filter has then no program for that row. A geometry
-    /// shader that does not compile makes no line of its own in the log, and its row's program is made
-    /// without it. GL: as `VX_GLRenderTarget`, the shader classes and `VX_Program`, with what they leave
-    /// bound.
+    /// fail are logged and do not fail the setup. A program is made without a shader that does not compile:
+    /// one of a failed fragment shader has the vertex shader alone and draws by the fixed functions, and a
+    /// geometry shader that fails makes no line of its own in the log. A row whose program does not link has
+    /// no program. A filter set up twice has each program twice. GL: as `VX_GLRenderTarget`, the shader
+    /// classes and `VX_Program`, with what they leave bound.
     VX_GLFilter* SetupFilter(VX_GLFilter* filter, int width, int height, unsigned int internalFormat,
                              unsigned int type);
+    /// What failed in the last `SetupFilter`, one line each, as diagnostics log it: "file:line: message" with
+    /// that line of the shader, the files of a program that does not link, a share group that is not the one
+    /// of the cached shaders. Makes no GL call.
+    const std::vector<std::string>& Failures() const { return m_Failures; }
 
     /// A program for the filter, owned by it, made of two source texts outside the caches and files; null on
     /// failure. The two shaders live on with nobody to free them.
@@ -97,4 +105,15 @@ public:
 private:
     void setUpRenderTarget(VX_GLFilter& filter, int width, int height, unsigned int internalFormat,
                            unsigned int type);
+    std::string foundPath(const std::string& fileName) const;
+    template <class Shader>
+    VX_HIDDEN Shader* shaderOf(std::map<std::string, Shader*, std::less<>>& cache, const char* fileName,
+                               const char* kind);
+    void makeProgram(VX_GLFilter& filter, const VX_GLGeometryShaderInformation& row);
+    void checkShareGroup();
+    void fail(const std::string& line);
+
+    std::vector<std::string> m_Failures;
+    /// That of the contexts that the cached shaders belong to; null while it is not known.
+    const void* m_ShareGroup = nullptr;
 };

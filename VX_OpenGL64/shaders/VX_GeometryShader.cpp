@@ -20,7 +20,8 @@ VX_GeometryShader::~VX_GeometryShader() {
 }
 
 bool VX_GeometryShader::loadAndCompile(const char* source) {
-    return vx::compileShader(m_Shader, GL_GEOMETRY_SHADER_EXT, source, "VX_GeometryShader", printFailure);
+    return vx::compileShader(m_Shader, m_Failure, GL_GEOMETRY_SHADER_EXT, source, "VX_GeometryShader",
+                             printFailure);
 }
 
 void VX_GeometryShader::freeShader() {

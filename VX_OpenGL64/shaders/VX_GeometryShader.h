@@ -3,6 +3,8 @@
 
 #include <VX_Platform/VX_Export.h>
 
+#include <string>
+
 /// Owns one GL geometry shader, compiled from source text in memory. Primitive types and vertex count are
 /// given to `VX_Program::attachGeometryShader`, not in the text.
 ///
@@ -25,6 +27,8 @@ public:
     bool loadAndCompile(const char* source);
     /// Deletes the GL shader, if there is one. GL: glDeleteShader.
     void freeShader();
+    /// The driver's words on the last `loadAndCompile`; empty when it succeeded. Makes no GL call.
+    const std::string& failure() const { return m_Failure; }
     /// The GL name, owned by this object; 0 when empty.
     unsigned int shader() const { return m_Shader; }
 
@@ -34,4 +38,7 @@ public:
     int GetMaxVertices();
 
     unsigned int m_Shader = 0;
+
+private:
+    std::string m_Failure;
 };

@@ -50,6 +50,7 @@ bool VX_Program::execLink() {
     glLinkProgram(m_Program);
     GLint linked = 0;
     glGetProgramiv(m_Program, GL_LINK_STATUS, &linked);
+    m_Failure.clear();
     if (linked)
         return true;
 
@@ -58,6 +59,7 @@ bool VX_Program::execLink() {
     log[0] = '\0'; // GL writes nothing when there is no program
     GLsizei length = 0;
     glGetProgramInfoLog(m_Program, size, &length, log.get());
+    m_Failure = log.get();
     NSLog("Link error: %s", log.get());
     glDeleteProgram(m_Program);
     m_Program = 0;

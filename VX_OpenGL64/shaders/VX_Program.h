@@ -3,6 +3,8 @@
 
 #include <VX_Platform/VX_Export.h>
 
+#include <string>
+
 class VX_FragmentShader;
 class VX_GeometryShader;
 class VX_VertexShader;
@@ -43,6 +45,9 @@ public:
     /// shaders are untouched. GL: glLinkProgram, glGetProgramiv, glGetProgramInfoLog, glDeleteProgram.
     bool execLink();
 
+    /// The driver's words on the last link; empty when it succeeded. Makes no GL call.
+    const std::string& failure() const { return m_Failure; }
+
     /// GL: glUseProgram with this program, which stays current.
     void activeProgram();
     /// GL: glUseProgram(0), whichever program is current.
@@ -82,9 +87,16 @@ public:
     void setVertexAttrib3fv(const char* name, const float* values);
     /// The same for the attribute at `index`; the program is not looked at. GL: glVertexAttrib3fv.
     void setVertexAttrib3fv(unsigned int index, const float* values);
+    /// The same for a location as `getAttribLocation` gives it.
+    void setVertexAttrib3fv(int index, const float* values) {
+        setVertexAttrib3fv(static_cast<unsigned int>(index), values);
+    }
     /// Location of the attribute in the linked program, -1 for an unknown name. GL: glGetAttribLocation.
     int getAttribLocation(const char* name);
 
     /// GL name; 0 means no program.
     unsigned int m_Program = 0;
+
+private:
+    std::string m_Failure;
 };

@@ -10,7 +10,7 @@ VX_VertexShader::~VX_VertexShader() {
 }
 
 bool VX_VertexShader::loadAndCompile(const char* source) {
-    return vx::compileShader(m_Shader, GL_VERTEX_SHADER, source, "VX_VertexShader");
+    return vx::compileShader(m_Shader, m_Failure, GL_VERTEX_SHADER, source, "VX_VertexShader");
 }
 
 void VX_VertexShader::freeShader() {

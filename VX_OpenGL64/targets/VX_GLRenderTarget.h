@@ -14,7 +14,8 @@
 /// `DrawFullScreen2D`. A change of size drops framebuffer and textures, and all of them have to be made anew.
 ///
 /// Everything but the constructor needs a context with GL_EXT_framebuffer_object (and
-/// GL_ARB_texture_rectangle for rectangle textures) current on the calling thread, the destructor included.
+/// GL_ARB_texture_rectangle for rectangle textures) current on the calling thread, the destructor included:
+/// the one under which the framebuffer was made. Under another GL deletes what has the same name there.
 /// All GL objects named in the fields belong to the target, the texture names it hands out too.
 class VX_EXPORT VX_GLRenderTarget {
 public:
@@ -53,7 +54,10 @@ public:
     /// entry i of `m_Textures` is attachment i. `internalFormat` and `type` as for glTexImage2D, with GL_RGBA
     /// as the format; a negative width or height means that of the target. 0 when there is no framebuffer
     /// (nothing is done then), or when the framebuffer is incomplete with it: one line is logged, the texture
-    /// deleted, and a 0 takes its place in the list. Afterwards framebuffer 0 is bound,
+    /// deleted, and a 0 takes its place in the list; the framebuffer stays incomplete, whatever is added to
+    /// it, until it is created anew. A texture beyond the attachments that the driver has
+    /// (GL_MAX_COLOR_ATTACHMENTS_EXT, at least 4, often 8) gets its name and its place, and is attached to
+    /// nothing: a GL error is left behind, and `Bind` of it too. Afterwards framebuffer 0 is bound,
     /// GL_TEXTURE_RECTANGLE_ARB is disabled and the texture stays bound to it. GL: glBindFramebufferEXT,
     /// glGenTextures, glEnable, glBindTexture, glTexParameteri, glTexImage2D, glFramebufferTexture2DEXT,
     /// glCheckFramebufferStatusEXT, glDeleteTextures, glDisable.
@@ -84,7 +88,9 @@ public:
 
     /// Draws colour texture `index`, a rectangle texture, with `Quads` under the caller's matrices and
     /// viewport. An index outside the list draws with texture 0. Unit 0 becomes the active one, the texture
-    /// stays bound, GL_TEXTURE_RECTANGLE_ARB is disabled at the end. GL: glEnable, glActiveTexture,
+    /// stays bound, GL_TEXTURE_RECTANGLE_ARB is disabled at the end. Call it with unit 0 active: what is
+    /// enabled is the unit that was active before, and there texturing stays on, so that later drawing by the
+    /// fixed functions is black. GL: glEnable, glActiveTexture,
     /// glBindTexture, glBegin and so on, glDisable.
     void DrawFullScreen(int index);
     /// The same for a 2D texture, with `QuadsNorm` and GL_TEXTURE_2D.

@@ -72,11 +72,6 @@ public:
     /// the view's thread.
     void update();
 
-    /// Whether contexts made from now on tell the log what the driver has to say (`KHR_debug`): errors with
-    /// the call that made them, and other messages of weight. It costs time; off by default. It reads no GL
-    /// error.
-    static void setLogsDriverMessages(bool logs);
-
     /// The object itself, under CGL's name for it.
     NSOpenGLContext* CGLContextObj() { return this; }
     void lock() { m_Lock.lock(); }

@@ -9,6 +9,7 @@
 #include <VX_OpenGL64/shaders/VX_GLFilterManager.h>
 #include <VX_OpenGL64/shaders/VX_Program.h>
 #include <VX_OpenGL64/targets/VX_GLRenderTarget.h>
+#include <VX_Platform/Foundation/VX_Diagnostics.h>
 #include <examples/support/ExampleHost.h>
 
 #include <epoxy/gl.h>
@@ -151,6 +152,7 @@ private:
 } // namespace
 
 int main(int count, char** words) {
+    VX_SetDiagnostics(true);
     ExampleOptions options;
     options.host.title = "First picture";
     const char* shaders = FIRST_PICTURE_SHADERS;

@@ -1,31 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include <examples/mesh_viewer/MeshScene.h>
 
-#include <examples/mesh_viewer/SkippedBlocks.h>
-
 #include <epoxy/gl.h>
 
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
-
-namespace {
-
-/// A file may name vertices that are not there, and GL must not be led to them. Returns how many triangles
-/// went.
-int dropTrianglesOutside(VX_GLMeshData& mesh, int indexCount) {
-    const auto count = static_cast<unsigned>(mesh.m_Vertex->m_Count);
-    int kept = 0;
-    for (int i = 0; i + 3 <= indexCount; i += 3) {
-        const unsigned* corners = mesh.m_Index + i;
-        if (std::all_of(corners, corners + 3, [count](unsigned index) { return index < count; }))
-            kept = static_cast<int>(std::copy_n(corners, 3, mesh.m_Index + kept) - mesh.m_Index);
-    }
-    mesh.m_IndexCount = kept;
-    return (indexCount - kept) / 3;
-}
-
-} // namespace
+#include <iterator>
 
 bool MeshScene::load(const char* path) {
     const auto start = std::chrono::steady_clock::now();
@@ -35,13 +16,14 @@ bool MeshScene::load(const char* path) {
     }
     const std::chrono::duration<double, std::milli> time = std::chrono::steady_clock::now() - start;
     VX_GLMeshData& mesh = *m_Loader.m_Meshes[0];
-    // The last quarter of a list of quads is empty.
-    const int used = m_Loader.m_HasQuads ? mesh.m_IndexCount / 4 * 3 : mesh.m_IndexCount;
-    const int dropped = dropTrianglesOutside(mesh, used);
-    std::printf("%s: %d vertices, %d triangles%s, %zu texture coordinates; loaded in %.2f ms\n", path,
-                mesh.m_Vertex->m_Count, mesh.m_IndexCount / 3, m_Loader.m_HasQuads ? " from quads" : "",
-                m_Loader.m_UVs.size(), time.count());
-    std::printf("skipped: %s\n", skippedBlocks(path).c_str());
+    const auto quads = std::count(m_Loader.m_FaceSizes.begin(), m_Loader.m_FaceSizes.end(), 4);
+    // The list as it is loaded would take every face for a quad once there is one.
+    const int dropped = m_Loader.Triangulate();
+    std::printf(
+        "%s: %d vertices, %d triangles (of %td quads and %td triangles), %zu texture coordinates; "
+        "loaded in %.2f ms\n",
+        path, mesh.m_Vertex->m_Count, mesh.m_IndexCount / 3, quads, std::ssize(m_Loader.m_FaceSizes) - quads,
+        m_Loader.m_UVs.size(), time.count());
     if (dropped > 0)
         std::printf("%d triangles name vertices that are not there\n", dropped);
     if (mesh.m_Vertex->m_Count == 0)
@@ -51,6 +33,10 @@ bool MeshScene::load(const char* path) {
     m_Loader.shiftToCenterScale(1.2f, 0);
     m_AsRead = std::make_unique<VX_GLMeshData>(&mesh);
     m_Loader.makeNormalVector(0);
+    for (int i = 0; i < mesh.m_Vertex->m_Count; ++i) { // they point inward in these files
+        void* vertex = mesh.m_Vertex->Seek(i);
+        VX_GLVertex::SetNormal(VX_GLVertexPNT, vertex, -*VX_GLVertex::GetNormal(VX_GLVertexPNT, vertex));
+    }
     return true;
 }
 

@@ -8,6 +8,7 @@
 #include <VX_OpenGL64/camera/VX_GLCamera.h>
 #include <VX_OpenGL64/host/VX_GLRenderpipeline.h>
 #include <VX_Platform/AppKit/NSEvent.h>
+#include <VX_Platform/Foundation/VX_Diagnostics.h>
 #include <examples/support/ExampleHost.h>
 
 #include <epoxy/gl.h>
@@ -117,6 +118,7 @@ std::unique_ptr<Scene> makeScene(const char* file) {
 } // namespace
 
 int main(int count, char** words) {
+    VX_SetDiagnostics(true);
     Options options;
     Look look;
     options.host.width = 800;

@@ -46,6 +46,7 @@ class BallPipeline : public VX_GLRenderpipeline {
 } // namespace
 
 int main(int count, char** words) {
+    VX_SetDiagnostics(true);
     if (count != 2 || words[1][0] == '-')
         return std::fprintf(stderr, "usage: %s FOLDER\nwrites frame_00000.png to frame_00099.png there\n",
                             words[0]),

@@ -2,6 +2,8 @@
 #include <VX_Platform/AppKit/NSAlert.h>
 #include <VX_Platform/Foundation/NSAutoreleasePool.h>
 #include <VX_Platform/Foundation/NSString.h>
+#include <VX_Platform/Foundation/VX_Diagnostics.h>
+#include <tests/support/LogCollector.h>
 
 #include <gtest/gtest.h>
 #include <tests/support/WaitFor.h>
@@ -83,6 +85,8 @@ TEST(NSAlertWindow, ShowsItsTextsCentredAndEndsByEachOfItsRoads) {
         {"click on the default button", 1, [](RunningAlert& alert) { alert.clickFromCorner(40, 35); }},
         {"click on the other button", -1, [](RunningAlert& alert) { alert.clickFromCorner(220, 35); }},
     };
+    LogCollector log;
+    VX_SetDiagnostics(true);
     for (const Road& road : roads) {
         SCOPED_TRACE(road.name);
         RunningAlert alert("lit.fs — grün, 日本語");
@@ -94,6 +98,8 @@ TEST(NSAlertWindow, ShowsItsTextsCentredAndEndsByEachOfItsRoads) {
         road.take(alert);
         EXPECT_EQ(alert.finalResult(), road.result);
     }
+    VX_SetDiagnostics(false);
+    EXPECT_EQ(log.count("Can't load shader: lit.fs"), int(std::size(roads)));
 }
 
 TEST(NSAlertWindow, KeepsItsButtonsOnTheScreenAndStaysOpenUntilOneIsPressed) {

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include <VX_Platform/Foundation/VX_Diagnostics.h>
 #include <VX_Platform/OpenGL/CGL.h>
 #include <VX_Platform/OpenGL/GLCapabilities.h>
 #include <tests/support/HeadlessContext.h>
@@ -76,9 +77,9 @@ TEST(NSOpenGLContext, IsHandedFromThreadToThread) {
 
 TEST(NSOpenGLContext, TellsTheLogOfFaultsWhenAskedTo) {
     LogCollector log;
-    NSOpenGLContext::setLogsDriverMessages(true);
+    VX_SetDiagnostics(true);
     HeadlessContext gl(8, 8);
-    NSOpenGLContext::setLogsDriverMessages(false);
+    VX_SetDiagnostics(false);
     glEnable(0xBAD);
     EXPECT_EQ(log.count("OpenGL error"), 1);
     EXPECT_EQ(glGetError(), GLenum(GL_INVALID_ENUM)) << "the error is still there for who looks for it";

@@ -45,7 +45,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (loader.Load(path)) {
         const VX_GLMeshData& mesh = *loader.m_Meshes[0];
         expect(mesh.m_Vertex->m_Count == static_cast<int>(loader.m_Positions.size()));
-        expect(loader.m_Positions.size() <= size && loader.m_FaceIndices.size() <= 4 * size);
+        expect(loader.m_Positions.size() <= size + loader.Report().missingEntries);
+        expect(loader.m_FaceIndices.size() <= 4 * size && loader.Triangulate() >= 0);
         glm::tvec2<float> offset{-1, -1}, scale{0.5f, 0.5f};
         loader.makeNormalVector(0);
         loader.makeTextureUVFromNorm(offset, scale, 0);

@@ -5,9 +5,11 @@
 #include <VX_OpenGL64/shaders/VX_GeometryShader.h>
 #include <VX_OpenGL64/shaders/VX_Program.h>
 #include <VX_OpenGL64/shaders/VX_VertexShader.h>
+#include <VX_OpenGL64/shaders/private/ShaderFailure.h>
 #include <VX_OpenGL64/targets/VX_GLRenderTarget.h>
 #include <VX_Platform/AppKit/NSAlert.h>
 #include <VX_Platform/Foundation/NSString.h>
+#include <VX_Platform/Foundation/VX_Diagnostics.h>
 #include <VX_Platform/OpenGL/GLCapabilities.h>
 #include <tests/support/GLTest.h>
 
@@ -15,7 +17,6 @@
 #include <fstream>
 #include <sstream>
 
-using Lines = GLRecorder::Lines;
 using Values = std::vector<float>;
 
 namespace {
@@ -68,7 +69,6 @@ using Geometry = Compiled<VX_GeometryShader>;
 template <class Shader>
 std::string checkLifecycle(GLenum type, const char* good) {
     LogCollector log;
-    GLRecorder recorder;
     testing::internal::CaptureStdout();
     unsigned first = 0, second = 0;
     {
@@ -80,11 +80,7 @@ std::string checkLifecycle(GLenum type, const char* good) {
         EXPECT_FALSE(shader.loadAndCompile(kBroken));
         EXPECT_EQ(shader.shader(), 0u);
         EXPECT_TRUE(glIsShader(first)) << "the shader held before is left alive";
-        EXPECT_EQ(recorder.count("glCreateShader") - recorder.count("glDeleteShader"), 1);
-        EXPECT_TRUE(shader.loadAndCompile(good));
-        second = shader.shader();
-        shader.freeShader();
-        EXPECT_TRUE(shader.shader() == 0 && !glIsShader(second));
+        EXPECT_FALSE(glIsShader(first + 1)) << "the one that failed";
         EXPECT_TRUE(shader.loadAndCompile(good));
         second = shader.shader();
     }
@@ -99,8 +95,8 @@ std::string checkLifecycle(GLenum type, const char* good) {
 const char* const kSwap = R"(#extension GL_ARB_texture_rectangle : require
 uniform sampler2DRect source;
 void main() { gl_FragColor = texture2DRect(source, gl_TexCoord[0].st).bgra; })";
-const char* const kSwap2D = R"(uniform sampler2D source;
-void main() { gl_FragColor = texture2D(source, gl_TexCoord[0].st).bgra; })";
+const char* const kSwap2D =
+    "uniform sampler2D source; void main() { gl_FragColor = texture2D(source, gl_TexCoord[0].st).bgra; }";
 
 /// Two directories of shader files, gone with the object, and the manager that finds them.
 struct Files {
@@ -141,9 +137,12 @@ struct NotingFilter : PlainFilter {
     int GetMinRTCount() override { return noted("count", count); }
     bool IsRT2D() override { return noted("2D?", is2D = !is2D); }
     unsigned int SetResolution(int width, int height) override {
-        return noted(call("size", width, height), VX_GLFilter::SetResolution(width, height));
+        return noted(sizeCall(width, height), VX_GLFilter::SetResolution(width, height));
     }
-    bool Setup() override { return noted("setup", succeeds); }
+    bool Setup() override { return noted("setup", needsFrameBuffer); }
+    static std::string sizeCall(int width, int height) {
+        return "size " + std::to_string(width) + " x " + std::to_string(height);
+    }
     template <class Value>
     Value noted(const std::string& name, Value value) {
         calls += name + " ";
@@ -153,7 +152,7 @@ struct NotingFilter : PlainFilter {
     const VX_GLShaderInformation* shaders;
     const VX_GLGeometryShaderInformation* stages;
     int count;
-    bool needsFrameBuffer = true, is2D = true, succeeds = true;
+    bool needsFrameBuffer = true, is2D = true;
     std::string calls;
 };
 
@@ -168,6 +167,8 @@ std::vector<unsigned> shadersOf(const VX_Program* program) {
     names.resize(std::size_t(count));
     return names;
 }
+
+std::vector<int> s_Parameters;
 
 } // namespace
 
@@ -213,12 +214,12 @@ TEST(VX_Program, IsLostWithAFailedLinkAndItsShadersAreNot) {
     Vertex vertex(kVaryingOfTwo);
     Fragment fragment(kVaryingOfFour);
     Geometry geometry(kGeometry);
-    GLRecorder recorder;
     LogCollector log;
     VX_Program program;
     EXPECT_FALSE(program.attachShader(&vertex, &fragment, false));
     EXPECT_EQ(program.m_Program, 0u);
-    EXPECT_EQ(recorder.count("glDeleteProgram"), 1);
+    for (unsigned name = 1; name < 9; ++name)
+        EXPECT_FALSE(glIsProgram(name));
     EXPECT_TRUE(log.lines.at(0).starts_with("Link error: ") && log.lines[0].size() > 12u) << log.lines[0];
     EXPECT_TRUE(glIsShader(vertex.shader()) && glIsShader(fragment.shader()));
     EXPECT_FALSE(program.attachGeometryShader(&geometry, GL_POINTS, GL_TRIANGLE_STRIP, 4)) << "no program";
@@ -236,15 +237,14 @@ TEST(VX_Program, LinksAGeometryShaderThatDeclaresItsOwnLayout) {
     Vertex vertex(kVertex);
     Geometry geometry(kGeometry);
     VX_Program program;
-    GLRecorder recorder;
     program.attachShader(&vertex, nullptr, true);
     EXPECT_TRUE(program.attachGeometryShader(&geometry, GL_POINTS, GL_TRIANGLE_STRIP, 4));
-    EXPECT_EQ(recorder.count("glProgramParameteriEXT"), 0) << "where the driver does not have it";
     program.activeProgram();
     glBegin(GL_POINTS);
     glVertex2f(0, 0);
     glEnd();
     EXPECT_EQ(pixelAt(7, 0) >> 16 & 255, 255u) << "the point became a square over the whole window";
+    EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR)) << "no parameters where the driver does not have them";
 }
 
 TEST(VX_Program, PassesUniformsAndAttributesOnByName) {
@@ -282,7 +282,8 @@ TEST(VX_Program, PassesUniformsAndAttributesOnByName) {
     const int location = program.getAttribLocation("tangent");
     EXPECT_EQ(location, glGetAttribLocation(program.m_Program, "tangent"));
     program.setVertexAttrib3fv("tangent", values);
-    program.setVertexAttrib3fv(unsigned(location) + 2, values + 3);
+    program.setVertexAttrib3fv(location + 2, values + 3);
+    program.setVertexAttrib3fv(0, values); // compiles: neither null nor a name
     float current[8] = {};
     glGetVertexAttribfv(unsigned(location), GL_CURRENT_VERTEX_ATTRIB, current);
     glGetVertexAttribfv(unsigned(location) + 2, GL_CURRENT_VERTEX_ATTRIB, current + 4);
@@ -296,7 +297,13 @@ TEST(VX_GLFilterManager, SetsAFilterUpInAFixedOrder) {
     Files files;
     VX_GLFilterManager& manager = files.manager;
     vx::currentGLCapabilities().geometryShader4 = true;
-    GLRecorder recorder;
+    const auto former =
+        std::exchange(epoxy_glProgramParameteriEXT, [](GLuint program, GLenum name, GLint value) {
+            GLint isLinked = 0;
+            glGetProgramiv(program, GL_LINK_STATUS, &isLinked);
+            EXPECT_FALSE(isLinked);
+            s_Parameters.insert(s_Parameters.end(), {int(name), value});
+        });
     const VX_GLShaderInformation shaders[] = {
         {"pass.vert", "swap.frag"}, {"pass.vert", nullptr}, {"none", "none"}};
     const VX_GLGeometryShaderInformation stages[] = {
@@ -304,27 +311,22 @@ TEST(VX_GLFilterManager, SetsAFilterUpInAFixedOrder) {
         {"none", "none", nullptr, 0, 0, 0}};
     NotingFilter filter(shaders, stages, 2);
     EXPECT_EQ(setUp(manager, filter), &filter);
-    EXPECT_EQ(filter.calls, "frame? size(16, 8) count 2D? 2D? shaders stages setup ");
+    EXPECT_EQ(filter.calls, "frame? size 16 x 8 count 2D? 2D? shaders stages setup ");
+    EXPECT_EQ(s_Parameters, ints(GL_GEOMETRY_INPUT_TYPE_EXT, GL_POINTS, GL_GEOMETRY_OUTPUT_TYPE_EXT,
+                                 GL_TRIANGLE_STRIP, GL_GEOMETRY_VERTICES_OUT_EXT, 4));
+    NotingFilter other(shaders, stages); // all from the caches, and no render target
+    other.needsFrameBuffer = false;
+    EXPECT_EQ(setUp(manager, other), nullptr);
+    EXPECT_EQ(other.calls, "frame? shaders stages setup ");
+    epoxy_glProgramParameteriEXT = former;
     const unsigned vertex = manager.QueryVShader("pass.vert")->shader(),
                    swap = manager.QueryPShader("swap.frag")->shader(),
                    square = manager.QueryGShader("square.geom")->shader();
-    ASSERT_EQ(filter.m_Programs.size(), 2u);
-    EXPECT_EQ(shadersOf(filter.m_Programs[0]), (std::vector{vertex, swap}));
-    EXPECT_EQ(shadersOf(filter.m_Programs[1]), (std::vector{vertex, swap, square}));
-    const unsigned last = filter.m_Programs[1]->m_Program;
-    const Lines lines = recorder.take();
-    EXPECT_EQ(Lines(lines.end() - 4, lines.end()),
-              (Lines{call("glProgramParameteriEXT", last, GL_GEOMETRY_INPUT_TYPE_EXT, GL_POINTS),
-                     call("glProgramParameteriEXT", last, GL_GEOMETRY_OUTPUT_TYPE_EXT, GL_TRIANGLE_STRIP),
-                     call("glProgramParameteriEXT", last, GL_GEOMETRY_VERTICES_OUT_EXT, 4),
-                     call("glLinkProgram", last)}));
-
-    NotingFilter other(shaders, stages); // all from the caches, and no render target
-    other.needsFrameBuffer = other.succeeds = false;
-    EXPECT_EQ(setUp(manager, other), nullptr);
-    EXPECT_EQ(other.calls, "frame? shaders stages setup ");
-    EXPECT_EQ(other.m_Programs.size(), 2u);
-    EXPECT_EQ(recorder.count("glCreateShader"), 0);
+    for (const NotingFilter* each : {&filter, &other}) {
+        ASSERT_EQ(each->m_Programs.size(), 2u);
+        EXPECT_EQ(shadersOf(each->m_Programs[0]), (std::vector{vertex, swap}));
+        EXPECT_EQ(shadersOf(each->m_Programs[1]), (std::vector{vertex, swap, square}));
+    }
 
     PlainFilter plain;
     EXPECT_EQ(setUp(manager, plain), &plain);
@@ -338,10 +340,10 @@ TEST(VX_GLFilterManager, ReplacesBothSidesOfASizeThatIsNotOne) {
     VX_GLFilterManager manager;
     NotingFilter filter(nullptr, nullptr, -1);
     for (const int size : {0, 64}) {
-        const std::string own = call("size", size, size / 2);
+        const std::string own = filter.sizeCall(size, size / 2);
         manager.SetResolution(size, size / 2);
         for (const auto& [width, height, given] :
-             {std::tuple(0, 600, own), {600, -1, own}, {1, 1, call("size", 1, 1)}}) {
+             {std::tuple(0, 600, own), {600, -1, own}, {1, 1, filter.sizeCall(1, 1)}}) {
             filter.calls.clear();
             EXPECT_EQ(setUp(manager, filter, width, height), &filter);
             EXPECT_NE(filter.calls.find(given), std::string::npos) << filter.calls;
@@ -356,7 +358,10 @@ TEST(VX_GLFilterManager, GoesOnWithoutShadersThatFailAndTriesThemAgain) {
     for (const char* name : {"first/a.vert", "first/a.frag", "first/a.geom"})
         files.write(name, kBroken);
     files.write("first/empty.vert", "");
-    const VX_GLShaderInformation shaders[] = {{"a.vert", "a.frag"}, {"empty.vert", "swap.frag"}, {}};
+    files.write("first/two.vert", kVaryingOfTwo);
+    files.write("first/four.frag", kVaryingOfFour);
+    const VX_GLShaderInformation shaders[] = {
+        {"a.vert", "a.frag"}, {"empty.vert", "swap.frag"}, {"two.vert", "four.frag"}, {}};
     const VX_GLGeometryShaderInformation stages[] = {
         {"pass.vert", "swap.frag", "a.geom", GL_POINTS, GL_TRIANGLE_STRIP, 4}, {}};
     NotingFilter filter(shaders, stages), next(shaders, stages);
@@ -367,7 +372,16 @@ TEST(VX_GLFilterManager, GoesOnWithoutShadersThatFailAndTriesThemAgain) {
     for (const char* own :
          {"Failed vshader: a.vert", "Failed pshader: a.frag", "Can't open shader file: empty.vert"})
         EXPECT_EQ(log.count(own), 1) << own;
-    EXPECT_EQ(log.count("a.geom"), 0);
+    EXPECT_EQ(log.count("a.geom") + log.count("two.vert") + log.count("nonsense"), 0);
+    const auto told = [&](const std::string& place, const std::string& behind) {
+        const std::vector<std::string>& all = files.manager.Failures();
+        return std::count_if(all.begin(), all.end(), [&](const std::string& line) {
+            return line.starts_with(place) && line.ends_with(behind);
+        });
+    };
+    for (const char* name : {"a.vert", "a.frag", "a.geom"})
+        EXPECT_GE(told(files.root / "first" / (name + std::string(":1: ")), std::string(" | ") + kBroken), 1);
+    EXPECT_EQ(told("two.vert, four.frag do not link: ", ""), 1);
     ASSERT_FALSE(filter.m_Programs.empty());
     EXPECT_EQ(shadersOf(filter.m_Programs.back()).size(), 2u) << "without its geometry stage";
 
@@ -377,6 +391,22 @@ TEST(VX_GLFilterManager, GoesOnWithoutShadersThatFailAndTriesThemAgain) {
     setUp(files.manager, next);
     EXPECT_EQ(shadersOf(next.m_Programs.front()).size(), 2u);
     EXPECT_EQ(shadersOf(next.m_Programs.back()).size(), 3u);
+    EXPECT_FALSE(files.manager.Failures().empty()) << "the two that do not link";
+
+    HeadlessContext apart(8, 8);
+    NotingFilter other;
+    VX_SetDiagnostics(true);
+    setUp(files.manager, other);
+    VX_SetDiagnostics(false);
+    EXPECT_EQ(log.count("shares nothing"), 1);
+    EXPECT_EQ(files.manager.Failures().size(), 1u);
+}
+
+TEST(ShaderFailure, NamesTheLineInTheWordsOfEachDriver) {
+    const auto located = vx::locateFailures("f.vert", "one\n  two\n",
+                                            "0:2(7): error: no\n0(1) : error C1\nERROR: 0:9: 'x'\nend\n");
+    EXPECT_EQ(located, (std::vector<std::string>{"f.vert:2: error: no | two", "f.vert:1: error C1 | one",
+                                                 "f.vert:9: 'x'", "f.vert: end"}));
 }
 
 TEST(VX_GLFilterManager, OwnsTheFirstShaderUnderAName) {
@@ -400,13 +430,13 @@ TEST(VX_GLFilterManager, OwnsTheFirstShaderUnderAName) {
     EXPECT_TRUE(glIsShader(point)) << "geometry shaders stay behind";
 }
 
-TEST(VX_GLFilterManager, FindsFilesByOrderOfAdditionOrAlerts) {
+TEST(VX_GLFilterManager, FindsFilesByOrderOfAdditionOrAlertsAndEnds) {
     Files files;
     EXPECT_EQ(files.manager.QueryShaderPath("pass.vert"), files.root.string() + "/first/pass.vert");
     EXPECT_EQ(files.manager.LoadShaderFileToString("swap.frag"), kSwap);
     files.write("second/nul.vert", {"begin\0end", 9});
     EXPECT_EQ(files.manager.LoadShaderFileToString("nul.vert"), "begin");
-    Lines shown;
+    std::vector<std::string> shown;
     NSAlert::setPresenter([&](NSAlert* alert) {
         shown = {alert->messageText()->string(), alert->defaultButton()->string(),
                  alert->informativeText()->string()};
@@ -415,22 +445,17 @@ TEST(VX_GLFilterManager, FindsFilesByOrderOfAdditionOrAlerts) {
     const std::string absolute = (files.root / "first/pass.vert").string();
     for (const std::string& name : {absolute, std::string("100%s.vert")}) { // put behind each directory
         EXPECT_EQ(files.manager.QueryShaderPath(name), "");
-        EXPECT_EQ(shown, (Lines{"Can't load shader", "OK", name}));
+        EXPECT_EQ(shown, (std::vector<std::string>{"Can't load shader", "OK", name}));
     }
-    NSAlert::setPresenter({});
-}
-
-TEST(VX_GLFilterManager, EndsWithAFileThatIsMissingOrNotUTF8) {
-    Files files;
-    files.write("first/latin.vert", "// \xE9");
     NSAlert::setPresenter([](NSAlert* alert) {
-        NSLog("alert: %@ %@", alert->messageText(), alert->informativeText());
+        NSLog("alert: %@", alert->informativeText());
         return 1;
     });
     EXPECT_DEATH(files.manager.LoadShaderFileToString("gone.vert"),
-                 "alert: Can't load shader gone.vert\n.*LoadShaderFileToString: .*\"gone.vert\"");
-    NSAlert::setPresenter({});
+                 "alert: gone.vert\n.*LoadShaderFileToString: .*\"gone.vert\" in .*/first/, .*/second/");
+    files.write("first/latin.vert", "// \xE9");
     EXPECT_DEATH(files.manager.LoadShaderFileToString("latin.vert"), "LoadShaderFileToString: .*latin.vert");
+    NSAlert::setPresenter({});
 }
 
 TEST(VX_GLFilter, RebuildsItsTargetWithEachResolution) {

@@ -2,7 +2,6 @@
 #pragma once
 
 // What nearly every test with a context needs.
-#include <tests/support/GLRecorder.h>
 #include <tests/support/HeadlessContext.h>
 #include <tests/support/LogCollector.h>
 #include <tests/support/Pixels.h>

@@ -101,4 +101,8 @@ struct VX_GLMainView::Internals {
     SaveRequest* save = nullptr;
 
     bool waitForSave(const char* path);
+
+    /// The view, for what may outlive it.
+    std::shared_ptr<VX_GLMainView*> self;
+    void tellIfNeverShown(VX_GLMainView* view);
 };

@@ -30,7 +30,10 @@ public:
     /// Gives every vertex the negated mean of the unit normals of the faces that use it, by the index list
     /// taken as triangles. The mean is not normalised: it is shorter than 1 where faces differ in direction,
     /// and not a number where no face uses the vertex. Does nothing for a format without a normal. A triangle
-    /// with an index outside the vertices contributes nothing.
+    /// with an index outside the vertices contributes nothing. These normals point inward for X files,
+    /// whose faces are clockwise seen from outside in left-handed coordinates; this turns that of vertex i:
+    ///
+    ///     VX_GLVertex::SetNormal(format, store->Seek(i), -*VX_GLVertex::GetNormal(format, store->Seek(i)));
     void makeNormalVector(int meshIndex);
     /// Sets every vertex's texture coordinate to (normal.xy - `offset`) * `scale`. Does nothing for a format
     /// without normal or texture coordinate.

@@ -45,23 +45,38 @@ void reserveFor(std::vector<Entry>& entries, std::int64_t count, std::size_t byt
 constexpr std::size_t kShortestVector = sizeof(";;;,") - 1;
 constexpr std::size_t kShortestUV = sizeof(";;,") - 1;
 constexpr std::size_t kShortestIndex = sizeof(",") - 1;
+constexpr std::size_t kShortestFace = sizeof("3;,,;,") - 1;
 
-void readVectors(VX_SystemSimpleLex& lexer, int count, std::vector<Vec3>& vectors) {
-    reserveFor(vectors, count, lexer.bytesLeft(), kShortestVector);
-    vx::LexCursor cursor(lexer);
-    for (int i = 0; i < count && !cursor.isEOF(); ++i)
-        vectors.push_back(nextVector(cursor));
+/// Appends the zeros that stand for entries behind the file's end, and returns how many were missing. A count
+/// from the file is trusted only so far.
+template <class Entry>
+std::size_t addMissing(std::vector<Entry>& entries, int missing) {
+    constexpr int kMost = 16'000'000;
+    if (missing > 0)
+        entries.resize(entries.size() + static_cast<std::size_t>(std::min(missing, kMost)), Entry(0.0f));
+    return static_cast<std::size_t>(std::max(missing, 0));
 }
 
-void readUVs(VX_SystemSimpleLex& lexer, int count, std::vector<glm::tvec2<float>>& uvs) {
+std::size_t readVectors(VX_SystemSimpleLex& lexer, int count, std::vector<Vec3>& vectors) {
+    reserveFor(vectors, count, lexer.bytesLeft(), kShortestVector);
+    vx::LexCursor cursor(lexer);
+    int i = 0;
+    for (; i < count && !cursor.isEOF(); ++i)
+        vectors.push_back(nextVector(cursor));
+    return addMissing(vectors, count - i);
+}
+
+std::size_t readUVs(VX_SystemSimpleLex& lexer, int count, std::vector<glm::tvec2<float>>& uvs) {
     reserveFor(uvs, count, lexer.bytesLeft(), kShortestUV);
     vx::LexCursor cursor(lexer);
-    for (int i = 0; i < count && !cursor.isEOF(); ++i) {
+    int i = 0;
+    for (; i < count && !cursor.isEOF(); ++i) {
         const float u = nextFloat(cursor);
         const float v = nextFloat(cursor);
         uvs.push_back({u, v});
         cursor.get();
     }
+    return addMissing(uvs, count - i);
 }
 
 } // namespace
@@ -86,41 +101,50 @@ void VX_GLMeshXLoader::processMesh() {
                 processMeshTextureCoords();
                 break;
             case MeshMaterialList:
+                ++m_Report.skipped[m_Word];
                 processMeshMaterials();
                 break;
             case SkinWeights:
+                ++m_Report.skipped[m_Word];
                 processSkinWeights();
                 break;
             case MeshNormals:
                 processMeshNormals();
                 break;
             default:
-                avoidTemplate();
+                skipBlock();
         }
     }
 }
 
 void VX_GLMeshXLoader::readPositions() {
     const int count = m_Lexer->getInt(';');
-    readVectors(*m_Lexer, count, m_Positions);
+    m_Report.missingEntries += readVectors(*m_Lexer, count, m_Positions);
 }
 
 void VX_GLMeshXLoader::readFaces() {
     m_FaceCount = m_Lexer->getInt(';');
     const std::size_t bytesLeft = m_Lexer->bytesLeft();
     vx::LexCursor cursor(*m_Lexer);
-    for (int i = 0; i < m_FaceCount && !cursor.isEOF(); ++i) {
+    int i = 0;
+    for (; i < m_FaceCount && !cursor.isEOF(); ++i) {
         const int corners = cursor.getInt<';'>();
         // Of other faces the indices stay unread and are taken for faces: docs/kept-behaviour.md.
         if (corners == 3 || corners == 4) {
-            if (i == 0)
+            if (i == 0) {
                 reserveFor(m_FaceIndices, std::int64_t{corners} * m_FaceCount, bytesLeft, kShortestIndex);
+                reserveFor(m_FaceSizes, m_FaceCount, bytesLeft, kShortestFace);
+            }
+            m_FaceSizes.push_back(static_cast<unsigned char>(corners));
             for (int corner = 1; corner <= corners; ++corner)
                 m_FaceIndices.push_back(nextIndex(cursor, corner == corners));
             m_HasQuads = m_HasQuads || corners == 4;
+        } else if (m_Report.oddFace < 0) {
+            m_Report.oddFace = std::max(corners, 0);
         }
         cursor.get();
     }
+    m_Report.missingEntries += static_cast<std::size_t>(std::max(m_FaceCount - i, 0));
 }
 
 void VX_GLMeshXLoader::processMeshNormals() {
@@ -129,7 +153,7 @@ void VX_GLMeshXLoader::processMeshNormals() {
     m_Lexer->find('{');
     const int count = m_Lexer->getInt(';');
     std::vector<Vec3> normals;
-    readVectors(*m_Lexer, count, normals);
+    m_Report.missingEntries += readVectors(*m_Lexer, count, normals);
     addNormals(normals);
     m_Lexer->find('}');
 }
@@ -142,10 +166,13 @@ void VX_GLMeshXLoader::addNormals(const std::vector<Vec3>& normals) {
     const int faces = cursor.getInt<';'>();
     for (int i = 0; i < faces && !cursor.isEOF(); ++i) {
         const int size = cursor.getInt<';'>();
-        for (int corner = 1; corner <= size && !cursor.isEOF(); ++corner) {
+        for (int corner = 1; corner <= size; ++corner) {
             const unsigned int normal = nextIndex(cursor, corner == size);
-            if (m_MatchedCorners == m_FaceIndices.size())
+            if (m_MatchedCorners == m_FaceIndices.size()) {
+                if (cursor.isEOF())
+                    break;
                 continue;
+            }
             const unsigned int vertex = m_FaceIndices[m_MatchedCorners++];
             if (vertex >= m_Normals.size() || normal >= normals.size())
                 continue;
@@ -186,7 +213,7 @@ void VX_GLMeshXLoader::processMeshTextureCoords() {
         return;
     m_Lexer->find('{');
     const int count = m_Lexer->getInt(';');
-    readUVs(*m_Lexer, count, m_UVs);
+    m_Report.missingEntries += readUVs(*m_Lexer, count, m_UVs);
     m_Lexer->find('}');
 }
 

@@ -5,14 +5,13 @@
 
 #include <epoxy/gl.h>
 
-#include <string>
-
 void vx::logShaderFailure(const char* line) {
     NSLog("%s", line);
 }
 
-bool vx::compileShader(unsigned int& shader, unsigned int type, const char* source, const char* className,
-                       ShaderReport report) {
+bool vx::compileShader(unsigned int& shader, std::string& failure, unsigned int type, const char* source,
+                       const char* className, ShaderReport report) {
+    failure.clear();
     shader = glCreateShader(type);
     glShaderSource(shader, 1, &source, nullptr);
     glCompileShader(shader);
@@ -24,6 +23,7 @@ bool vx::compileShader(unsigned int& shader, unsigned int type, const char* sour
 
     char log[4096] = {};
     glGetShaderInfoLog(shader, sizeof log, nullptr, log);
+    failure = log;
     report((std::string(className) + "::loadAndCompile Failed: " + log).c_str());
     deleteShader(shader);
     return false;

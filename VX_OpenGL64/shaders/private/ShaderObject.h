@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <string>
+
 namespace vx {
 
 /// What becomes of the line that tells why a shader did not compile.
@@ -11,9 +13,9 @@ void logShaderFailure(const char* line);
 
 /// Compiles `source` as a new GL shader of `type` into `shader`, whose former value is not looked at. A
 /// shader that does not compile is reported as "<className>::loadAndCompile Failed: <info log>" and deleted;
-/// `shader` is then 0 and the result false.
-bool compileShader(unsigned int& shader, unsigned int type, const char* source, const char* className,
-                   ShaderReport report = logShaderFailure);
+/// `shader` is then 0, the info log in `failure` and the result false.
+bool compileShader(unsigned int& shader, std::string& failure, unsigned int type, const char* source,
+                   const char* className, ShaderReport report = logShaderFailure);
 
 /// Deletes the shader, if there is one, and sets it to 0.
 void deleteShader(unsigned int& shader);

@@ -3,6 +3,7 @@
 
 #include <VX_Platform/AppKit/private/RunningPlatform.h>
 #include <VX_Platform/Foundation/NSLog.h>
+#include <VX_Platform/Foundation/VX_Diagnostics.h>
 #include <VX_Platform/OpenGL/private/DriverMessages.h>
 #include <VX_Platform/OpenGL/private/PixelFormatInternals.h>
 
@@ -13,19 +14,13 @@ namespace {
 
 constexpr auto kHandOverBound = std::chrono::seconds(2);
 
-std::atomic<bool> logsDriverMessages{false};
-
 } // namespace
-
-void NSOpenGLContext::setLogsDriverMessages(bool logs) {
-    logsDriverMessages = logs;
-}
 
 bool NSOpenGLContext::Internals::start(NSOpenGLPixelFormat* format, const Internals* share) {
     platform = NSOpenGLPixelFormat::Internals::platformOf(format);
     driver = &platform->gl();
     config = NSOpenGLPixelFormat::Internals::configOf(format);
-    driverMessagesWanted = logsDriverMessages;
+    driverMessagesWanted = VX_GetDiagnostics();
     context = driver->createContext(config, share ? share->context : nullptr, driverMessagesWanted);
     group = share ? share->group : std::make_shared<vx::ShareGroup>();
     return context != nullptr;

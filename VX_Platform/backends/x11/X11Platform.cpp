@@ -2,6 +2,7 @@
 #include <VX_Platform/backends/x11/X11Platform.h>
 
 #include <VX_Platform/Foundation/NSLog.h>
+#include <VX_Platform/Foundation/VX_Diagnostics.h>
 #include <VX_Platform/backends/x11/ForeignWindow.h>
 #include <VX_Platform/backends/x11/SDLInput.h>
 #include <VX_Platform/backends/x11/SDLWindow.h>
@@ -133,6 +134,8 @@ std::unique_ptr<Platform> startX11Platform(PlatformEvents& events, const Headles
 }
 
 int presentX11Alert(const AlertContents& contents) {
+    if (VX_GetDiagnostics())
+        logAlert(contents);
     const std::optional<int> result = runX11AlertWindow(contents);
     return result ? *result : logAlert(contents);
 }

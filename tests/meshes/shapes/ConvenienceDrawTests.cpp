@@ -4,82 +4,72 @@
 
 #include <cmath>
 #include <functional>
-#include <utility>
+#include <set>
 
 using Draw = VX_GLConvenienceDraw;
-using Values = std::vector<float>;
 
 namespace {
 
-/// What a draw of a mode finds behind the vertex and the texture pointer, `count` points each.
-std::pair<Values, Values> drawnBy(GLenum mode, int count, int points, const std::function<void()>& draw) {
-    GLRecorder recorder;
-    std::pair<Values, Values> drawn;
-    const auto copied = [&](GLenum array, GLenum size, GLenum stride, GLenum pointer) {
-        void* data = nullptr;
-        glGetPointerv(pointer, &data);
-        const auto* first = static_cast<const float*>(data);
-        return stateOf(array, stride) == ints(1, 0) ? Values(first, first + stateOf(size)[0] * count)
-                                                    : Values();
-    };
-    recorder.onCall = [&] {
-        drawn = {
-            copied(GL_VERTEX_ARRAY, GL_VERTEX_ARRAY_SIZE, GL_VERTEX_ARRAY_STRIDE, GL_VERTEX_ARRAY_POINTER),
-            copied(GL_TEXTURE_COORD_ARRAY, GL_TEXTURE_COORD_ARRAY_SIZE, GL_TEXTURE_COORD_ARRAY_STRIDE,
-                   GL_TEXTURE_COORD_ARRAY_POINTER)};
-    };
+/// Place and texture coordinate of each corner of each line and triangle.
+using Corners = std::multiset<std::vector<float>>;
+
+/// What GL made of a draw.
+Corners drawnBy(const std::function<void()>& draw) {
+    std::vector<float> fed(10000);
+    glFeedbackBuffer(GLsizei(fed.size()), GL_4D_COLOR_TEXTURE, fed.data());
+    glRenderMode(GL_FEEDBACK);
     draw();
+    const float* const end = fed.data() + glRenderMode(GL_RENDER);
     EXPECT_EQ(stateOf(GL_VERTEX_ARRAY, GL_TEXTURE_COORD_ARRAY), ints(0, 0));
-    EXPECT_EQ(recorder.take().back(), call("glDrawArrays", mode, 0, points));
-    return drawn;
+    Corners corners;
+    for (const float* at = fed.data(); at < end;) {
+        int count = *at++ == GL_POLYGON_TOKEN ? int(*at++) : 2;
+        for (; count > 0; --count, at += 12)
+            corners.insert({std::round(at[0]), std::round(at[1]), at[8], at[9]});
+    }
+    return corners;
 }
 
 } // namespace
 
-TEST(VX_GLConvenienceDraw, DrawsLinesAndRectanglesFromClientMemory) {
-    HeadlessContext gl(8, 8);
+TEST(VX_GLConvenienceDraw, DrawsFromClientMemoryAndLeavesNoArrayEnabled) {
+    HeadlessContext gl(256, 256);
+    glOrtho(0, 256, 0, 256, -9, 9);
     const CGRect rect = CGRectMake(1, 2, 10, 20);
-    const Values strip{11, 2, 1, 2, 11, 22, 1, 22}, unit{1, 0, 0, 0, 1, 1, 0, 1};
-    const struct {
-        GLenum mode;
-        int count;
-        Values vertices, texCoords;
-        std::function<void()> draw;
-    } rows[] = {{GL_LINES,
-                 2,
-                 {1, 2, 3, 4},
-                 {},
-                 [] {
-                     Draw::drawLine(VXVector2{1, 2}, VXVector2{3, 4});
-                 }},
-                {GL_LINES,
-                 2,
-                 {1, 2, 3, 4, 5, 6},
-                 {},
-                 [] {
-                     Draw::drawLine({1, 2, 3}, VXVector3{4, 5, 6});
-                 }},
-                {GL_LINE_LOOP, 4, {1, 2, 11, 2, 11, 22, 1, 22}, {}, [&] { Draw::drawStrokedRect(rect); }},
-                {GL_TRIANGLE_STRIP, 4, strip, strip, [&] { Draw::drawSolidRect(rect, true); }},
-                {GL_TRIANGLE_STRIP, 4, strip, unit, [&] { Draw::drawSolidRect(rect, false); }}};
-    for (const auto& row : rows)
-        EXPECT_EQ(drawnBy(row.mode, row.count, row.count, row.draw), std::pair(row.vertices, row.texCoords));
+    EXPECT_EQ(drawnBy([] {
+                  Draw::drawLine(VXVector2{1, 2}, VXVector2{3, 4});
+              }),
+              (Corners{{1, 2, 0, 0}, {3, 4, 0, 0}}));
+    EXPECT_EQ(drawnBy([] {
+                  Draw::drawLine({1, 2, 3}, VXVector3{4, 5, 6});
+              }),
+              (Corners{{1, 2, 0, 0}, {4, 5, 0, 0}}));
+    const auto both = [](std::vector<float> a, std::vector<float> b, std::vector<float> c,
+                         std::vector<float> d, bool isStrip) {
+        return isStrip ? Corners{a, b, b, c, c, d} : Corners{a, a, b, b, c, c, d, d};
+    };
+    EXPECT_EQ(drawnBy([&] { Draw::drawStrokedRect(rect); }),
+              both({1, 2, 0, 0}, {11, 2, 0, 0}, {1, 22, 0, 0}, {11, 22, 0, 0}, false));
+    EXPECT_EQ(drawnBy([&] { Draw::drawSolidRect(rect, true); }),
+              both({11, 2, 11, 2}, {1, 2, 1, 2}, {11, 22, 11, 22}, {1, 22, 1, 22}, true));
+    EXPECT_EQ(drawnBy([&] { Draw::drawSolidRect(rect, false); }),
+              both({11, 2, 1, 0}, {1, 2, 0, 0}, {11, 22, 1, 1}, {1, 22, 0, 1}, true));
 }
 
 TEST(VX_GLConvenienceDraw, CountsTheSegmentsOfACircle) {
-    HeadlessContext gl(8, 8);
-    const struct {
-        float radius;
-        int segments, used;
-    } rows[] = {{10, 0, 62}, {0.1f, 0, 2}, {1, -5, 6},  {1, 1, 2},
-                {5, 8, 8},   {-3, 0, 2},   {NAN, 0, 2}, {1e30f, 0, 2}};
-    for (const auto& row : rows)
-        drawnBy(GL_TRIANGLE_FAN, 1, row.used + 2, [&] {
-            Draw::drawSolidCircle({3, 4}, row.radius, row.segments);
-        });
-    const auto drawn = drawnBy(GL_TRIANGLE_FAN, 6, 6, [] { Draw::drawSolidCircle({3, 4}, 100, 4); });
-    const float points[] = {3, 4, 103, 4, 3, 104, -97, 4, 3, -96, 103, 4};
-    for (int i = 0; i < 12; ++i)
-        EXPECT_NEAR(drawn.first[std::size_t(i)], points[i], 1e-3f) << i;
-    EXPECT_LT(drawn.first[11], 4.0f - 1e-4f) << "the gap of the short constant";
+    HeadlessContext gl(256, 256);
+    glOrtho(0, 256, 0, 256, -9, 9);
+    const Corners four = drawnBy([] { Draw::drawSolidCircle({120, 110}, 100, 4); });
+    EXPECT_EQ(four.count({120, 110, 0, 0}), 4u);
+    for (const auto& [x, y] : {std::pair(220, 110), {120, 210}, {20, 110}, {120, 10}})
+        EXPECT_EQ(four.count({float(x), float(y), 0, 0}), 2u) << x;
+    const std::tuple<float, int, unsigned> rows[] = {{10, 0, 62}, {0.1f, 0, 2}, {1, -5, 6}, {1, 1, 2}};
+    for (const auto& [radius, segments, used] : rows)
+        EXPECT_EQ(drawnBy([r = radius, n = segments] {
+                      Draw::drawSolidCircle({99, 99}, r, n);
+                  }).size(),
+                  3 * used)
+            << radius << ' ' << segments;
+    for (const float radius : {-3.0f, NAN, 1e30f})
+        Draw::drawSolidCircle({99, 99}, radius, 0);
 }

@@ -31,11 +31,6 @@ struct PN {
     Vec3 position, normal;
 };
 
-Vec3 corner(int triangle, int place) {
-    const float* p = VX_GLGeometrySphere::vdata[VX_GLGeometrySphere::tindices[triangle][place]];
-    return {p[0], p[1], p[2]};
-}
-
 } // namespace
 
 TEST(VX_GLGeometryCube, EachShapeHasItsFacesInOrderWithTheirNormalsAndWinding) {
@@ -115,47 +110,25 @@ TEST(VX_GLGeometryPrimitive2D, ArrowPointsToTheRight) {
     EXPECT_TRUE(arrow == wanted);
 }
 
-TEST(VX_GLGeometrySphere, IsTheIcosahedronInTheOrderOfTheTableAtFirst) {
-    VX_GLGeometrySphere sphere;
-    sphere.m_Subdivision = 0;
-    sphere.m_Radius = 2.0f;
-    for (const bool outward : {true, false}) {
-        sphere.m_Outward = outward;
-        sphere.Generate(15);
-        ASSERT_EQ(sphere.m_Vertex->m_Count, 60);
-        for (int i = 0; i < 60; ++i) {
-            const Vec3 p = corner(i / 3, outward ? 2 - i % 3 : i % 3);
-            EXPECT_EQ(At(sphere, i).position(), p * 2.0f);
-            EXPECT_EQ(At(sphere, i).normal(), outward ? p : -p);
-            EXPECT_EQ(At(sphere, i).uv(), Vec2(p.x, p.y)) << "never negated";
-            EXPECT_EQ(At(sphere, i).diffuse(), Vec4(1, 1, 1, 1));
-        }
-    }
-    // Depth 1: (a, ab, ac), (b, bc, ab), (c, ac, bc), (ab, bc, ac).
-    sphere.m_Subdivision = 1;
-    sphere.Generate(3);
-    const Vec3 a = corner(0, 0), b = corner(0, 1), c = corner(0, 2), ab = a + b, ac = a + c, bc = b + c;
-    const Vec3 order[] = {a, ab, ac, b, bc, ab, c, ac, bc, ab, bc, ac};
-    for (int i = 0; i < 12; ++i)
-        expectNear(At(sphere, i).normal(), -glm::normalize(order[i]));
-}
-
 TEST(VX_GLGeometrySphere, SplitsAreSphericalAndFaceTheirSideInEveryFormat) {
     VX_GLGeometrySphere sphere, whole;
+    sphere.m_Radius = whole.m_Radius = 2.0f;
     for (const bool outward : {true, false}) {
         sphere.m_Outward = whole.m_Outward = outward;
         whole.Generate(15);
         ASSERT_EQ(whole.m_Vertex->m_Count, 3840);
         for (int i = 0; i < 3840; ++i) {
-            const Vec3 p = At(whole, i).position(), normal = At(whole, i).normal();
-            ASSERT_NEAR(glm::length(p), 0.5f, 1e-6f);
-            expectNear(normal * (outward ? 0.5f : -0.5f), p);
-            const Vec3 a = At(whole, i / 3 * 3).position(), b = At(whole, i / 3 * 3 + 1).position(),
-                       c = At(whole, i / 3 * 3 + 2).position();
-            ASSERT_GT(glm::dot(glm::cross(b - a, c - a), normal), 0.0f);
+            const At got(whole, i), first(whole, i / 3 * 3);
+            const Vec3 p = got.position(), a = first.position();
+            ASSERT_NEAR(glm::length(p), 2.0f, 1e-5f);
+            expectNear(got.normal() * (outward ? 2.0f : -2.0f), p);
+            expectNear(Vec3(got.uv(), 0) * 2.0f, Vec3(p.x, p.y, 0)); // never negated
+            ASSERT_EQ(got.diffuse(), Vec4(1, 1, 1, 1));
+            const Vec3 b = At(whole, i / 3 * 3 + 1).position(), c = At(whole, i / 3 * 3 + 2).position();
+            ASSERT_GT(glm::dot(glm::cross(b - a, c - a), first.normal()), 0.0f);
         }
         for (const int format : kFormats) {
-            sphere.AllocateVertex(format, 3840);
+            sphere.Generate(format);
             for (const int i : {0, 1000, 3838, 3839}) {
                 if (format == 19)
                     At(sphere, i).tangent() = {7, 8, 9};
@@ -168,6 +141,13 @@ TEST(VX_GLGeometrySphere, SplitsAreSphericalAndFaceTheirSideInEveryFormat) {
                 EXPECT_TRUE(format != 19 || i < 3838 || got.tangent() == Vec3(7, 8, 9)) << "it stays";
             }
         }
+    }
+    sphere.m_Subdivision = 0; // the icosahedron
+    sphere.Generate(1);
+    EXPECT_EQ(sphere.m_Vertex->m_Count, 60);
+    for (int place = 0; place < 3; ++place) {
+        const float* p = VX_GLGeometrySphere::vdata[VX_GLGeometrySphere::tindices[19][place]];
+        EXPECT_EQ(At(sphere, 57 + place).position(), Vec3(p[0], p[1], p[2]) * 2.0f) << "in the table's order";
     }
 }
 
