@@ -5,6 +5,7 @@
 
 #include <atomic>
 #include <cstddef>
+#include <new>
 #include <utility>
 
 class NSString;
@@ -27,11 +28,13 @@ class NSString;
 /// caller's to `release`; everything else is borrowed. Counts are atomic, so objects may be retained and
 /// released from any thread; nothing else about them is synchronised unless their class says so.
 ///
-/// Created as `(new Class)->init...()`. Objects live on the heap only.
+/// Created as `(new Class)->init...()` and ended by `release`. Objects live on the heap only: `delete`, and a
+/// smart pointer that deletes, do not compile; one that ends on the stack ends the process with a message.
 class VX_EXPORT NSObject {
 public:
     /// Zero-filled storage, also for the fields of a host's subclass.
     static void* operator new(std::size_t size);
+    /// For a constructor that throws.
     static void operator delete(void* storage);
 
     NSObject(const NSObject&) = delete;
@@ -44,8 +47,7 @@ public:
     NSObject* retain();
 
     /// Takes one from the count; the last one calls `dealloc`. Any thread, which `dealloc` then runs on.
-    /// Releasing more often than retaining is a caller's bug and ends the process with a message in a build
-    /// with checks.
+    /// Releasing more often than retaining is a caller's bug and ends the process with a message.
     void release();
 
     /// Releases the object once, when the calling thread's innermost `NSAutoreleasePool` ends. Returns the
@@ -69,7 +71,9 @@ public:
 
 protected:
     NSObject() = default;
-    virtual ~NSObject() = default;
+    virtual ~NSObject();
+    /// What `delete` would use, and `dealloc` does.
+    static void operator delete(NSObject* object, std::destroying_delete_t);
 
 private:
     mutable std::atomic<int> m_RetainCount{1};
