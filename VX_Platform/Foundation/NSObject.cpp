@@ -7,6 +7,7 @@
 
 #include <cstdlib>
 #include <exception>
+#include <new>
 #include <typeinfo>
 
 namespace {
@@ -22,12 +23,6 @@ void* NSObject::operator new(std::size_t size) {
 }
 
 void NSObject::operator delete(void* storage) {
-    std::free(storage);
-}
-
-void NSObject::operator delete(NSObject* object, std::destroying_delete_t) {
-    void* storage = dynamic_cast<void*>(object); // the root need not be a class's first base
-    object->~NSObject();
     std::free(storage);
 }
 

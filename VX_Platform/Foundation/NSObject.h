@@ -5,7 +5,6 @@
 
 #include <atomic>
 #include <cstddef>
-#include <new>
 #include <utility>
 
 class NSString;
@@ -28,13 +27,13 @@ class NSString;
 /// caller's to `release`; everything else is borrowed. Counts are atomic, so objects may be retained and
 /// released from any thread; nothing else about them is synchronised unless their class says so.
 ///
-/// Created as `(new Class)->init...()` and ended by `release`. Objects live on the heap only: `delete`, and a
-/// smart pointer that deletes, do not compile; one that ends on the stack ends the process with a message.
+/// Created as `(new Class)->init...()` and ended by `release`. Objects live on the heap only: `delete`, a
+/// smart pointer that deletes, and the stack do not compile for the library's classes. A class derived from
+/// them that has a public destructor ends the process with a message in these cases.
 class VX_EXPORT NSObject {
 public:
     /// Zero-filled storage, also for the fields of a host's subclass.
     static void* operator new(std::size_t size);
-    /// For a constructor that throws.
     static void operator delete(void* storage);
 
     NSObject(const NSObject&) = delete;
@@ -72,8 +71,6 @@ public:
 protected:
     NSObject() = default;
     virtual ~NSObject();
-    /// What `delete` would use, and `dealloc` does.
-    static void operator delete(NSObject* object, std::destroying_delete_t);
 
 private:
     mutable std::atomic<int> m_RetainCount{1};

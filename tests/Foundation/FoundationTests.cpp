@@ -63,13 +63,6 @@ template <class... Classes>
 constexpr bool onlyReleaseEnds = (!std::is_destructible_v<Classes> && ...);
 static_assert(
     onlyReleaseEnds<NSObject, NSString, NSNumber, NSMutableArray, NSNotification, NSAutoreleasePool>);
-// What `delete` needs, also for a class with a destructor of its own.
-template <class Class>
-concept Deletable = requires(Class* object) {
-    Class::operator delete(object, std::destroying_delete_t());
-};
-static_assert(!Deletable<Counted>);
-
 TEST(NSObjectDeathTest, EndsByNothingButItsLastRelease) {
     EXPECT_DEATH(Counted(), "ended without its last release");
 }

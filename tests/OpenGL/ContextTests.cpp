@@ -34,6 +34,20 @@ TEST(NSOpenGLContext, DrawsToItsViewsSurfaceAndFollowsItsSize) {
     EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));
 }
 
+TEST(NSOpenGLContext, LeavesNoErrorWithoutASurfaceAndHasTheViewportOfItsFirst) {
+    HeadlessContext gl(32, 16);
+    const auto child = sharing(gl);
+    ASSERT_TRUE(child->makeCurrentContext());
+    clearTo(1, 0, 0);
+    EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));
+    EXPECT_EQ(child->drawableSize().width, 0.0);
+    child->setView(gl.view());
+    GLint viewport[4] = {};
+    glGetIntegerv(GL_VIEWPORT, viewport);
+    EXPECT_TRUE(viewport[2] == 32 && viewport[3] == 16);
+    child->setView(nullptr);
+}
+
 TEST(NSOpenGLContext, SharesObjectsAndRecordOfTheDriverAndLivesAsLongAsItIsCurrent) {
     HeadlessContext gl(8, 8);
     GLuint texture = 0;

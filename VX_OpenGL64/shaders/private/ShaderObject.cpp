@@ -2,6 +2,7 @@
 #include <VX_OpenGL64/shaders/private/ShaderObject.h>
 
 #include <VX_Platform/Foundation/NSLog.h>
+#include <VX_Platform/OpenGL/private/CurrentContext.h>
 
 #include <epoxy/gl.h>
 
@@ -13,6 +14,7 @@ void vx::logShaderFailure(const char* line) {
 
 bool vx::compileShader(unsigned int& shader, unsigned int type, const char* source, const char* className,
                        ShaderReport report) {
+    needContext(className, "loadAndCompile");
     shader = glCreateShader(type);
     glShaderSource(shader, 1, &source, nullptr);
     glCompileShader(shader);
@@ -25,12 +27,12 @@ bool vx::compileShader(unsigned int& shader, unsigned int type, const char* sour
     char log[4096] = {};
     glGetShaderInfoLog(shader, sizeof log, nullptr, log);
     report((std::string(className) + "::loadAndCompile Failed: " + log).c_str());
-    deleteShader(shader);
+    deleteShader(shader, className);
     return false;
 }
 
-void vx::deleteShader(unsigned int& shader) {
-    if (!shader)
+void vx::deleteShader(unsigned int& shader, const char* className) {
+    if (!shader || !mayDelete(className, shader))
         return;
     glDeleteShader(shader);
     shader = 0;
