@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <VX_OpenGL64/camera/VX_GLCameraLight.h>
 
+#include <VX_Platform/OpenGL/private/CurrentContext.h>
+
 #include <epoxy/gl.h>
 #include <glm/gtc/matrix_transform.hpp>
 
@@ -35,6 +37,7 @@ glm::tmat4x4<float>* VX_GLCameraLight::CameraMatrixLookAt() {
 }
 
 void VX_GLCameraLight::ApplyLightMaterial(int number) {
+    VX_NEEDS_CONTEXT();
     const GLenum light = GL_LIGHT0 + static_cast<GLenum>(number);
     glLightfv(light, GL_DIFFUSE, &m_Diffuse.x);
     glLightfv(light, GL_SPECULAR, &m_Specular.x);

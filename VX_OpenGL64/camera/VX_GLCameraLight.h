@@ -57,4 +57,7 @@ public:
     float m_ConstantAttenuation = 0.0f;
     float m_LinearAttenuation = 0.0f;
     float m_QuadraticAttenuation = 0.0f;
+
+protected:
+    ~VX_GLCameraLight() override = default;
 };

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <VX_OpenGL64/camera/VX_GLLight.h>
 
+#include <VX_Platform/OpenGL/private/CurrentContext.h>
+
 #include <epoxy/gl.h>
 
 namespace {
@@ -26,6 +28,7 @@ VX_GLLight::VX_GLLight() {
 VX_GLLight::~VX_GLLight() = default;
 
 void VX_GLLight::SetDirecionalLight(int number) {
+    VX_NEEDS_CONTEXT();
     if (!isLight(number))
         return;
     m_Position[number].w = 0.0f;
@@ -46,6 +49,7 @@ void VX_GLLight::SetAttenuation(int number, float constant, float linear, float 
 }
 
 void VX_GLLight::ApplyLightMaterial(int number) {
+    VX_NEEDS_CONTEXT();
     if (!isLight(number))
         return;
     const GLenum light = GL_LIGHT0 + static_cast<GLenum>(number);

@@ -66,12 +66,21 @@ void VX_GLMainView::dealloc() {
         CVDisplayLinkRelease(m_DisplayLink);
         m_DisplayLink = nullptr;
     }
-    m_TargetRenderpipeline = nullptr;
-    m_ChildSharedViews = nullptr;
+    if (m_cbCtx) // else it has never been set up
+        endPipeline();
     m_RenderThreadLock = nullptr;
     std::free(m_cbCtx);
     m_cbCtx = nullptr;
     NSOpenGLView::dealloc();
+}
+
+void VX_GLMainView::endPipeline() {
+    const OthersContext others(this);
+    if (m_TargetRenderpipeline && m_TargetRenderpipeline->targetGLView() == this)
+        m_TargetRenderpipeline->setTargetGLView(nullptr);
+    makeExistingContextCurrent();
+    m_TargetRenderpipeline = nullptr;
+    m_ChildSharedViews = nullptr;
 }
 
 void VX_GLMainView::releaseResources() {
@@ -352,6 +361,9 @@ bool VX_GLMainView::isOwn(NSOpenGLContext* context) {
 }
 
 void VX_GLMainView::setFrameContext(NSOpenGLContext* context) {
+    // Kept for the frames: a host may take the view's context away while it is drawing.
+    NSRef<NSOpenGLContext> former = NSRef<NSOpenGLContext>::retain(context);
     std::lock_guard guard(m_FrameObjectsLock);
+    std::swap(m_FrameContext, former);
     m_cbCtx->GLContext = context;
 }

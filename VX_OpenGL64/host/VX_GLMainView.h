@@ -62,7 +62,8 @@ public:
     /// link; waits for a frame in progress, or from a hook leaves its rest out. Host's thread.
     void releaseResources();
     /// The host has called `stopRender` and `releaseResources` before. A display link that still runs is
-    /// stopped without a hook, with a line in the log.
+    /// stopped without a hook, with a line in the log. A pipeline that ends with the view finds the view's
+    /// context current, where there is one still.
     void dealloc() override;
 
     /// Asks for an image context, made in the next `prepareOpenGL`.
@@ -206,6 +207,7 @@ private:
     void clearToBlack();
     void makeImageContext();
     void detachPipelineFromContext();
+    void endPipeline();
     bool makeExistingContextCurrent();
     struct VX_HIDDEN Internals;
     struct VX_HIDDEN Frame;
@@ -250,6 +252,7 @@ private:
 
     // Guards the record and the pipeline: a frame works with them while the host may put others in place.
     std::mutex m_FrameObjectsLock;
+    NSRef<NSOpenGLContext> m_FrameContext;
     std::atomic<std::uint64_t> m_LostRefreshes{0};
     std::unique_ptr<Internals> m_Internals;
     int m_ContextRefusals = 0;

@@ -87,6 +87,8 @@ public:
     }
 
 protected:
+    ~VX_GLRenderpipeline() override = default;
+
     VX_GLMainView* m_TargetGLView = nullptr;
     VX_FinalOutputManager* m_FinalOutputManager = nullptr;
     VX_CheckGLExtensions* m_GLExtension = nullptr;

@@ -56,6 +56,9 @@ public:
     /// not as the defaults of `init`. Null changes nothing.
     void Load(NSMutableDictionary* dictionary);
 
+protected:
+    ~VX_FinalOutputManager() override = default;
+
 private:
     bool m_ShouldFitScreen = false;
     bool m_NoTitleBar = false;

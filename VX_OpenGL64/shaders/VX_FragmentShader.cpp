@@ -14,5 +14,5 @@ bool VX_FragmentShader::loadAndCompile(const char* source) {
 }
 
 void VX_FragmentShader::freeShader() {
-    vx::deleteShader(m_Shader);
+    vx::deleteShader(m_Shader, "VX_FragmentShader");
 }

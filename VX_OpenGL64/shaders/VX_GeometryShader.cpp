@@ -2,6 +2,7 @@
 #include <VX_OpenGL64/shaders/VX_GeometryShader.h>
 
 #include <VX_OpenGL64/shaders/private/ShaderObject.h>
+#include <VX_Platform/OpenGL/private/CurrentContext.h>
 
 #include <epoxy/gl.h>
 
@@ -11,6 +12,7 @@ namespace {
 
 void printFailure(const char* line) {
     std::printf("%s\n", line);
+    std::fflush(stdout);
 }
 
 } // namespace
@@ -25,10 +27,11 @@ bool VX_GeometryShader::loadAndCompile(const char* source) {
 }
 
 void VX_GeometryShader::freeShader() {
-    vx::deleteShader(m_Shader);
+    vx::deleteShader(m_Shader, "VX_GeometryShader");
 }
 
 int VX_GeometryShader::GetMaxVertices() {
+    VX_NEEDS_CONTEXT();
     GLint vertices = 0;
     glGetIntegerv(GL_MAX_GEOMETRY_OUTPUT_VERTICES_EXT, &vertices);
     return vertices;

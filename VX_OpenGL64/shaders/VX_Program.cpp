@@ -6,6 +6,7 @@
 #include <VX_OpenGL64/shaders/VX_VertexShader.h>
 #include <VX_Platform/Foundation/NSLog.h>
 #include <VX_Platform/OpenGL/GLCapabilities.h>
+#include <VX_Platform/OpenGL/private/CurrentContext.h>
 
 #include <epoxy/gl.h>
 
@@ -16,13 +17,14 @@ VX_Program::~VX_Program() {
 }
 
 void VX_Program::freeProgram() {
-    if (m_Program) {
+    if (m_Program && vx::mayDelete("VX_Program", m_Program)) {
         glDeleteProgram(m_Program);
         m_Program = 0;
     }
 }
 
 bool VX_Program::attachShader(VX_VertexShader* vertex, VX_FragmentShader* fragment, bool deferLink) {
+    VX_NEEDS_CONTEXT();
     freeProgram();
     m_Program = glCreateProgram();
     if (vertex)
@@ -36,6 +38,7 @@ bool VX_Program::attachGeometryShader(VX_GeometryShader* geometry, int inputType
                                       int verticesOut) {
     if (!geometry || !m_Program)
         return false;
+    VX_NEEDS_CONTEXT();
     glAttachShader(m_Program, geometry->shader());
     // libepoxy ends the process on an entry point that the driver does not have.
     if (vx::currentGLCapabilities().geometryShader4) {
@@ -47,6 +50,7 @@ bool VX_Program::attachGeometryShader(VX_GeometryShader* geometry, int inputType
 }
 
 bool VX_Program::execLink() {
+    VX_NEEDS_CONTEXT();
     glLinkProgram(m_Program);
     GLint linked = 0;
     glGetProgramiv(m_Program, GL_LINK_STATUS, &linked);
@@ -67,65 +71,81 @@ bool VX_Program::execLink() {
 }
 
 void VX_Program::activeProgram() {
+    VX_NEEDS_CONTEXT();
     glUseProgram(m_Program);
 }
 
 void VX_Program::deactiveProgram() {
+    VX_NEEDS_CONTEXT();
     glUseProgram(0);
 }
 
 void VX_Program::set1f(const char* name, float x) {
+    VX_NEEDS_CONTEXT();
     glUniform1f(glGetUniformLocation(m_Program, name), x);
 }
 
 void VX_Program::set1fv(const char* name, int count, const float* values) {
+    VX_NEEDS_CONTEXT();
     glUniform1fv(glGetUniformLocation(m_Program, name), count, values);
 }
 
 void VX_Program::set1i(const char* name, int x) {
+    VX_NEEDS_CONTEXT();
     glUniform1i(glGetUniformLocation(m_Program, name), x);
 }
 
 void VX_Program::set2f(const char* name, float x, float y) {
+    VX_NEEDS_CONTEXT();
     glUniform2f(glGetUniformLocation(m_Program, name), x, y);
 }
 
 void VX_Program::set2fv(const char* name, int count, const float* values) {
+    VX_NEEDS_CONTEXT();
     glUniform2fv(glGetUniformLocation(m_Program, name), count, values);
 }
 
 void VX_Program::set3f(const char* name, float x, float y, float z) {
+    VX_NEEDS_CONTEXT();
     glUniform3f(glGetUniformLocation(m_Program, name), x, y, z);
 }
 
 void VX_Program::set3fv(const char* name, int count, const float* values) {
+    VX_NEEDS_CONTEXT();
     glUniform3fv(glGetUniformLocation(m_Program, name), count, values);
 }
 
 void VX_Program::set4f(const char* name, float x, float y, float z, float w) {
+    VX_NEEDS_CONTEXT();
     glUniform4f(glGetUniformLocation(m_Program, name), x, y, z, w);
 }
 
 void VX_Program::set4fv(const char* name, int count, const float* values) {
+    VX_NEEDS_CONTEXT();
     glUniform4fv(glGetUniformLocation(m_Program, name), count, values);
 }
 
 void VX_Program::setMatrix3fv(const char* name, int count, unsigned char transpose, const float* values) {
+    VX_NEEDS_CONTEXT();
     glUniformMatrix3fv(glGetUniformLocation(m_Program, name), count, transpose, values);
 }
 
 void VX_Program::setMatrix4fv(const char* name, int count, unsigned char transpose, const float* values) {
+    VX_NEEDS_CONTEXT();
     glUniformMatrix4fv(glGetUniformLocation(m_Program, name), count, transpose, values);
 }
 
 void VX_Program::setVertexAttrib3fv(const char* name, const float* values) {
+    VX_NEEDS_CONTEXT();
     glVertexAttrib3fv(static_cast<GLuint>(glGetAttribLocation(m_Program, name)), values);
 }
 
 void VX_Program::setVertexAttrib3fv(unsigned int index, const float* values) {
+    VX_NEEDS_CONTEXT();
     glVertexAttrib3fv(index, values);
 }
 
 int VX_Program::getAttribLocation(const char* name) {
+    VX_NEEDS_CONTEXT();
     return glGetAttribLocation(m_Program, name);
 }

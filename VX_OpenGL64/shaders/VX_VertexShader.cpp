@@ -14,5 +14,5 @@ bool VX_VertexShader::loadAndCompile(const char* source) {
 }
 
 void VX_VertexShader::freeShader() {
-    vx::deleteShader(m_Shader);
+    vx::deleteShader(m_Shader, "VX_VertexShader");
 }

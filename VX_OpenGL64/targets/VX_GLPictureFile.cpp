@@ -4,6 +4,7 @@
 #include <VX_OpenGL64/targets/VX_GLRenderTarget.h>
 #include <VX_Platform/CoreGraphics/private/PNGFile.h>
 #include <VX_Platform/Foundation/NSLog.h>
+#include <VX_Platform/OpenGL/private/CurrentContext.h>
 
 #include <epoxy/gl.h>
 
@@ -49,6 +50,7 @@ bool save(const char* path, int x, int y, int width, int height, int channels) {
 } // namespace
 
 bool VX_GLSavePicture(const char* path, int x, int y, int width, int height) {
+    VX_NEEDS_CONTEXT();
     return save(path, x, y, width, height, 3);
 }
 
@@ -58,6 +60,7 @@ bool VX_GLSaveRenderTarget(const char* path, VX_GLRenderTarget* target, int inde
         NSLog("Colour attachment %d cannot be saved to %s: there is none", index, path ? path : "(null)");
         return false;
     }
+    VX_NEEDS_CONTEXT();
     GLint former = 0, formerBuffer = 0;
     glGetIntegerv(GL_FRAMEBUFFER_BINDING_EXT, &former);
     glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, target->m_FrameBuffer);

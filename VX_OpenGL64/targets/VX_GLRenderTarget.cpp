@@ -3,6 +3,7 @@
 
 #include <VX_OpenGL64/targets/private/DepthAttachment.h>
 #include <VX_Platform/Foundation/NSLog.h>
+#include <VX_Platform/OpenGL/private/CurrentContext.h>
 
 #include <epoxy/gl.h>
 
@@ -29,12 +30,17 @@ VX_GLRenderTarget::~VX_GLRenderTarget() {
 }
 
 void VX_GLRenderTarget::FreeTextures() {
+    const bool isEmpty = m_Textures.empty() && !m_DepthBuffer && !m_FrameBuffer;
+    if (isEmpty || !vx::mayDelete("VX_GLRenderTarget", m_FrameBuffer))
+        return;
     for (const unsigned int& texture : m_Textures)
         glDeleteTextures(1, &texture);
     m_Textures.clear();
-    // A depth texture goes this way too, and so stays alive: docs/kept-behaviour.md.
+    // A depth texture goes this way too, and so stays alive: docs/kept-behaviour.md. Its name may be that of
+    // another target's renderbuffer.
     if (m_DepthBuffer) {
-        glDeleteRenderbuffersEXT(1, &m_DepthBuffer);
+        if (!m_DepthIsTexture || !glIsRenderbufferEXT(m_DepthBuffer))
+            glDeleteRenderbuffersEXT(1, &m_DepthBuffer);
         m_DepthBuffer = 0;
     }
     if (m_FrameBuffer) {
@@ -53,10 +59,12 @@ bool VX_GLRenderTarget::SetResolution(int width, int height) {
 }
 
 unsigned int VX_GLRenderTarget::CreateFrameBuffer() {
+    VX_NEEDS_CONTEXT();
     return createFrameBuffer(vx::attachDepthRenderbuffer);
 }
 
 unsigned int VX_GLRenderTarget::CreateFrameBufferDepthTexture2D() {
+    VX_NEEDS_CONTEXT();
     return createFrameBuffer(vx::attachDepthTexture2D);
 }
 
@@ -66,6 +74,7 @@ unsigned int VX_GLRenderTarget::createFrameBuffer(unsigned int (*attachDepth)(in
     glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, m_FrameBuffer);
     GLenum status = GL_FRAMEBUFFER_COMPLETE_EXT;
     if (m_UseDepth) {
+        m_DepthIsTexture = attachDepth == vx::attachDepthTexture2D;
         m_DepthBuffer = attachDepth(m_Width, m_Height);
         status = glCheckFramebufferStatusEXT(GL_FRAMEBUFFER_EXT);
     }
@@ -75,12 +84,14 @@ unsigned int VX_GLRenderTarget::createFrameBuffer(unsigned int (*attachDepth)(in
 
 unsigned int VX_GLRenderTarget::AddTextureBuffer(unsigned int internalFormat, unsigned int type, int width,
                                                  int height) {
+    VX_NEEDS_CONTEXT();
     return addTexture(GL_TEXTURE_RECTANGLE_ARB, "Can't allocate TextureBuffer: AddTextureBuffer",
                       internalFormat, type, width, height);
 }
 
 unsigned int VX_GLRenderTarget::AddTexture2DBuffer(unsigned int internalFormat, unsigned int type, int width,
                                                    int height) {
+    VX_NEEDS_CONTEXT();
     return addTexture(GL_TEXTURE_2D, "Can't allocate AddTexture2DBuffer", internalFormat, type, width,
                       height);
 }
@@ -121,23 +132,27 @@ unsigned int VX_GLRenderTarget::addTexture(unsigned int target, const char* fail
 }
 
 void VX_GLRenderTarget::Bind(int index) {
+    VX_NEEDS_CONTEXT();
     glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, m_FrameBuffer);
     glDrawBuffer(GL_COLOR_ATTACHMENT0_EXT + static_cast<GLenum>(index));
     glViewport(0, 0, m_Width, m_Height);
 }
 
 void VX_GLRenderTarget::Binds(int count, unsigned int* buffers) {
+    VX_NEEDS_CONTEXT();
     glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, m_FrameBuffer);
     glDrawBuffers(count, buffers);
     glViewport(0, 0, m_Width, m_Height);
 }
 
 void VX_GLRenderTarget::Unbind() {
+    VX_NEEDS_CONTEXT();
     glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, 0);
     glDrawBuffer(GL_BACK);
 }
 
 void VX_GLRenderTarget::SetDefaultProjection() {
+    VX_NEEDS_CONTEXT();
     glMatrixMode(GL_MODELVIEW);
     glLoadIdentity();
     glMatrixMode(GL_PROJECTION);
@@ -146,17 +161,20 @@ void VX_GLRenderTarget::SetDefaultProjection() {
 }
 
 void VX_GLRenderTarget::Quads() {
+    VX_NEEDS_CONTEXT();
     const auto width = static_cast<float>(m_Width);
     const auto height = static_cast<float>(m_Height);
     drawQuad(0.0f, width, height, width, height);
 }
 
 void VX_GLRenderTarget::QuadsDEBUG() {
+    VX_NEEDS_CONTEXT();
     const auto height = static_cast<float>(m_Height);
     drawQuad(10.0f, static_cast<float>(m_Width - 10), height, static_cast<float>(m_Width), height);
 }
 
 void VX_GLRenderTarget::QuadsNorm() {
+    VX_NEEDS_CONTEXT();
     drawQuad(0.0f, static_cast<float>(m_Width), static_cast<float>(m_Height), 1.0f, 1.0f);
 }
 
@@ -166,6 +184,7 @@ unsigned int VX_GLRenderTarget::textureAt(int index) const {
 }
 
 void VX_GLRenderTarget::DrawFullScreen(int index) {
+    VX_NEEDS_CONTEXT();
     glEnable(GL_TEXTURE_RECTANGLE_ARB);
     glActiveTexture(GL_TEXTURE0);
     glBindTexture(GL_TEXTURE_RECTANGLE_ARB, textureAt(index));
@@ -174,6 +193,7 @@ void VX_GLRenderTarget::DrawFullScreen(int index) {
 }
 
 void VX_GLRenderTarget::DrawFullScreen2D(int index) {
+    VX_NEEDS_CONTEXT();
     glEnable(GL_TEXTURE_2D);
     glActiveTexture(GL_TEXTURE0);
     glBindTexture(GL_TEXTURE_2D, textureAt(index));

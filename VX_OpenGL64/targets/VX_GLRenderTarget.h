@@ -28,8 +28,9 @@ public:
 
     /// Deletes colour textures, depth attachment and framebuffer; the size stays. A depth texture of
     /// `CreateFrameBufferDepthTexture2D` is taken for a renderbuffer and lives on: who wants it gone deletes
-    /// the texture `m_DepthBuffer` first. GL: glDeleteTextures for each name, glDeleteRenderbuffersEXT,
-    /// glDeleteFramebuffersEXT.
+    /// the texture `m_DepthBuffer` first. Without a context all of it stays, and the log says so. GL:
+    /// glDeleteTextures for each name, glDeleteRenderbuffersEXT (for a depth texture only where
+    /// glIsRenderbufferEXT denies the name), glDeleteFramebuffersEXT.
     virtual void FreeTextures();
 
     /// Makes the framebuffer anew, with a depth renderbuffer if `m_UseDepth`, after freeing everything.
@@ -109,6 +110,8 @@ public:
     bool m_UseDepth = true;
 
 private:
+    bool m_DepthIsTexture = false;
+
     unsigned int createFrameBuffer(unsigned int (*attachDepth)(int width, int height));
     unsigned int addTexture(unsigned int target, const char* failure, unsigned int internalFormat,
                             unsigned int type, int width, int height);

@@ -37,4 +37,8 @@ public:
     unsigned int m_Buffer = 0;
     /// Bytes asked for by the last `Allocate`.
     int m_Size = 0;
+
+protected:
+    /// For the destructor of a subclass, which the log names where no context is current.
+    void end(const char* className);
 };

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <VX_OpenGL64/targets/VX_GLVBOIndex.h>
 
-VX_GLVBOIndex::~VX_GLVBOIndex() = default;
+VX_GLVBOIndex::~VX_GLVBOIndex() {
+    end("VX_GLVBOIndex");
+}

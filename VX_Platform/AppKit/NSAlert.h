@@ -38,6 +38,9 @@ public:
     /// that is on its way keeps the former one. Any thread, from a presenter too.
     static void setPresenter(Presenter presenter);
 
+protected:
+    ~NSAlert() override = default;
+
 private:
     NSRef<NSString> m_Message;
     NSRef<NSString> m_InformativeText;

@@ -3,6 +3,7 @@
 
 #include <VX_Platform/AppKit/NSWindow.h>
 #include <VX_Platform/AppKit/private/RunningPlatform.h>
+#include <VX_Platform/AppKit/private/WindowInternals.h>
 #include <VX_Platform/Foundation/NSAutoreleasePool.h>
 #include <VX_Platform/Foundation/NSLog.h>
 #include <VX_Platform/Foundation/NSNotificationQueue.h>
@@ -15,6 +16,18 @@ namespace {
 // Longest wait of one step of `run`: requests for display made on other threads are seen after it at the
 // latest.
 constexpr double kLongestWait = 0.05;
+
+// One `run`, which may be inside another and which an exception may end.
+struct Run {
+    Run(std::atomic<bool>& running, std::atomic<bool>& stopAsked)
+        : running(running), stopAsked(stopAsked), former(running.exchange(true)) {}
+    ~Run() {
+        running = former;
+        stopAsked = false;
+    }
+    std::atomic<bool>&running, &stopAsked;
+    bool former;
+};
 } // namespace
 
 NSApplication* NSApplication::sharedApplication() {
@@ -58,8 +71,8 @@ const char* NSApplication::platformName() const {
 void NSApplication::run() {
     if (!finishLaunching())
         return;
-    m_Running = true;
-    while (m_Running)
+    const Run run(m_Running, m_StopAsked);
+    while (!m_StopAsked)
         runStep(kLongestWait);
 }
 
@@ -75,11 +88,7 @@ void NSApplication::runStep(double seconds) {
 }
 
 void NSApplication::displayPass() {
-    const std::vector<NSWindow*> windows = m_Windows;
-    for (NSWindow* window : windows) {
-        if (std::find(m_Windows.begin(), m_Windows.end(), window) == m_Windows.end())
-            continue;
-        NSRef<NSWindow> keep = NSRef<NSWindow>::retain(window);
+    for (const NSRef<NSWindow>& window : vx::presentWindows()) {
         // A view that fails to set itself up must not take the other windows' pictures with it.
         try {
             window->displayIfNeeded();
@@ -90,13 +99,26 @@ void NSApplication::displayPass() {
 }
 
 void NSApplication::stop() {
-    m_Running = false;
+    m_StopAsked = true;
     if (const auto platform = vx::startedPlatform())
         platform->wake();
 }
 
-void NSApplication::terminatePlatform() {
+bool NSApplication::terminatePlatform() {
+    if (!m_Windows.empty()) {
+        NSLog("NSApplication::terminatePlatform: %zu windows are still there; release them first",
+              m_Windows.size());
+        return false;
+    }
     vx::endPlatform();
+    return true;
+}
+
+std::vector<NSRef<NSWindow>> vx::presentWindows() {
+    std::vector<NSRef<NSWindow>> present;
+    for (NSWindow* window : NSApplication::sharedApplication()->windows())
+        present.push_back(NSRef<NSWindow>::retain(window));
+    return present;
 }
 
 void NSApplication::addWindow(NSWindow* window) {
@@ -108,6 +130,7 @@ void NSApplication::removeWindow(NSWindow* window) {
 }
 
 void NSApplication::windowDidClose() {
-    if (std::none_of(m_Windows.begin(), m_Windows.end(), [](const NSWindow* w) { return w->isVisible(); }))
+    if (m_Running &&
+        std::none_of(m_Windows.begin(), m_Windows.end(), [](const NSWindow* w) { return w->isVisible(); }))
         stop();
 }

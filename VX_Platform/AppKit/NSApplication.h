@@ -50,17 +50,19 @@ public:
     /// "x11" or "headless"; null before the start.
     const char* platformName() const;
 
-    /// Runs the loop until `stop` or until the last shown window has closed. Main thread.
+    /// Runs the loop until `stop` or until the last shown window has closed; returns at once after a `stop`
+    /// that came before it. Main thread.
     void run();
     /// One step of the loop, for a host with a loop of its own: events, timers, the display pass, posted
     /// notifications, in this order. Waits up to `seconds` for an event or timer.
     void runStep(double seconds);
-    /// Ends `run` after its present step. Any thread.
+    /// Ends the innermost `run` after its present step, or the next one before its first. Any thread.
     void stop();
     bool isRunning() const { return m_Running; }
 
-    /// Ends the platform, once windows, views and contexts are gone; a later start begins anew. Main thread.
-    void terminatePlatform();
+    /// Ends the platform, once views and contexts are gone; a later start begins anew. Main thread. False,
+    /// with one line in the log, and without effect while there are windows.
+    bool terminatePlatform();
 
     /// For `NSWindow`.
     void addWindow(NSWindow* window);
@@ -68,9 +70,13 @@ public:
     void windowDidClose();
     const std::vector<NSWindow*>& windows() const { return m_Windows; }
 
+protected:
+    ~NSApplication() override = default;
+
 private:
     void displayPass();
 
     std::vector<NSWindow*> m_Windows;
     std::atomic<bool> m_Running{false};
+    std::atomic<bool> m_StopAsked{false};
 };

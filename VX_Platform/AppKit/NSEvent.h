@@ -91,6 +91,9 @@ public:
     double deltaX() const { return m_Fields.deltaX; }
     double deltaY() const { return m_Fields.deltaY; }
 
+protected:
+    ~NSEvent() override = default;
+
 private:
     Fields m_Fields;
     NSWindow* m_Window = nullptr;

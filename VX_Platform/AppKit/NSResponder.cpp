@@ -47,6 +47,8 @@ void passOn(const NSResponder* from, NSEvent* event) {
 } // namespace
 
 void NSResponder::handle(NSEvent* event) {
+    // What is told may end its receiver.
+    const NSRef<NSResponder> keep = NSRef<NSResponder>::retain(this);
     if (Operation operation = operationFor(event->type()))
         (this->*operation)(event);
 }

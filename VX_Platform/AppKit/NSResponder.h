@@ -33,4 +33,7 @@ public:
 
     /// Calls the hook that belongs to the event's type; nothing for a type without one.
     void handle(NSEvent* event);
+
+protected:
+    ~NSResponder() override = default;
 };

@@ -5,6 +5,10 @@
 
 #include <algorithm>
 
+NSView* NSView::init() {
+    return initWithFrame({});
+}
+
 NSView* NSView::initWithFrame(CGRect frame) {
     m_Frame = frame;
     return this;
@@ -35,12 +39,15 @@ void NSView::forEachSubview(Visit visit) {
             visit(view.get());
 }
 
+// A view's hook may end it: so the operations that call one keep it.
 void NSView::tellFrameChange() {
+    const NSRef<NSView> keep = NSRef<NSView>::retain(this);
     frameDidChange();
     forEachSubview([](NSView* view) { view->tellFrameChange(); });
 }
 
 void NSView::tellDisplayChange() {
+    const NSRef<NSView> keep = NSRef<NSView>::retain(this);
     displayDidChange();
     forEachSubview([](NSView* view) { view->tellDisplayChange(); });
 }
@@ -75,7 +82,10 @@ void NSView::removeFromSuperview() {
 }
 
 void NSView::moveToWindow(NSWindow* window) {
+    const NSRef<NSView> keep = NSRef<NSView>::retain(this);
     if (m_Window != window) {
+        if (m_Window)
+            m_Window->forgetResponder(this);
         m_Window = window;
         viewDidMoveToWindow();
     }
@@ -83,11 +93,13 @@ void NSView::moveToWindow(NSWindow* window) {
 }
 
 void NSView::display() {
+    const NSRef<NSView> keep = NSRef<NSView>::retain(this);
     setNeedsDisplay(false);
     drawRect(bounds());
 }
 
 void NSView::displayIfNeeded() {
+    const NSRef<NSView> keep = NSRef<NSView>::retain(this);
     if (needsDisplay())
         display();
     forEachSubview([](NSView* view) { view->displayIfNeeded(); });

@@ -15,6 +15,8 @@ class VX_EXPORT NSView : public NSResponder {
 public:
     VX_RETURNS_OWN_TYPE(NSView)
 
+    /// Sets an empty view up, as by the next.
+    NSView* init() override;
     /// Sets a view without parent or window up. Returns the view, or releases it and returns null.
     virtual NSView* initWithFrame(CGRect frame);
     /// The views inside leave the window and are released.
@@ -73,6 +75,9 @@ public:
     void moveToWindow(NSWindow* window);
     /// For `NSWindow`: calls `displayDidChange` of this view and those inside it.
     void tellDisplayChange();
+
+protected:
+    ~NSView() override = default;
 
 private:
     template <class Visit>

@@ -21,6 +21,10 @@ vx::WindowStyle styleOf(unsigned mask) {
 NSWindow::NSWindow() : m_Internals(std::make_unique<Internals>()) {}
 NSWindow::~NSWindow() = default;
 
+NSWindow* NSWindow::init() {
+    return initWithContentRect({}, NSBorderlessWindowMask);
+}
+
 NSWindow* NSWindow::initWithContentRect(CGRect rect, unsigned styleMask) {
     m_Internals->platform = vx::runningPlatform();
     if (m_Internals->platform)
@@ -80,6 +84,7 @@ CGRect NSWindow::frame() const {
 }
 
 void NSWindow::setFrame(CGRect frame) {
+    const NSRef<NSWindow> keep = NSRef<NSWindow>::retain(this);
     m_Internals->backend->setFrame(frame);
 }
 
@@ -88,16 +93,19 @@ void NSWindow::setStyleMask(unsigned styleMask) {
 }
 
 bool NSWindow::fillDisplay(const char* name) {
+    const NSRef<NSWindow> keep = NSRef<NSWindow>::retain(this);
     return name && m_Internals->backend->fillDisplay(name);
 }
 
 void NSWindow::leaveDisplay() {
+    const NSRef<NSWindow> keep = NSRef<NSWindow>::retain(this);
     m_Internals->backend->leaveDisplay();
 }
 
 void NSWindow::setContentView(NSView* view) {
     if (view == m_ContentView)
         return;
+    const NSRef<NSWindow> self = NSRef<NSWindow>::retain(this);
     NSRef<NSView> former = NSRef<NSView>::adopt(m_ContentView);
     m_ContentView = nullptr;
     m_FirstResponder = nullptr;
@@ -126,6 +134,7 @@ void NSWindow::orderOut() {
 }
 
 void NSWindow::performClose() {
+    const NSRef<NSWindow> keep = NSRef<NSWindow>::retain(this);
     if (!m_Closed && windowShouldClose())
         close();
 }
@@ -133,6 +142,7 @@ void NSWindow::performClose() {
 void NSWindow::close() {
     if (m_Closed)
         return;
+    const NSRef<NSWindow> keep = NSRef<NSWindow>::retain(this);
     m_Closed = true;
     post(NSWindowWillCloseNotification);
     setContentView(nullptr);
@@ -196,12 +206,25 @@ NSResponder* NSWindow::receiverOf(NSEvent* event) {
     }
 }
 
+void NSWindow::setEventHandler(EventHandler handler) {
+    m_EventHandler = std::make_shared<EventHandler>(std::move(handler));
+}
+
 void NSWindow::sendEvent(NSEvent* event) {
-    NSRef<NSWindow> keep = NSRef<NSWindow>::retain(this);
-    if (m_EventHandler && m_EventHandler(event))
+    const NSRef<NSWindow> keep = NSRef<NSWindow>::retain(this);
+    // Kept, since it may put another one in its place.
+    const std::shared_ptr<EventHandler> handler = m_EventHandler;
+    if (handler && *handler && (*handler)(event))
         return;
     NSResponder* receiver = receiverOf(event);
     (receiver ? receiver : this)->handle(event);
+}
+
+void NSWindow::forgetResponder(const NSResponder* responder) {
+    if (m_FirstResponder == responder)
+        m_FirstResponder = nullptr;
+    if (m_DragView == responder)
+        m_DragView = nullptr;
 }
 
 void NSWindow::displayIfNeeded() {

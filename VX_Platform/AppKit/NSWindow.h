@@ -36,6 +36,8 @@ public:
 
     NSWindow();
 
+    /// An empty one without a border, as by the next.
+    NSWindow* init() override;
     /// A window that is not shown yet, with an empty content view: `rect` is its frame, `styleMask` bits of
     /// `NSWindowStyleMask`. Starts the platform if need be. Returns the object, or releases it and returns
     /// null, with one line in the log, when there is no platform.
@@ -105,11 +107,12 @@ public:
     /// Sees each event before the views; returns true to keep it from them.
     using EventHandler = std::function<bool(NSEvent*)>;
     /// Puts a handler in place, owned; an empty one for none.
-    void setEventHandler(EventHandler handler) { m_EventHandler = std::move(handler); }
+    void setEventHandler(EventHandler handler);
     /// Hands an event to the handler, then to the view it belongs to: keys to the first responder, else the
     /// content view; mouse events to the view under the pointer, drags to the view they began in.
     void sendEvent(NSEvent* event);
-    /// Sets the view that gets the keys, borrowed; null for the content view. It must leave before it ends.
+    /// Sets the view that gets the keys, borrowed; null for the content view. One that leaves the window gets
+    /// none any more; what is no view must leave before it ends.
     void makeFirstResponder(NSResponder* responder) { m_FirstResponder = responder; }
 
     /// The window as the window system knows it; false where there is no window system.
@@ -117,6 +120,9 @@ public:
 
     /// The display pass of the run loop: displays the views of a shown window that ask for it.
     void displayIfNeeded();
+
+    /// For `NSView`: it has left the window.
+    void forgetResponder(const NSResponder* responder);
 
     /// The library's own side of a window.
     struct VX_HIDDEN Internals;
@@ -133,7 +139,7 @@ private:
     NSView* m_ContentView = nullptr;
     NSResponder* m_FirstResponder = nullptr;
     NSView* m_DragView = nullptr;
-    EventHandler m_EventHandler;
+    std::shared_ptr<EventHandler> m_EventHandler;
     std::string m_Title;
     CGRect m_Frame;
     bool m_Visible = false;

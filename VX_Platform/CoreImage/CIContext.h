@@ -18,6 +18,9 @@ public:
     /// Returns the GL context, borrowed, or null.
     CGLContextObj CGLContext() const { return m_Context.get(); }
 
+protected:
+    ~CIContext() override = default;
+
 private:
     NSRef<NSOpenGLContext> m_Context;
 };

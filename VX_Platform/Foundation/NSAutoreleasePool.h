@@ -28,6 +28,9 @@ public:
     /// thread's own; the application's run loop does it in each step. Any thread.
     static void drainThreadPool();
 
+protected:
+    ~NSAutoreleasePool() override = default;
+
 private:
     void drain();
 

@@ -15,4 +15,7 @@ public:
     /// Returns whether anything is there, a folder too, links followed; false for null and where a folder on
     /// the way cannot be searched. Any thread.
     bool fileExistsAtPath(const NSString* path) const;
+
+protected:
+    ~NSFileManager() override = default;
 };

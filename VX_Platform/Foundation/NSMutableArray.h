@@ -53,6 +53,9 @@ public:
     /// Returns a walk over the objects in order, for a range-based `for`; the list must outlive it.
     Walk objects() const { return Walk(this); }
 
+protected:
+    ~NSMutableArray() override = default;
+
 private:
     std::vector<NSRef<NSObject>> m_Objects;
     unsigned long m_Changes = 0;

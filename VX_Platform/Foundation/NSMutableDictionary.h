@@ -30,6 +30,9 @@ public:
     /// change meanwhile.
     void enumerate(const std::function<void(const char* key, NSObject* object)>& visit) const;
 
+protected:
+    ~NSMutableDictionary() override = default;
+
 private:
     std::map<std::string, NSRef<NSObject>, std::less<>> m_Objects;
 };

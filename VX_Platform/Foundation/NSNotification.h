@@ -21,6 +21,9 @@ public:
     NSString* name() const { return m_Name.get(); }
     NSObject* object() const { return m_Unretained ? m_Unretained : m_Object.get(); }
 
+protected:
+    ~NSNotification() override = default;
+
 private:
     NSRef<NSString> m_Name;
     NSRef<NSObject> m_Object;

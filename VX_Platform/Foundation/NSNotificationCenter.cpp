@@ -35,6 +35,7 @@ bool NSNotificationCenter::holds(const std::shared_ptr<const Entry>& entry) {
 }
 
 void NSNotificationCenter::postNotification(NSNotification* notification) {
+    const NSRef<NSNotification> keep = NSRef<NSNotification>::retain(notification);
     std::vector<std::shared_ptr<const Entry>> told;
     {
         std::lock_guard guard(m_Lock);

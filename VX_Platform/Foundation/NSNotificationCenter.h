@@ -37,6 +37,9 @@ public:
     /// before it returns. Any thread; the handlers run on it.
     void postNotification(NSNotification* notification);
 
+protected:
+    ~NSNotificationCenter() override = default;
+
 private:
     struct Entry {
         const void* observer;

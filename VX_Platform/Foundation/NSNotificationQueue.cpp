@@ -17,8 +17,10 @@ void NSNotificationQueue::enqueueNotification(NSNotification* notification, NSPo
 }
 
 void NSNotificationQueue::postWaiting() {
-    std::vector<NSRef<NSNotification>> batch;
-    batch.swap(m_Waiting);
-    for (const NSRef<NSNotification>& notification : batch)
+    // One by one, since an observer may throw, or run a step of the loop.
+    for (std::size_t present = m_Waiting.size(); present > 0 && !m_Waiting.empty(); --present) {
+        const NSRef<NSNotification> notification = std::move(m_Waiting.front());
+        m_Waiting.pop_front();
         NSNotificationCenter::defaultCenter()->postNotification(notification.get());
+    }
 }

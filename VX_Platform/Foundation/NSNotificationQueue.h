@@ -3,7 +3,7 @@
 
 #include <VX_Platform/Foundation/NSNotification.h>
 
-#include <vector>
+#include <deque>
 
 /// When a queued notification is posted: the first two at the end of the run loop's step, the last at once.
 enum NSPostingStyle { NSPostWhenIdle = 1, NSPostASAP = 2, NSPostNow = 3 };
@@ -22,10 +22,13 @@ public:
     void enqueueNotification(NSNotification* notification, NSPostingStyle style);
 
     /// Posts what waits, in the order it came, and releases it. What an observer enqueues meanwhile waits for
-    /// the next call. The run loop calls this at the end of each step; a host with a loop of its own may do
-    /// so too.
+    /// the next call, and so does the rest when an observer throws. The run loop calls this at the end of
+    /// each step; a host with a loop of its own may do so too.
     void postWaiting();
 
+protected:
+    ~NSNotificationQueue() override = default;
+
 private:
-    std::vector<NSRef<NSNotification>> m_Waiting;
+    std::deque<NSRef<NSNotification>> m_Waiting;
 };

@@ -29,6 +29,9 @@ public:
     /// Returns the number in up to 17 digits, as "%.17g" writes it; borrowed, autoreleased.
     NSString* description() const override;
 
+protected:
+    ~NSNumber() override = default;
+
 private:
     static NSNumber* make(double value);
 

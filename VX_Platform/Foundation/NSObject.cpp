@@ -6,6 +6,7 @@
 #include <VX_Platform/Foundation/NSString.h>
 
 #include <cstdlib>
+#include <exception>
 #include <new>
 #include <typeinfo>
 
@@ -25,6 +26,15 @@ void NSObject::operator delete(void* storage) {
     std::free(storage);
 }
 
+NSObject::~NSObject() {
+    // A constructor that throws ends an object that nobody has seen.
+    if (retainCount() > 0 && std::uncaught_exceptions() == 0)
+        vx::fatal(
+            "NSObject: object %p ended without its last release; objects live on the heap, by new and "
+            "release",
+            static_cast<void*>(this));
+}
+
 NSObject* NSObject::init() {
     return this;
 }
@@ -39,11 +49,9 @@ void NSObject::release() {
     if (before == 1) {
         m_RetainCount.store(kDying, std::memory_order_relaxed);
         dealloc();
-    }
-#ifdef VX_CHECKS
-    else if (before <= 0 && before > kDying / 2)
+    } else if (before <= 0 && before > kDying / 2) {
         vx::fatal("NSObject::release: object %p released more often than retained", static_cast<void*>(this));
-#endif
+    }
 }
 
 NSObject* NSObject::autorelease() {

@@ -27,7 +27,9 @@ class NSString;
 /// caller's to `release`; everything else is borrowed. Counts are atomic, so objects may be retained and
 /// released from any thread; nothing else about them is synchronised unless their class says so.
 ///
-/// Created as `(new Class)->init...()`. Objects live on the heap only.
+/// Created as `(new Class)->init...()` and ended by `release`. Objects live on the heap only: `delete`, a
+/// smart pointer that deletes, and the stack do not compile for the library's classes. A class derived from
+/// them that has a public destructor ends the process with a message in these cases.
 class VX_EXPORT NSObject {
 public:
     /// Zero-filled storage, also for the fields of a host's subclass.
@@ -44,8 +46,7 @@ public:
     NSObject* retain();
 
     /// Takes one from the count; the last one calls `dealloc`. Any thread, which `dealloc` then runs on.
-    /// Releasing more often than retaining is a caller's bug and ends the process with a message in a build
-    /// with checks.
+    /// Releasing more often than retaining is a caller's bug and ends the process with a message.
     void release();
 
     /// Releases the object once, when the calling thread's innermost `NSAutoreleasePool` ends. Returns the
@@ -69,7 +70,7 @@ public:
 
 protected:
     NSObject() = default;
-    virtual ~NSObject() = default;
+    virtual ~NSObject();
 
 private:
     mutable std::atomic<int> m_RetainCount{1};

@@ -29,6 +29,9 @@ public:
     /// Returns how often the calling thread holds it; 0 when it does not.
     int holdCount() const { return isHeldByCurrentThread() ? m_Depth : 0; }
 
+protected:
+    ~NSRecursiveLock() override = default;
+
 private:
     void noteTaken();
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <VX_Platform/Foundation/NSRunLoop.h>
 
+#include <VX_Platform/Foundation/NSAutoreleasePool.h>
 #include <VX_Platform/Foundation/NSDate.h>
 
 #include <algorithm>
@@ -15,11 +16,13 @@ void NSRunLoop::addTimer(NSTimer* timer) {
 }
 
 void NSRunLoop::fireDueTimers() {
+    // A handler that runs a step of the loop must find its own objects afterwards.
+    const NSRef<NSAutoreleasePool> pool = NSInit(new NSAutoreleasePool);
     const double now = NSDate::timeIntervalSinceReferenceDate();
     // Over those of the start: a handler may add timers, and may run a step of the loop itself.
     const std::vector<NSRef<NSTimer>> present = m_Timers;
     for (const NSRef<NSTimer>& timer : present)
-        if (timer->isValid() && timer->fireDate() <= now)
+        if (timer->isValid() && !timer->isFiring() && timer->fireDate() <= now)
             timer->fire();
     dropInvalidTimers();
 }
@@ -35,7 +38,7 @@ void NSRunLoop::dropInvalidTimers() {
 double NSRunLoop::secondsToNextTimer() const {
     double next = -1.0;
     for (const NSRef<NSTimer>& timer : m_Timers) {
-        if (!timer->isValid())
+        if (!timer->isValid() || timer->isFiring())
             continue;
         const double wait = std::max(0.0, timer->fireDate() - NSDate::timeIntervalSinceReferenceDate());
         next = next < 0.0 ? wait : std::min(next, wait);

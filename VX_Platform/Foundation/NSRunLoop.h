@@ -17,11 +17,15 @@ public:
     /// Retains the timer until `fireDueTimers` finds it invalid.
     void addTimer(NSTimer* timer);
     /// Fires each timer whose date has come, once, in the order of adding; one that is added meanwhile waits
-    /// for the next call.
+    /// for the next call, and one whose handler is running is left out. What the handlers autorelease ends
+    /// with the call.
     void fireDueTimers();
     /// Returns the seconds until the next timer is due, 0 when one is overdue, a negative number when there
     /// is none.
     double secondsToNextTimer() const;
+
+protected:
+    ~NSRunLoop() override = default;
 
 private:
     void dropInvalidTimers();

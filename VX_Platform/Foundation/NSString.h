@@ -53,6 +53,9 @@ public:
     /// Returns the bytes, NULs included; borrowed, valid as long as the text lives.
     const std::string& string() const { return m_Text; }
 
+protected:
+    ~NSString() override = default;
+
 private:
     static NSString* make(std::string text);
 

@@ -6,11 +6,24 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
+
+namespace {
+
+// Counts a call in progress, which an exception may end.
+struct Firing {
+    explicit Firing(int& depth) : depth(depth) { ++depth; }
+    ~Firing() { --depth; }
+    int& depth;
+};
+
+} // namespace
 
 NSTimer* NSTimer::scheduledTimerWithTimeInterval(double seconds, Handler handler, bool repeats) {
     auto* timer = new NSTimer;
     timer->m_Handler = std::move(handler);
-    timer->m_Interval = std::max(seconds, 0.0001);
+    timer->m_Interval =
+        std::isnan(seconds) ? std::numeric_limits<double>::infinity() : std::max(seconds, 0.0001);
     timer->m_FireDate = NSDate::timeIntervalSinceReferenceDate() + timer->m_Interval;
     timer->m_Repeats = repeats;
     NSRunLoop::currentRunLoop()->addTimer(timer);
@@ -31,5 +44,7 @@ void NSTimer::fire() {
     } else {
         m_Valid = false;
     }
-    m_Handler(this);
+    const Firing firing(m_Firing);
+    if (m_Handler)
+        m_Handler(this);
 }

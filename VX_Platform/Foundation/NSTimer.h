@@ -14,9 +14,9 @@ public:
     /// What the timer does; the timer is borrowed for the call.
     using Handler = std::function<void(NSTimer*)>;
 
-    /// Makes a timer that is due after an interval in seconds (one under 0.0001 counts as that) and, when it
-    /// repeats, after each further one; adds it to the calling thread's run loop, which retains it until it
-    /// is invalid. Returns the timer; borrowed, autoreleased. Any thread.
+    /// Makes a timer that is due after an interval in seconds (one under 0.0001 counts as that, NaN is never
+    /// due) and, when it repeats, after each further one; adds it to the calling thread's run loop, which
+    /// retains it until it is invalid. Returns the timer; borrowed, autoreleased. Any thread.
     static NSTimer* scheduledTimerWithTimeInterval(double seconds, Handler handler, bool repeats);
 
     /// Stops the timer for good, from its handler too; harmless when repeated.
@@ -31,11 +31,17 @@ public:
     /// Calls the handler at once, after moving the date on: one that repeats goes on from the date it was
     /// due, skipping those already missed; another becomes invalid first. Nothing when it is invalid.
     void fire();
+    /// Whether its handler is running. The run loop, run from inside the handler, leaves the timer alone.
+    bool isFiring() const { return m_Firing > 0; }
+
+protected:
+    ~NSTimer() override = default;
 
 private:
     Handler m_Handler;
     double m_Interval = 0.0;
     double m_FireDate = 0.0;
+    int m_Firing = 0;
     bool m_Repeats = false;
     bool m_Valid = true;
 };

@@ -39,6 +39,8 @@ void NSOpenGLContext::dealloc() {
     // It is current nowhere: whoever has it current keeps a reference.
     m_Internals->slot->set(nullptr);
     m_Internals->surface.reset();
+    if (m_Internals->spare)
+        m_Internals->driver->destroySurface(m_Internals->spare);
     if (m_Internals->context)
         m_Internals->driver->destroyContext(m_Internals->context);
     NSObject::dealloc();

@@ -4,6 +4,10 @@
 #include <VX_Platform/AppKit/NSWindow.h>
 #include <VX_Platform/AppKit/private/RunningPlatform.h>
 
+NSOpenGLView* NSOpenGLView::initWithFrame(CGRect frame) {
+    return initWithFrame(frame, nullptr);
+}
+
 NSOpenGLView* NSOpenGLView::initWithFrame(CGRect frame, NSOpenGLPixelFormat* format) {
     if (!NSView::initWithFrame(frame))
         return nullptr;
@@ -35,7 +39,7 @@ NSOpenGLContext* NSOpenGLView::openGLContext() {
 void NSOpenGLView::setOpenGLContext(NSOpenGLContext* context) {
     if (context == m_Context.get())
         return;
-    if (m_Context && m_Context->view() == this && !context)
+    if (m_Context && m_Context->view() == this)
         m_Context->setView(nullptr);
     m_Context = NSRef<NSOpenGLContext>::retain(context);
     m_Prepared = false;
@@ -56,6 +60,7 @@ void NSOpenGLView::update() {
 }
 
 void NSOpenGLView::display() {
+    const NSRef<NSOpenGLView> keep = NSRef<NSOpenGLView>::retain(this);
     if (!canHaveSurface() || !window() || !window()->isVisible() || !openGLContext())
         return;
     if (!m_Prepared) {

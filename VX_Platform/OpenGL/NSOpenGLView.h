@@ -13,7 +13,8 @@ class VX_EXPORT NSOpenGLView : public NSView {
 public:
     VX_RETURNS_OWN_TYPE(NSOpenGLView)
 
-    using NSView::initWithFrame;
+    /// As by the next, without a format.
+    NSOpenGLView* initWithFrame(CGRect frame) override;
     /// Frame in the parent's coordinates, in pixels; the format is retained and may be null, in which case
     /// the view has no context until `setPixelFormat`.
     virtual NSOpenGLView* initWithFrame(CGRect frame, NSOpenGLPixelFormat* format);
@@ -24,8 +25,8 @@ public:
     NSOpenGLContext* openGLContext();
     /// The context if there is one by now; never makes one.
     NSOpenGLContext* existingOpenGLContext() const { return m_Context.get(); }
-    /// Puts another context in place, retained, which is then prepared like a new one. Null gives the present
-    /// one up; its surface goes where it is this view's.
+    /// Puts another context in place, retained, which is then prepared like a new one; null for none. The
+    /// former one loses its surface where that is this view's.
     void setOpenGLContext(NSOpenGLContext* context);
     /// Drops the context: its surface goes at once, the context with its last reference. Where it is current
     /// on the calling thread it is released there.
@@ -47,6 +48,9 @@ public:
 
     /// Whether the view can be drawn to where it is now: in a window, or anywhere without a window system.
     bool canHaveSurface() const;
+
+protected:
+    ~NSOpenGLView() override = default;
 
 private:
     NSRef<NSOpenGLPixelFormat> m_PixelFormat;

@@ -44,6 +44,7 @@ public:
 
     /// A surface on a native window, or null with a line in the log.
     Handle createWindowSurface(Handle config, unsigned long window) const;
+    bool canMakePbuffers(Handle config) const;
     /// An off-screen surface in pixels; sizes below 1 count as 1.
     Handle createPbuffer(Handle config, int width, int height) const;
     void destroySurface(Handle surface) const;

@@ -8,6 +8,7 @@
 #include <VX_Platform/Foundation/NSNotificationCenter.h>
 
 #include <gtest/gtest.h>
+#include <tests/support/LogCollector.h>
 
 using vx::InputEvent;
 using Kind = vx::InputEvent::Kind;
@@ -52,6 +53,34 @@ public:
         return closes;
     }
     bool closes = false;
+};
+
+// Tells of its end; who is in the middle of an operation of its own must not see it.
+class Mortal : public NSView {
+public:
+    ~Mortal() override { told += "view ended; "; }
+    void mouseDown(NSEvent*) override {
+        removeFromSuperview();
+        told += "down; ";
+    }
+    void displayDidChange() override {
+        told += "display; ";
+        if (auto* window = std::exchange(doomed, nullptr))
+            window->release();
+    }
+    static inline NSWindow* doomed = nullptr;
+};
+
+class MortalWindow : public Window {
+public:
+    ~MortalWindow() override { told += "window ended; "; }
+    static MortalWindow* make() {
+        auto* window = new MortalWindow;
+        window->initWithContentRect(CGRectMake(0, 0, 9, 9), 0);
+        window->setContentView(NSInit(new Mortal).get());
+        window->closes = true;
+        return window;
+    }
 };
 
 // A window with a view at 20, 10 and another one inside that at 5, 5.
@@ -152,6 +181,38 @@ TEST_F(WindowEvents, AChangeOfTheFrameIsToldByHookAndNotificationEachOnce) {
     centre->removeObserver(this);
 }
 
+TEST_F(WindowEvents, MayEndWhomTheyAreToldTo) {
+    window->contentView()->addSubview(NSInit(new Mortal, CGRectMake(0, 0, 9, 9)).get());
+    EXPECT_EQ(send(Kind::buttonDown, 1, 1, 0), "down; view ended; ");
+    EXPECT_EQ(send(Kind::motion, 2, 2, 0) + send(Kind::buttonUp, 2, 2, 0), "");
+    window->makeFirstResponder(inner.get());
+    inner->removeFromSuperview();
+    EXPECT_EQ(send(Kind::keyDown), "") << "it has left";
+
+    auto* centre = NSNotificationCenter::defaultCenter();
+    for (const bool closing : {true, false}) {
+        auto* mortal = MortalWindow::make();
+        const auto release = [mortal](NSNotification*) {
+            mortal->release();
+            told += "released; ";
+        };
+        centre->addObserver(this, release,
+                            closing ? NSWindowWillCloseNotification : NSWindowDidResizeNotification, mortal);
+        if (closing)
+            mortal->performClose();
+        else
+            mortal->setFrame(CGRectMake(0, 0, 20, 20));
+        EXPECT_LT(told.find("released"), told.find("window ended"));
+        centre->removeObserver(this);
+        told.clear();
+    }
+    auto* first = MortalWindow::make();
+    Mortal::doomed = MortalWindow::make();
+    vx::eventRouter().displaysChanged();
+    EXPECT_EQ(told, "display; display; view ended; window ended; ");
+    first->release();
+}
+
 TEST_F(WindowEvents, TheCloseButtonAsksFirst) {
     vx::eventRouter().closeAsked(backend());
     EXPECT_FALSE(window->isClosed());
@@ -159,4 +220,18 @@ TEST_F(WindowEvents, TheCloseButtonAsksFirst) {
     vx::eventRouter().closeAsked(backend());
     EXPECT_TRUE(window->isClosed());
     EXPECT_EQ(told, "close?; close?; ");
+}
+
+TEST(NSApplication, KeepsAStopForTheNextRunAndItsPlatformWhileThereAreWindows) {
+    vx::test::LogCollector log;
+    NSApplication::useHeadlessPlatform();
+    NSApplication* app = NSApplication::sharedApplication();
+    app->stop();
+    app->run();
+    EXPECT_FALSE(app->isRunning());
+    auto window = NSInit(new NSWindow);
+    EXPECT_FALSE(app->terminatePlatform());
+    EXPECT_EQ(log.count("1 windows are still there"), 1);
+    window = nullptr;
+    EXPECT_TRUE(app->terminatePlatform());
 }

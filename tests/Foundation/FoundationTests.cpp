@@ -59,6 +59,14 @@ TEST(NSObject, LivesByItsCountAndStartsZeroFilled) {
     EXPECT_EQ(Counted::living, 0);
 }
 
+template <class... Classes>
+constexpr bool onlyReleaseEnds = (!std::is_destructible_v<Classes> && ...);
+static_assert(
+    onlyReleaseEnds<NSObject, NSString, NSNumber, NSMutableArray, NSNotification, NSAutoreleasePool>);
+TEST(NSObjectDeathTest, EndsByNothingButItsLastRelease) {
+    EXPECT_DEATH(Counted(), "ended without its last release");
+}
+
 TEST(NSAutoreleasePool, EndsItsObjectsAndTheInnerPoolsWithIt) {
     auto* outer = (new NSAutoreleasePool)->init();
     (new EndsWithAnother)->autorelease();
@@ -102,10 +110,10 @@ TEST(NSString, FormatsLikePrintfAndTakesObjects) {
                                             text("png"), 3.14159, -7, 255u, std::size_t(9), -1LL, "s", 'c')
                      ->UTF8String(),
                  "sky_3.png| 3.14|-7  |00ff|9|-1|s|c|100%");
-    EXPECT_STREQ(
-        NSString::stringWithFormat("%*d %@ %s %ld %u %x|%y|", 4, 7, nullptr, nullptr, 1L << 40, ~0u, ~0u)
-            ->UTF8String(),
-        "   7 (null) (null) 1099511627776 4294967295 ffffffff|");
+    EXPECT_STREQ(NSString::stringWithFormat("%*d %@ %s %ld %.2Lf %u %x|%y|", 4, 7, nullptr, nullptr, 1L << 40,
+                                            1.25L, ~0u, ~0u)
+                     ->UTF8String(),
+                 "   7 (null) (null) 1099511627776 1.25 4294967295 ffffffff|");
     const std::string big(5000, 'x');
     EXPECT_EQ(NSString::stringWithFormat("%s!", big.c_str())->string(), big + "!");
 }
@@ -255,6 +263,13 @@ TEST_F(NotificationTest, WaitsInItsThreadsQueueInOrder) {
     EXPECT_EQ(taken(), "other ");
     queue->enqueueNotification(ready(other.get()), NSPostNow);
     EXPECT_EQ(taken(), "other ");
+    center->addObserver(
+        &observers[2], [](NSNotification*) { throw 1; }, "Failing", nullptr);
+    queue->enqueueNotification(NSNotification::notificationWithName("Failing", nullptr), NSPostASAP);
+    queue->enqueueNotification(ready(other.get()), NSPostASAP);
+    EXPECT_THROW(queue->postWaiting(), int);
+    queue->postWaiting();
+    EXPECT_EQ(taken(), "other ") << "the rest waits on";
 }
 
 TEST(NSRecursiveLock, BelongsToOneThreadAtATime) {

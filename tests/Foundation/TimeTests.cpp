@@ -2,12 +2,14 @@
 #include <VX_Platform/Foundation/NSAutoreleasePool.h>
 #include <VX_Platform/Foundation/NSDate.h>
 #include <VX_Platform/Foundation/NSRunLoop.h>
+#include <VX_Platform/Foundation/NSString.h>
 #include <VX_Platform/Foundation/NSTimer.h>
 #include <VX_Platform/Foundation/private/Clock.h>
 #include <tests/support/SteppedClock.h>
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <memory>
 #include <thread>
 
@@ -105,4 +107,26 @@ TEST(NSTimer, FiresWhenDueGoesOnFromItsBeatWithoutCatchingUpAndMayEndStartAndRun
     runFor(clock, 1);
     EXPECT_EQ(beats, 4);
     pool->release();
+}
+
+TEST(NSTimer, IsNotFiredByTheLoopInsideItsHandlerAndNeverForNaN) {
+    vx::test::SteppedClock clock;
+    int calls = 0;
+    const auto runLoop = [&](NSTimer* timer) {
+        NSString* own = NSString::stringWithUTF8String("own");
+        NSAutoreleasePool::drainThreadPool(); // as a step of the application's loop does
+        if (++calls < 3)
+            runFor(clock, 5);
+        EXPECT_TRUE(timer->isFiring() && NSRunLoop::currentRunLoop()->secondsToNextTimer() > 1.0);
+        EXPECT_EQ(own->retainCount(), 1);
+    };
+    NSTimer* timer = NSTimer::scheduledTimerWithTimeInterval(0.001, runLoop, true)->retain();
+    counting(calls, NAN, true);
+    EXPECT_NEAR(NSRunLoop::currentRunLoop()->secondsToNextTimer(), 0.001, 1e-6);
+    runFor(clock, 1);
+    EXPECT_EQ(calls, 1);
+    runFor(clock, 1);
+    EXPECT_EQ(calls, 2);
+    timer->invalidate();
+    timer->release();
 }

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include <VX_Platform/AppKit/NSWindow.h>
 #include <VX_Platform/Foundation/VX_Diagnostics.h>
 #include <VX_Platform/OpenGL/CGL.h>
 #include <VX_Platform/OpenGL/GLCapabilities.h>
@@ -32,6 +33,20 @@ TEST(NSOpenGLContext, DrawsToItsViewsSurfaceAndFollowsItsSize) {
     clearTo(1, 0, 0);
     EXPECT_EQ(pixelAt(99, 49), 0xFF0000FFu);
     EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));
+}
+
+TEST(NSOpenGLContext, LeavesNoErrorWithoutASurfaceAndHasTheViewportOfItsFirst) {
+    HeadlessContext gl(32, 16);
+    const auto child = sharing(gl);
+    ASSERT_TRUE(child->makeCurrentContext());
+    clearTo(1, 0, 0);
+    EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));
+    EXPECT_EQ(child->drawableSize().width, 0.0);
+    child->setView(gl.view());
+    GLint viewport[4] = {};
+    glGetIntegerv(GL_VIEWPORT, viewport);
+    EXPECT_TRUE(viewport[2] == 32 && viewport[3] == 16);
+    child->setView(nullptr);
 }
 
 TEST(NSOpenGLContext, SharesObjectsAndRecordOfTheDriverAndLivesAsLongAsItIsCurrent) {
@@ -73,6 +88,31 @@ TEST(NSOpenGLContext, IsHandedFromThreadToThread) {
     EXPECT_TRUE(got);
     EXPECT_TRUE(context->tryMakeCurrentContext()) << "a thread that ends gives back what it had";
     EXPECT_EQ(NSOpenGLContext::currentContext(), context);
+}
+
+namespace {
+
+class Leaving : public NSOpenGLView {
+public:
+    static inline std::string told;
+    ~Leaving() override { told += "ended"; }
+    void prepareOpenGL() override { removeFromSuperview(); }
+    void drawRect(CGRect) override { told += "drawn "; }
+};
+
+} // namespace
+
+TEST(NSOpenGLView, MayEndInItsSetUpHookAndTakesItsSurfaceFromAContextThatItGivesUp) {
+    HeadlessContext gl(8, 8);
+    auto window = NSInit(new NSWindow, CGRectMake(0, 0, 8, 8), 0);
+    window->setContentView(NSInit(new Leaving, CGRectMake(0, 0, 8, 8), gl.view()->pixelFormat()).get());
+    window->makeKeyAndOrderFront();
+    NSApplication::sharedApplication()->runStep(0.0);
+    EXPECT_EQ(Leaving::told, "drawn ended");
+
+    const auto former = NSRef<NSOpenGLContext>::retain(gl.context());
+    gl.view()->setOpenGLContext(sharing(gl).get());
+    EXPECT_EQ(former->view(), nullptr);
 }
 
 TEST(NSOpenGLContext, TellsTheLogOfFaultsWhenAskedTo) {

@@ -107,6 +107,8 @@ public:
         pipeline->takeCalls();
     }
     ~Stage() {
+        if (!view)
+            return; // ended by the test
         view->stopRender();
         view->releaseResources();
         window->close();

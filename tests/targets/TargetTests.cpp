@@ -1,4 +1,8 @@
 // SPDX-License-Identifier: MIT
+#include <VX_OpenGL64/camera/VX_GLCamera.h>
+#include <VX_OpenGL64/shaders/VX_FragmentShader.h>
+#include <VX_OpenGL64/shaders/VX_Program.h>
+#include <VX_OpenGL64/shaders/VX_VertexShader.h>
 #include <VX_OpenGL64/targets/VX_GLRenderTarget.h>
 #include <VX_OpenGL64/targets/VX_GLVBOIndex.h>
 #include <VX_OpenGL64/targets/VX_GLVBOVertex.h>
@@ -122,8 +126,10 @@ TEST(VX_GLRenderTarget, MakesItsDepthAttachmentOrNone) {
     EXPECT_EQ(attached(target, GL_DEPTH_ATTACHMENT_EXT), ints(GL_TEXTURE, depth));
     EXPECT_EQ(boundTexture(GL_TEXTURE_2D),
               ints(GL_CLAMP, GL_CLAMP, GL_NEAREST, GL_NEAREST, GL_INTENSITY, 20, 10, GL_DEPTH_COMPONENT24));
+    glBindRenderbufferEXT(GL_RENDERBUFFER_EXT, depth); // another target's, of the same name
     target.FreeTextures();
     EXPECT_TRUE(target.m_DepthBuffer == 0 && glIsTexture(depth)) << "taken for a renderbuffer, it lives on";
+    EXPECT_TRUE(glIsRenderbufferEXT(depth));
 
     target.SetResolution(0, 0); // not complete
     for (const auto create : {&Target::CreateFrameBuffer, &Target::CreateFrameBufferDepthTexture2D}) {
@@ -231,4 +237,34 @@ TEST(VX_GLVBOTarget, VertexAndIndexDifferInNothingButTheTarget) {
                                     GL_ELEMENT_ARRAY_BUFFER_BINDING);
     checkOperations<VX_GLVBOIndex>(GL_ELEMENT_ARRAY_BUFFER, GL_ELEMENT_ARRAY_BUFFER_BINDING,
                                    GL_ARRAY_BUFFER_BINDING);
+}
+
+TEST(NoContextDeathTest, OperationsEndWithTheirNamesAndDeletionsAreToldAndLeftOut) {
+    LogCollector log;
+    HeadlessContext gl(8, 8);
+    VX_GLRenderTarget target;
+    {
+        VX_GLVBOIndex buffer;
+        Target dropped;
+        VX_FragmentShader shader;
+        for (VX_GLRenderTarget* each : {&target, static_cast<VX_GLRenderTarget*>(&dropped)}) {
+            each->SetResolution(4, 4);
+            each->CreateFrameBuffer();
+        }
+        shader.loadAndCompile("void main() {}");
+        NSOpenGLContext::clearCurrentContext();
+        target.FreeTextures();
+        ASSERT_NE(target.m_FrameBuffer, 0u);
+    }
+    EXPECT_EQ(log.count("VX_GLVBOIndex: OpenGL object 1 is not deleted"), 1);
+    EXPECT_EQ(log.count("VX_FragmentShader: OpenGL object"), 1);
+    EXPECT_EQ(log.count("VX_GLRenderTarget: OpenGL object"), 2);
+    EXPECT_EQ(log.count("is not deleted"), 4) << "one line for each";
+    NSLogSetSink(nullptr, nullptr);
+    EXPECT_DEATH(VX_GLVBOVertex(), "VX_GLVBOBase::VX_GLVBOBase: no OpenGL context");
+    EXPECT_DEATH(target.Bind(0), "VX_GLRenderTarget::Bind: no");
+    EXPECT_DEATH(VX_Program().set1f("x", 1), "VX_Program::set1f: no");
+    EXPECT_DEATH(VX_VertexShader().loadAndCompile(""), "VX_VertexShader::loadAndCompile: no");
+    EXPECT_DEATH(VX_GLCamera().SetCameraView(), "VX_GLCamera::SetCameraView: no");
+    gl.context()->makeCurrentContext();
 }

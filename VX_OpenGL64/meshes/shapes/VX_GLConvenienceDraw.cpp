@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <VX_OpenGL64/meshes/shapes/VX_GLConvenienceDraw.h>
 
+#include <VX_Platform/OpenGL/private/CurrentContext.h>
+
 #include <cmath>
 #include <limits>
 #include <memory>
@@ -41,16 +43,19 @@ int segmentsOf(float radius, int segments) {
 } // namespace
 
 void VX_GLConvenienceDraw::drawLine(const VXVector2& from, const VXVector2& to) {
+    VX_NEEDS_CONTEXT();
     const VXVector2 points[] = {from, to};
     drawVertices(2, points, GL_LINES, 2);
 }
 
 void VX_GLConvenienceDraw::drawLine(const VXVector3& from, const VXVector3& to) {
+    VX_NEEDS_CONTEXT();
     const VXVector3 points[] = {from, to};
     drawVertices(3, points, GL_LINES, 2);
 }
 
 void VX_GLConvenienceDraw::drawSolidCircle(const VXVector2& center, float radius, int segments) {
+    VX_NEEDS_CONTEXT();
     segments = segmentsOf(radius, segments);
     const std::unique_ptr<VXVector2[]> points(new VXVector2[static_cast<std::size_t>(segments) + 2]);
     points[0] = center;
@@ -65,6 +70,7 @@ void VX_GLConvenienceDraw::drawSolidCircle(const VXVector2& center, float radius
 }
 
 void VX_GLConvenienceDraw::drawSolidRect(CGRect rect, bool pixelCoordinates) {
+    VX_NEEDS_CONTEXT();
     const Edges e(rect);
     const VXVector2 positions[] = {
         {e.right, e.top}, {e.left, e.top}, {e.right, e.bottom}, {e.left, e.bottom}};
@@ -79,6 +85,7 @@ void VX_GLConvenienceDraw::drawSolidRect(CGRect rect, bool pixelCoordinates) {
 }
 
 void VX_GLConvenienceDraw::drawStrokedRect(const CGRect& rect) {
+    VX_NEEDS_CONTEXT();
     const Edges e(rect);
     const VXVector2 corners[] = {{e.left, e.top}, {e.right, e.top}, {e.right, e.bottom}, {e.left, e.bottom}};
     drawVertices(2, corners, GL_LINE_LOOP, 4);

@@ -17,7 +17,7 @@ void logShaderFailure(const char* line);
 bool compileShader(unsigned int& shader, std::string& failure, unsigned int type, const char* source,
                    const char* className, ShaderReport report = logShaderFailure);
 
-/// Deletes the shader, if there is one, and sets it to 0.
-void deleteShader(unsigned int& shader);
+/// Deletes the shader of that class, if there is one, and sets it to 0; without a context both stay.
+void deleteShader(unsigned int& shader, const char* className);
 
 } // namespace vx

@@ -94,8 +94,8 @@ public:
             window->sendEvent(NSEvent::eventWithFields(fieldsOf(event), window.get()));
     }
     void displaysChanged() override {
-        for (NSWindow* window : std::vector<NSWindow*>(NSApplication::sharedApplication()->windows()))
-            NSWindow::Internals::displaysChanged(window);
+        for (const NSRef<NSWindow>& window : presentWindows())
+            NSWindow::Internals::displaysChanged(window.get());
         NSNotificationCenter::defaultCenter()->postNotification(NSNotification::notificationWithName(
             NSApplicationDidChangeScreenParametersNotification, NSApplication::sharedApplication()));
     }

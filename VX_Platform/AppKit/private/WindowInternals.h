@@ -4,6 +4,8 @@
 #include <VX_Platform/AppKit/NSWindow.h>
 #include <VX_Platform/backends/Platform.h>
 
+#include <vector>
+
 /// The side of a window that the platform below it sees.
 struct NSWindow::Internals {
     std::shared_ptr<vx::Platform> platform;
@@ -15,3 +17,10 @@ struct NSWindow::Internals {
     static void focusChanged(NSWindow* window, bool key);
     static void displaysChanged(NSWindow* window);
 };
+
+namespace vx {
+
+/// The windows there are, retained, for a walk in which a host's code may end any of them.
+std::vector<NSRef<NSWindow>> presentWindows();
+
+} // namespace vx

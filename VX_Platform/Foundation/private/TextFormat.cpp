@@ -84,7 +84,10 @@ bool appendConversion(std::string& text, const std::string& conversion, const st
         case 'G':
         case 'a':
         case 'A':
-            appendOne(text, conversion, va_arg(arguments.list, double));
+            if (modifier == "L")
+                appendOne(text, conversion, va_arg(arguments.list, long double));
+            else
+                appendOne(text, conversion, va_arg(arguments.list, double));
             return true;
         case 's': {
             const char* bytes = va_arg(arguments.list, const char*);

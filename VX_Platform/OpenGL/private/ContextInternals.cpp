@@ -7,6 +7,8 @@
 #include <VX_Platform/OpenGL/private/DriverMessages.h>
 #include <VX_Platform/OpenGL/private/PixelFormatInternals.h>
 
+#include <epoxy/gl.h>
+
 #include <chrono>
 #include <utility>
 
@@ -68,11 +70,13 @@ bool NSOpenGLContext::Internals::needsBind() const {
 bool NSOpenGLContext::Internals::bind(bool isCurrent) {
     if (surfaceStale.exchange(false, std::memory_order_acq_rel))
         refreshSurface(isCurrent);
-    if (!driver->makeCurrent(context, surface ? surface->handle() : nullptr)) {
+    if (!driver->makeCurrent(context, drawable())) {
         if (!std::exchange(refusalLogged, true))
             NSLog("NSOpenGLContext::makeCurrentContext: %s", vx::GLDriver::lastError().c_str());
         return false;
     }
+    if (surface && spare)
+        leaveSpare();
     if (surface && appliedSwapInterval != swapInterval) {
         appliedSwapInterval = swapInterval;
         driver->setSwapInterval(appliedSwapInterval);
@@ -81,6 +85,25 @@ bool NSOpenGLContext::Internals::bind(bool isCurrent) {
     if (std::exchange(driverMessagesWanted, false))
         vx::logDriverMessages();
     return true;
+}
+
+vx::GLDriver::Handle NSOpenGLContext::Internals::drawable() {
+    if (surface)
+        return surface->handle();
+    if (!spare && driver->canMakePbuffers(config))
+        spare = driver->createPbuffer(config, 1, 1);
+    return spare;
+}
+
+// GL gives a context the viewport of the first surface it sees, and never another.
+void NSOpenGLContext::Internals::leaveSpare() {
+    GLint viewport[4] = {};
+    glGetIntegerv(GL_VIEWPORT, viewport);
+    if (viewport[2] == 1 && viewport[3] == 1) {
+        glViewport(0, 0, static_cast<int>(drawableSize.width), static_cast<int>(drawableSize.height));
+        glScissor(0, 0, static_cast<int>(drawableSize.width), static_cast<int>(drawableSize.height));
+    }
+    driver->destroySurface(std::exchange(spare, nullptr));
 }
 
 void NSOpenGLContext::Internals::setTarget(const Target& wanted) {

@@ -20,6 +20,8 @@ struct NSOpenGLContext::Internals {
     // Everything about the surface belongs to the thread that has the context current.
     std::shared_ptr<vx::Surface> surface;
     CGSize drawableSize;
+    // In its place where there is none, so that what a frame draws is no error; one pixel, of no use.
+    vx::GLDriver::Handle spare = nullptr;
     int appliedSwapInterval = -1;
     bool refusalLogged = false;
     // Set until the driver's messages have been connected with the log.
@@ -57,6 +59,8 @@ struct NSOpenGLContext::Internals {
     bool waitForTurn(std::unique_lock<std::mutex>& lock);
     bool needsBind() const;
     void refreshSurface(bool isCurrent);
+    vx::GLDriver::Handle drawable();
+    void leaveSpare();
     void setTarget(const Target& wanted);
 
     static Internals& of(const NSOpenGLContext* context) { return *context->m_Internals; }

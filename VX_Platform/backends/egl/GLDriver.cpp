@@ -105,6 +105,10 @@ GLDriver::Handle GLDriver::createWindowSurface(Handle config, unsigned long wind
     return surface;
 }
 
+bool GLDriver::canMakePbuffers(Handle config) const {
+    return (attribute(config, EGL_SURFACE_TYPE) & EGL_PBUFFER_BIT) != 0;
+}
+
 GLDriver::Handle GLDriver::createPbuffer(Handle config, int width, int height) const {
     const EGLint size[] = {EGL_WIDTH, std::max(width, 1), EGL_HEIGHT, std::max(height, 1), EGL_NONE};
     EGLSurface surface = eglCreatePbufferSurface(m_Display, config, size);

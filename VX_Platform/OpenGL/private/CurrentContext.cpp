@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#include <VX_Platform/OpenGL/private/CurrentContext.h>
+
+#include <VX_Platform/Foundation/NSLog.h>
+#include <VX_Platform/backends/GLDriver.h>
+
+#include <string>
+
+namespace {
+
+// "VX_Program::set1f" of "void VX_Program::set1f(const char*, float)".
+std::string nameOf(const std::string& function) {
+    const std::string head = function.substr(0, function.find('('));
+    return head.substr(head.find_last_of(" *&") + 1);
+}
+
+} // namespace
+
+void vx::needContext(const char* function) {
+    if (!GLDriver::anyContextIsCurrent())
+        fatal("%s: no OpenGL context is current on this thread", nameOf(function).c_str());
+}
+
+void vx::needContext(const char* className, const char* operation) {
+    if (!GLDriver::anyContextIsCurrent())
+        needContext((std::string(className) + "::" + operation).c_str());
+}
+
+bool vx::mayDelete(const char* className, unsigned name) {
+    if (GLDriver::anyContextIsCurrent())
+        return true;
+    NSLog("%s: OpenGL object %u is not deleted, since no context is current on this thread", className, name);
+    return false;
+}

@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+namespace vx {
+
+/// Ends the process with the operation's name unless a GL context of whatever owner is current on the calling
+/// thread. `function` is what the compiler calls it at length.
+void needContext(const char* function);
+/// The same for an operation that is told by two names.
+void needContext(const char* className, const char* operation);
+/// Whether a GL object of that name may be deleted. Without a current context it must stay, which the log
+/// tells; it goes with its last context.
+bool mayDelete(const char* className, unsigned name);
+
+} // namespace vx
+
+/// At the top of an operation that makes GL calls.
+#define VX_NEEDS_CONTEXT() ::vx::needContext(__PRETTY_FUNCTION__)
