@@ -95,6 +95,11 @@ void NSApplication::stop() {
         platform->wake();
 }
 
+void NSApplication::setKeepsScreenOn(bool keep) {
+    if (const auto platform = vx::runningPlatform())
+        platform->keepScreenOn(keep);
+}
+
 void NSApplication::terminatePlatform() {
     vx::endPlatform();
 }

@@ -13,6 +13,14 @@ class NSWindow;
 inline constexpr const char* NSApplicationDidChangeScreenParametersNotification =
     "NSApplicationDidChangeScreenParametersNotification";
 
+/// Posted with the application as its object when the X server has gone, or another client has ended the
+/// connection to it: once, from the run loop, after all views have stopped drawing
+/// (`VX_GLMainView::stopRender` still calls their pipelines' teardown, and needs no more time than at other
+/// times). The windows close behind it, so `run` returns. A host may go on without windows, but not begin
+/// anew with X11.
+inline constexpr const char* NSApplicationDidLoseWindowServerNotification =
+    "NSApplicationDidLoseWindowServerNotification";
+
 /// The process's application: which platform it runs on, and the main thread's run loop.
 class VX_EXPORT NSApplication : public NSObject {
 public:
@@ -58,6 +66,10 @@ public:
     /// Ends `run` after its present step. Any thread.
     void stop();
     bool isRunning() const { return m_Running; }
+
+    /// Keeps the screen saver, and the display's going dark, off while `keep`; at first the user's settings
+    /// hold. Starts the platform if need be; nothing on the headless one. Main thread.
+    void setKeepsScreenOn(bool keep);
 
     /// Ends the platform, once windows, views and contexts are gone; a later start begins anew. Main thread.
     void terminatePlatform();

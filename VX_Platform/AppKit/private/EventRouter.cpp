@@ -54,6 +54,7 @@ NSEvent::Fields fieldsOf(const InputEvent& event) {
     fields.type = typeOf(event);
     fields.key = event.key;
     fields.isRepeat = event.isRepeat;
+    fields.characters = event.text;
     fields.modifiers = event.modifiers;
     fields.location = event.location;
     fields.button = event.button < 0 ? 0 : event.button;
@@ -69,6 +70,19 @@ NSRef<NSWindow> ownerOf(const WindowBackend& backend) {
         if (NSWindow::Internals::backendOf(window) == &backend)
             return NSRef<NSWindow>::retain(window);
     return {};
+}
+
+void post(const char* name) {
+    NSNotificationCenter::defaultCenter()->postNotification(
+        NSNotification::notificationWithName(name, NSApplication::sharedApplication()));
+}
+
+// Retained, since what one is told may end another.
+std::vector<NSRef<NSWindow>> allWindows() {
+    std::vector<NSRef<NSWindow>> windows;
+    for (NSWindow* window : NSApplication::sharedApplication()->windows())
+        windows.push_back(NSRef<NSWindow>::retain(window));
+    return windows;
 }
 
 class EventRouter : public PlatformEvents {
@@ -94,10 +108,17 @@ public:
             window->sendEvent(NSEvent::eventWithFields(fieldsOf(event), window.get()));
     }
     void displaysChanged() override {
-        for (NSWindow* window : std::vector<NSWindow*>(NSApplication::sharedApplication()->windows()))
-            NSWindow::Internals::displaysChanged(window);
-        NSNotificationCenter::defaultCenter()->postNotification(NSNotification::notificationWithName(
-            NSApplicationDidChangeScreenParametersNotification, NSApplication::sharedApplication()));
+        for (const NSRef<NSWindow>& window : allWindows())
+            NSWindow::Internals::displaysChanged(window.get());
+        post(NSApplicationDidChangeScreenParametersNotification);
+    }
+    void serverEnded() override {
+        const std::vector<NSRef<NSWindow>> windows = allWindows();
+        for (const NSRef<NSWindow>& window : windows)
+            NSWindow::Internals::serverEnded(window.get());
+        post(NSApplicationDidLoseWindowServerNotification);
+        for (const NSRef<NSWindow>& window : windows)
+            window->close();
     }
 };
 
