@@ -97,7 +97,7 @@ TEST(Window, HandsKeysAndMouseThroughTheViewToTheHost) {
     Stage stage(Stage::Draws::byItself, {200, 150});
     auto view = NSInit(new Keys, CGRectMake(0, 0, 200, 150), nullptr);
     stage.window->setContentView(view.get());
-    stage.window->makeKeyAndOrderFront();
+    view->addSubview(stage.view.get());
     stage.window->setTitle("Input");
     X11Input input;
     ASSERT_TRUE(runUntil([&] { return !input.windows("Input").empty(); }));
