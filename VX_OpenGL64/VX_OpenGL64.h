@@ -41,6 +41,7 @@
 #include <VX_OpenGL64/targets/VX_GLVBOVertex.h>
 #include <VX_Platform/AppKit/NSAlert.h>
 #include <VX_Platform/AppKit/NSApplication.h>
+#include <VX_Platform/AppKit/NSCursor.h>
 #include <VX_Platform/AppKit/NSEvent.h>
 #include <VX_Platform/AppKit/NSResponder.h>
 #include <VX_Platform/AppKit/NSView.h>

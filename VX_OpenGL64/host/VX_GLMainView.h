@@ -93,6 +93,8 @@ public:
     /// swap interval of 1, initialises the children and starts drawing. Nothing without a context. Host's
     /// thread. GL: glHint (for the clip volume only where the driver has it), then those of `startRender`.
     void prepareOpenGL() override;
+    /// Stops the drawing, as `stopRenderThread` does.
+    void windowServerDidEnd() override { stopRenderThread(); }
 
     /// Makes the view's context current and calls `initialization` of each child.
     void initChildShardedViews();

@@ -104,6 +104,11 @@ void NSApplication::stop() {
         platform->wake();
 }
 
+void NSApplication::setKeepsScreenOn(bool keep) {
+    if (const auto platform = vx::runningPlatform())
+        platform->keepScreenOn(keep);
+}
+
 bool NSApplication::terminatePlatform() {
     if (!m_Windows.empty()) {
         NSLog("NSApplication::terminatePlatform: %zu windows are still there; release them first",

@@ -13,6 +13,14 @@ class NSWindow;
 inline constexpr const char* NSApplicationDidChangeScreenParametersNotification =
     "NSApplicationDidChangeScreenParametersNotification";
 
+/// Posted with the application as its object when the X server has gone, or another client has ended the
+/// connection to it: once, from the run loop, after all views have stopped drawing
+/// (`VX_GLMainView::stopRender` still calls their pipelines' teardown, and needs no more time than at other
+/// times). The windows close behind it, so `run` returns. A host may go on without windows, but not begin
+/// anew with X11.
+inline constexpr const char* NSApplicationDidLoseWindowServerNotification =
+    "NSApplicationDidLoseWindowServerNotification";
+
 /// The process's application: which platform it runs on, and the main thread's run loop.
 class VX_EXPORT NSApplication : public NSObject {
 public:
@@ -59,6 +67,10 @@ public:
     /// Ends the innermost `run` after its present step, or the next one before its first. Any thread.
     void stop();
     bool isRunning() const { return m_Running; }
+
+    /// Keeps the screen saver, and the display's going dark, off while `keep`; at first the user's settings
+    /// hold. Starts the platform if need be; nothing on the headless one. Main thread.
+    void setKeepsScreenOn(bool keep);
 
     /// Ends the platform, once views and contexts are gone; a later start begins anew. Main thread. False,
     /// with one line in the log, and without effect while there are windows.

@@ -6,6 +6,7 @@
 
 #include <string>
 
+class NSString;
 class NSWindow;
 
 /// What happened. Drags and moves are told apart: a motion with a button down is a drag of that button.
@@ -63,6 +64,8 @@ public:
         /// Unicode code point of the key without modifiers in lower case, or an `NSKey`.
         unsigned key = 0;
         bool isRepeat = false;
+        /// UTF-8.
+        std::string characters;
         /// `NSEventModifierFlags`.
         unsigned modifiers = 0;
         /// Pixels from the top left of the window's content.
@@ -83,6 +86,11 @@ public:
     NSEventType type() const { return m_Fields.type; }
     NSWindow* window() const { return m_Window; }
     unsigned key() const { return m_Fields.key; }
+    /// What the key types, by the keyboard's layout and with the modifiers held, in upper case with shift for
+    /// example; borrowed, autoreleased. Empty for a key that types nothing (`NSReturnKey` and other controls,
+    /// keys with control, alternate or command held, accents that wait for a letter) and for every type but
+    /// `NSKeyDown`.
+    NSString* characters() const;
     bool isARepeat() const { return m_Fields.isRepeat; }
     unsigned modifierFlags() const { return m_Fields.modifiers; }
     CGPoint locationInWindow() const { return m_Fields.location; }

@@ -52,6 +52,11 @@ void NSView::tellDisplayChange() {
     forEachSubview([](NSView* view) { view->tellDisplayChange(); });
 }
 
+void NSView::tellServerEnd() {
+    windowServerDidEnd();
+    forEachSubview([](NSView* view) { view->tellServerEnd(); });
+}
+
 CGRect NSView::frameInWindow() const {
     CGRect frame = m_Frame;
     for (const NSView* parent = m_Superview; parent; parent = parent->m_Superview) {

@@ -63,6 +63,8 @@ public:
     virtual void frameDidChange() {}
     /// Hook: the window may be on another display now, or its display may have another rate.
     virtual void displayDidChange() {}
+    /// Hook: the window system has gone, and what the view draws is shown no more.
+    virtual void windowServerDidEnd() {}
 
     /// Returns the parent, or for the content view the window.
     NSResponder* nextResponder() const override;
@@ -75,6 +77,8 @@ public:
     void moveToWindow(NSWindow* window);
     /// For `NSWindow`: calls `displayDidChange` of this view and those inside it.
     void tellDisplayChange();
+    /// The same for `windowServerDidEnd`.
+    void tellServerEnd();
 
 protected:
     ~NSView() override = default;

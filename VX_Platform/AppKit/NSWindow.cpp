@@ -188,6 +188,11 @@ void NSWindow::Internals::displaysChanged(NSWindow* window) {
         window->m_ContentView->tellDisplayChange();
 }
 
+void NSWindow::Internals::serverEnded(NSWindow* window) {
+    if (const NSRef<NSView> content = NSRef<NSView>::retain(window->m_ContentView))
+        content->tellServerEnd();
+}
+
 NSResponder* NSWindow::receiverOf(NSEvent* event) {
     switch (event->type()) {
         case NSKeyDown:

@@ -82,6 +82,10 @@ public:
     virtual void handleEvents(double seconds) = 0;
     /// Ends a wait in `handleEvents`. Any thread.
     virtual void wake() = 0;
+    /// Keeps the screen saver off, or leaves it to the user again. Main thread only.
+    virtual void keepScreenOn(bool keep) {}
+    /// Whether the pointer is seen over the windows. Main thread only.
+    virtual void showPointer(bool show) {}
 
     /// Plugs a virtual display in, or changes the one of that name; false where displays are real. Main
     /// thread only.

@@ -3,6 +3,8 @@
 
 #include <VX_Platform/CoreGraphics/CGGeometry.h>
 
+#include <string>
+
 namespace vx {
 
 class WindowBackend;
@@ -37,6 +39,8 @@ struct InputEvent {
     Kind kind = Kind::motion;
     /// Code point of the key without modifiers in lower case, or a `Key`.
     unsigned key = 0;
+    /// UTF-8 of what the key types.
+    std::string text;
     bool isRepeat = false;
     unsigned modifiers = 0;
     /// Pixels from the top left of the window's content.
@@ -62,6 +66,8 @@ public:
     virtual void input(WindowBackend& window, const InputEvent& event) = 0;
     /// A display has come, gone, moved or changed its rate.
     virtual void displaysChanged() = 0;
+    /// The window system has gone, and all windows with it. Told once.
+    virtual void serverEnded() = 0;
 };
 
 } // namespace vx

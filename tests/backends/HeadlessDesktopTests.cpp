@@ -29,6 +29,7 @@ public:
     void windowEnded(vx::WindowBackend& window) override { note(window, "ended"); }
     void input(vx::WindowBackend&, const vx::InputEvent&) override {}
     void displaysChanged() override { m_Told += "displays; "; }
+    void serverEnded() override {}
 
 private:
     void note(const vx::WindowBackend& window, const std::string& what) {

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <VX_OpenGL64/host/VX_GLHost.h>
 #include <VX_Platform/AppKit/NSEvent.h>
+#include <VX_Platform/Foundation/NSDate.h>
 #include <VX_Platform/Foundation/NSNotificationCenter.h>
+#include <VX_Platform/Foundation/NSString.h>
 #include <VX_Platform/Foundation/NSTimer.h>
 #include <tests/support/Pixels.h>
 #include <tests/support/ScriptedPipeline.h>
@@ -11,6 +13,7 @@
 
 // Behind the others: its macros take common words.
 #include <X11/Xlib.h>
+#include <X11/Xutil.h>
 #include <X11/keysym.h>
 
 using namespace vx::test;
@@ -85,18 +88,22 @@ TEST(Window, HandsKeysAndMouseThroughTheViewToTheHost) {
         using VX_GLMainView::initWithFrame;
         void keyDown(NSEvent* event) override { last = NSRef<NSEvent>::retain(event); }
         void mouseDown(NSEvent* event) override { keyDown(event); }
+        void mouseUp(NSEvent* event) override { keyDown(event); }
+        void mouseDragged(NSEvent* event) override { keyDown(event); }
+        void mouseMoved(NSEvent* event) override { keyDown(event); }
         void otherMouseDown(NSEvent* event) override { keyDown(event); }
         NSRef<NSEvent> last;
     };
     Stage stage(Stage::Draws::byItself, {200, 150});
     auto view = NSInit(new Keys, CGRectMake(0, 0, 200, 150), nullptr);
     stage.window->setContentView(view.get());
-    stage.window->makeKeyAndOrderFront();
+    view->addSubview(stage.view.get());
     stage.window->setTitle("Input");
     X11Input input;
     ASSERT_TRUE(runUntil([&] { return !input.windows("Input").empty(); }));
     const auto shown = input.windows("Input").front();
-    input.click(shown.x + 60, shown.y + 40);
+    input.moveTo(shown.x + 60, shown.y + 40);
+    input.hold();
     const auto comes = [&](NSEventType type, unsigned key) {
         return runUntil([&] {
             return view->last && view->last->type() == type &&
@@ -106,6 +113,20 @@ TEST(Window, HandsKeysAndMouseThroughTheViewToTheHost) {
     EXPECT_TRUE(comes(NSLeftMouseDown, 0));
     EXPECT_NEAR(view->last->locationInWindow().x, 60.0, 1.0);
     EXPECT_NEAR(view->last->locationInWindow().y, 40.0, 1.0);
+    input.moveTo(shown.x + 500, shown.y + 400);
+    EXPECT_TRUE(runUntil([&] { return view->last->locationInWindow().x > 499.0; }));
+    input.letGo();
+    EXPECT_TRUE(comes(NSLeftMouseUp, 0)) << "outside the window";
+    input.moveTo(shown.x + 70, shown.y + 40);
+    EXPECT_TRUE(comes(NSMouseMoved, 0)) << "a drag no more";
+    input.press(XK_a, XK_Shift_L);
+    EXPECT_TRUE(comes(NSKeyDown, 'a'));
+    EXPECT_STREQ(view->last->characters()->UTF8String(), "A");
+    input.press(XK_KP_Multiply);
+    EXPECT_TRUE(comes(NSKeyDown, '*'));
+    input.press(XK_KP_Home);
+    EXPECT_TRUE(comes(NSKeyDown, NSHomeFunctionKey));
+    EXPECT_STREQ(view->last->characters()->UTF8String(), "");
     input.press(XK_Escape);
     EXPECT_TRUE(comes(NSKeyDown, NSEscapeKey));
     input.press(XK_F5, XK_Shift_L);
@@ -114,6 +135,17 @@ TEST(Window, HandsKeysAndMouseThroughTheViewToTheHost) {
     input.click(shown.x + 60, shown.y + 40, 2);
     EXPECT_TRUE(comes(NSOtherMouseDown, 0));
     EXPECT_EQ(view->last->buttonNumber(), 2);
+    Display* other = XOpenDisplay(nullptr);
+    const auto isFixed = [&] {
+        XSizeHints hints;
+        long given = 0;
+        return XGetWMNormalHints(other, shown.id, &hints, &given) && hints.min_width == hints.max_width;
+    };
+    for (const unsigned mask : {0u, unsigned(NSResizableWindowMask)}) {
+        stage.window->setStyleMask(mask);
+        EXPECT_TRUE(runUntil([&] { return isFixed() == (mask == 0); }));
+    }
+    XCloseDisplay(other);
     input.close(shown);
     EXPECT_TRUE(runUntil([&] { return stage.window->isClosed(); }));
 }
@@ -141,6 +173,65 @@ TEST(Window, GivesAViewToAWindowOfAnotherToolkit) {
     XWindowAttributes attributes;
     EXPECT_TRUE(XGetWindowAttributes(other, foreign, &attributes)) << "it stays its owner's";
     XCloseDisplay(other);
+}
+
+TEST(Window, ThatAnotherClientEndsClosesAndTheProcessLives) {
+    Display* other = XOpenDisplay(nullptr);
+    const auto end = [other](::Window window) {
+        XDestroyWindow(other, window);
+        XSync(other, False);
+    };
+    Stage stage(Stage::Draws::byItself, {100, 100});
+    end(stage.window->nativeWindow().handle);
+    EXPECT_TRUE(runUntil([&] { return stage.window->isClosed(); }));
+    stage.window->setFrame(CGRectMake(5, 5, 50, 50));
+
+    const ::Window foreign = XCreateSimpleWindow(other, DefaultRootWindow(other), 0, 0, 90, 90, 0, 0, 0);
+    XSync(other, False);
+    const auto gone = NSRef<NSWindow>::adopt((new NSWindow)->initWithX11Window(foreign));
+    end(foreign);
+    LogCollector log;
+    gone->setContentView(stage.view.get());
+    EXPECT_EQ(log.count("is gone; its view has nothing to draw to"), 1);
+    EXPECT_TRUE(runUntil([&] { return gone->isClosed(); }));
+    stage.view->stopRender();
+
+    stage.window = NSInit(new NSWindow, CGRectMake(0, 0, 50, 50), 0);
+    stage.view->setFrame(CGRectMake(0, 0, 40000, 40000));
+    stage.window->contentView()->addSubview(stage.view.get());
+    EXPECT_EQ(log.count("is drawn as far as 16384"), 1) << "the server lives on too";
+    XCloseDisplay(other);
+}
+
+// Both ways of a host: in the run loop when the server ends, and busy with its own work.
+class ServerEnd : public testing::TestWithParam<bool> {};
+INSTANTIATE_TEST_SUITE_P(Window, ServerEnd, testing::Values(false, true));
+
+TEST_P(ServerEnd, IsToldToTheHostWhichEndsInOrder) {
+    int told = 0;
+    NSNotificationCenter::defaultCenter()->addObserver(
+        &told, [&](NSNotification*) { ++told; }, NSApplicationDidLoseWindowServerNotification, nullptr);
+    std::atomic<int> frames{0};
+    {
+        Stage stage(Stage::Draws::byItself, {100, 100});
+        fill(stage, frames, 0, 1, 0);
+        ASSERT_TRUE(runUntil([&] { return frames > 5; }));
+        kill(std::atoi(std::getenv("XVFB_PID")), SIGKILL);
+        if (GetParam())
+            std::this_thread::sleep_for(std::chrono::milliseconds(500));
+        const double start = NSDate::timeIntervalSinceReferenceDate();
+        NSApplication::sharedApplication()->run();
+        EXPECT_EQ(told, 1);
+        EXPECT_TRUE(stage.window->isClosed() && !stage.view->displayLink());
+        stage.view->stopRender();
+        EXPECT_LT(NSDate::timeIntervalSinceReferenceDate() - start, 2.0);
+        EXPECT_NE(stage.pipeline->takeCalls().find("stop"), std::string::npos);
+        stage.view->startRender();
+    }
+    EXPECT_FALSE(NSInit(new NSWindow, CGRectMake(0, 0, 9, 9), 0));
+    NSApplication::sharedApplication()->terminatePlatform();
+    EXPECT_FALSE(NSApplication::sharedApplication()->finishLaunching());
+    NSNotificationCenter::defaultCenter()->removeObserver(&told);
 }
 
 TEST(Window, ClosesWithTheViewStillDrawingAndEndsTheRunLoop) {

@@ -82,11 +82,23 @@ void X11Input::press(std::uint32_t keysym, std::uint32_t held) {
         fake(XCB_KEY_RELEASE, keycode(held), 0, 0);
 }
 
-void X11Input::drag(int fromX, int fromY, int toX, int toY, int button) {
-    fake(XCB_MOTION_NOTIFY, 0, fromX, fromY);
+void X11Input::moveTo(int x, int y) {
+    fake(XCB_MOTION_NOTIFY, 0, x, y);
+}
+
+void X11Input::hold(int button) {
     fake(XCB_BUTTON_PRESS, button, 0, 0);
-    fake(XCB_MOTION_NOTIFY, 0, toX, toY);
+}
+
+void X11Input::letGo(int button) {
     fake(XCB_BUTTON_RELEASE, button, 0, 0);
+}
+
+void X11Input::drag(int fromX, int fromY, int toX, int toY, int button) {
+    moveTo(fromX, fromY);
+    hold(button);
+    moveTo(toX, toY);
+    letGo(button);
 }
 
 void X11Input::close(const Window& window) {

@@ -28,8 +28,11 @@ public:
     std::vector<Window> windows(const std::string& title);
     /// Presses and releases the first key that has the keysym, with another one held down if that is not 0.
     void press(std::uint32_t keysym, std::uint32_t held = 0);
-    /// Presses a button of X (1 left, 2 middle, 3 right) at one point on the screen and releases it at
-    /// another.
+    /// Moves the pointer to a point on the screen; presses and releases a button of X (1 left, 2 middle, 3
+    /// right) where it is.
+    void moveTo(int x, int y);
+    void hold(int button = 1);
+    void letGo(int button = 1);
     void drag(int fromX, int fromY, int toX, int toY, int button = 1);
     void click(int x, int y, int button = 1) { drag(x, y, x, y, button); }
     /// Asks the window to close, as a window manager does.

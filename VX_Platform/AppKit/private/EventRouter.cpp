@@ -54,6 +54,7 @@ NSEvent::Fields fieldsOf(const InputEvent& event) {
     fields.type = typeOf(event);
     fields.key = event.key;
     fields.isRepeat = event.isRepeat;
+    fields.characters = event.text;
     fields.modifiers = event.modifiers;
     fields.location = event.location;
     fields.button = event.button < 0 ? 0 : event.button;
@@ -69,6 +70,11 @@ NSRef<NSWindow> ownerOf(const WindowBackend& backend) {
         if (NSWindow::Internals::backendOf(window) == &backend)
             return NSRef<NSWindow>::retain(window);
     return {};
+}
+
+void post(const char* name) {
+    NSNotificationCenter::defaultCenter()->postNotification(
+        NSNotification::notificationWithName(name, NSApplication::sharedApplication()));
 }
 
 class EventRouter : public PlatformEvents {
@@ -96,8 +102,15 @@ public:
     void displaysChanged() override {
         for (const NSRef<NSWindow>& window : presentWindows())
             NSWindow::Internals::displaysChanged(window.get());
-        NSNotificationCenter::defaultCenter()->postNotification(NSNotification::notificationWithName(
-            NSApplicationDidChangeScreenParametersNotification, NSApplication::sharedApplication()));
+        post(NSApplicationDidChangeScreenParametersNotification);
+    }
+    void serverEnded() override {
+        const std::vector<NSRef<NSWindow>> windows = presentWindows();
+        for (const NSRef<NSWindow>& window : windows)
+            NSWindow::Internals::serverEnded(window.get());
+        post(NSApplicationDidLoseWindowServerNotification);
+        for (const NSRef<NSWindow>& window : windows)
+            window->close();
     }
 };
 

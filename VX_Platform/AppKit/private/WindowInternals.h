@@ -16,6 +16,7 @@ struct NSWindow::Internals {
     static void frameChanged(NSWindow* window, CGRect frame);
     static void focusChanged(NSWindow* window, bool key);
     static void displaysChanged(NSWindow* window);
+    static void serverEnded(NSWindow* window);
 };
 
 namespace vx {

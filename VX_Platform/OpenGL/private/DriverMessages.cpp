@@ -3,9 +3,46 @@
 
 #include <VX_Platform/Foundation/NSLog.h>
 
+#include <VX_Platform/Foundation/private/Clock.h>
+
 #include <epoxy/gl.h>
 
+#include <map>
+#include <mutex>
+#include <string>
+
 namespace {
+
+// A fault in a hook comes with each frame.
+constexpr std::uint64_t kQuietTime = 60 * vx::Clock::kSecond;
+constexpr std::size_t kMostTexts = 256;
+
+class Folder {
+public:
+    // Logs a text when it is new, and then once a minute at most.
+    void log(const std::string& text) {
+        std::lock_guard guard(m_Lock);
+        const std::uint64_t now = vx::Clock::current().now();
+        if (m_Known.size() >= kMostTexts)
+            m_Known.clear();
+        const auto [known, isNew] = m_Known.try_emplace(text, Repeats{now, 0});
+        Repeats& repeats = known->second;
+        if (isNew)
+            NSLog("OpenGL %s", text.c_str());
+        else if (++repeats.count; now - repeats.logged >= kQuietTime) {
+            NSLog("OpenGL %s (%d times more)", text.c_str(), repeats.count);
+            repeats = {now, 0};
+        }
+    }
+
+private:
+    struct Repeats {
+        std::uint64_t logged;
+        int count;
+    };
+    std::mutex m_Lock;
+    std::map<std::string, Repeats> m_Known;
+};
 
 const char* kindOf(GLenum type) {
     switch (type) {
@@ -28,7 +65,9 @@ void GLAPIENTRY toLog(GLenum, GLenum type, GLuint id, GLenum severity, GLsizei l
                       const void*) {
     if (severity == GL_DEBUG_SEVERITY_NOTIFICATION || severity == GL_DEBUG_SEVERITY_LOW)
         return;
-    NSLog("OpenGL %s %u: %.*s", kindOf(type), id, static_cast<int>(length), text);
+    static auto* folder = new Folder;
+    const std::size_t size = length < 0 ? std::char_traits<char>::length(text) : std::size_t(length);
+    folder->log(kindOf(type) + (" " + std::to_string(id)) + ": " + std::string(text, size));
 }
 
 } // namespace

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include <VX_Platform/backends/x11/SDLInput.h>
 
+#include <VX_Platform/backends/x11/KeyText.h>
 #include <VX_Platform/backends/x11/SDLWindow.h>
 
 #include <SDL.h>
 
+#include <algorithm>
 #include <map>
+#include <vector>
 
 namespace vx {
 
@@ -16,30 +19,79 @@ unsigned modifiersOf(int held) {
            (held & KMOD_ALT ? kAlternate : 0u) | (held & KMOD_GUI ? kCommand : 0u);
 }
 
-unsigned keyOf(SDL_Keycode code) {
+// What the keypad's keys are while it types no numbers.
+SDL_Keycode withoutNumbers(SDL_Keycode code) {
+    static const std::map<SDL_Keycode, SDL_Keycode> moves = {
+        {SDLK_KP_0, SDLK_INSERT},     {SDLK_KP_1, SDLK_END},  {SDLK_KP_2, SDLK_DOWN},
+        {SDLK_KP_3, SDLK_PAGEDOWN},   {SDLK_KP_4, SDLK_LEFT}, {SDLK_KP_6, SDLK_RIGHT},
+        {SDLK_KP_7, SDLK_HOME},       {SDLK_KP_8, SDLK_UP},   {SDLK_KP_9, SDLK_PAGEUP},
+        {SDLK_KP_PERIOD, SDLK_DELETE}};
+    const auto found = moves.find(code);
+    return found == moves.end() ? code : found->second;
+}
+
+unsigned namedKey(SDL_Keycode code) {
     static const std::map<SDL_Keycode, Key> named = {
         {SDLK_UP, Key::upArrow},       {SDLK_DOWN, Key::downArrow}, {SDLK_LEFT, Key::leftArrow},
         {SDLK_RIGHT, Key::rightArrow}, {SDLK_INSERT, Key::insert},  {SDLK_DELETE, Key::deleteForward},
         {SDLK_HOME, Key::home},        {SDLK_END, Key::end},        {SDLK_PAGEUP, Key::pageUp},
         {SDLK_PAGEDOWN, Key::pageDown}};
-    if (code == SDLK_KP_ENTER)
-        return '\r';
     if (const auto found = named.find(code); found != named.end())
         return static_cast<unsigned>(found->second);
-    if (code >= SDLK_F1 && code <= SDLK_F12)
-        return static_cast<unsigned>(Key::f1) + static_cast<unsigned>(code - SDLK_F1);
+    const bool isFunction = code >= SDLK_F1 && code <= SDLK_F12;
+    return isFunction ? static_cast<unsigned>(Key::f1) + static_cast<unsigned>(code - SDLK_F1) : 0;
+}
+
+bool isNamed(unsigned key) {
+    return key >= static_cast<unsigned>(Key::upArrow) && key <= static_cast<unsigned>(Key::pageDown);
+}
+
+// The character on a key of the keypad, 0 for other keys.
+unsigned keypadCharacter(SDL_Keycode code) {
+    static const std::map<SDL_Keycode, char> characters = {
+        {SDLK_KP_0, '0'},      {SDLK_KP_1, '1'},        {SDLK_KP_2, '2'},      {SDLK_KP_3, '3'},
+        {SDLK_KP_4, '4'},      {SDLK_KP_5, '5'},        {SDLK_KP_6, '6'},      {SDLK_KP_7, '7'},
+        {SDLK_KP_8, '8'},      {SDLK_KP_9, '9'},        {SDLK_KP_PERIOD, '.'}, {SDLK_KP_COMMA, ','},
+        {SDLK_KP_DIVIDE, '/'}, {SDLK_KP_MULTIPLY, '*'}, {SDLK_KP_MINUS, '-'},  {SDLK_KP_PLUS, '+'},
+        {SDLK_KP_EQUALS, '='}, {SDLK_KP_ENTER, '\r'}};
+    const auto found = characters.find(code);
+    return found == characters.end() ? 0 : static_cast<unsigned>(found->second);
+}
+
+unsigned keyOf(SDL_Keycode code, int held) {
+    const bool numbers = bool(held & KMOD_NUM) != bool(held & KMOD_SHIFT);
+    if (!numbers)
+        code = withoutNumbers(code);
+    if (const unsigned named = namedKey(code))
+        return named;
+    if (const unsigned character = keypadCharacter(code))
+        return character;
     // SDL's codes are the characters themselves but for keys that have none.
     const bool isCharacter = (code & SDLK_SCANCODE_MASK) == 0;
     return isCharacter ? static_cast<unsigned>(code) : 0;
 }
 
-InputEvent fromKey(const SDL_KeyboardEvent& key) {
+std::string textOfKey(const SDL_Keysym& key, _XDisplay* keyboard) {
+    const int held = key.mod;
+    const unsigned character = keyOf(key.sym, held);
+    const bool types = character >= ' ' && character != 0x7f && !isNamed(character);
+    if (!types || (held & (KMOD_CTRL | KMOD_LALT | KMOD_GUI)))
+        return {};
+    if (keypadCharacter(key.sym))
+        return std::string(1, static_cast<char>(character));
+    return textOf(keyboard, {character, (held & KMOD_SHIFT) != 0, (held & KMOD_CAPS) != 0,
+                             (held & (KMOD_RALT | KMOD_MODE)) != 0});
+}
+
+InputEvent fromKey(const SDL_KeyboardEvent& key, _XDisplay* keyboard) {
     InputEvent event;
     event.kind = key.type == SDL_KEYDOWN ? InputEvent::Kind::keyDown : InputEvent::Kind::keyUp;
-    event.key = keyOf(key.keysym.sym);
+    event.key = keyOf(key.keysym.sym, key.keysym.mod);
     event.isRepeat = key.repeat != 0;
     // As they were at the key; by now they may have been let go.
     event.modifiers = modifiersOf(key.keysym.mod);
+    if (event.kind == InputEvent::Kind::keyDown)
+        event.text = textOfKey(key.keysym, keyboard);
     return event;
 }
 
@@ -94,40 +146,86 @@ InputEvent fromWheel(const SDL_MouseWheelEvent& wheel) {
     return event;
 }
 
-void send(PlatformEvents& events, Uint32 windowID, InputEvent event) {
-    SDLWindow* window = SDLWindow::withID(windowID);
-    if (!window)
-        return;
+void send(PlatformEvents& events, SDLWindow& window, InputEvent event) {
     if (event.kind != InputEvent::Kind::keyDown && event.kind != InputEvent::Kind::keyUp)
         event.modifiers = modifiersOf(SDL_GetModState());
-    events.input(*window, event);
+    events.input(window, event);
+}
+
+Uint32 windowOf(const SDL_Event& event) {
+    switch (event.type) {
+        case SDL_KEYDOWN:
+        case SDL_KEYUP:
+            return event.key.windowID;
+        case SDL_TEXTINPUT:
+            return event.text.windowID;
+        case SDL_MOUSEBUTTONDOWN:
+        case SDL_MOUSEBUTTONUP:
+            return event.button.windowID;
+        case SDL_MOUSEMOTION:
+            return event.motion.windowID;
+        case SDL_MOUSEWHEEL:
+            return event.wheel.windowID;
+        case SDL_WINDOWEVENT:
+            return event.window.windowID;
+        default:
+            return 0;
+    }
+}
+
+void report(const SDL_Event& event, PlatformEvents& events, _XDisplay* keyboard) {
+    // What was told before may have ended it.
+    SDLWindow* window = SDLWindow::withID(windowOf(event));
+    if (!window)
+        return;
+    switch (event.type) {
+        case SDL_KEYDOWN:
+        case SDL_KEYUP:
+            return send(events, *window, fromKey(event.key, keyboard));
+        case SDL_MOUSEBUTTONDOWN:
+        case SDL_MOUSEBUTTONUP:
+            return send(events, *window, fromButton(event.button));
+        case SDL_MOUSEMOTION:
+            return send(events, *window, fromMotion(event.motion));
+        case SDL_MOUSEWHEEL:
+            return send(events, *window, fromWheel(event.wheel));
+        case SDL_WINDOWEVENT:
+            return window->report(event.window);
+        default:
+            break;
+    }
+}
+
+// Far below what SDL's queue holds: where no host takes the others, ours must still find room.
+constexpr int kMostOthers = 8192;
+
+struct Sorting {
+    std::vector<SDL_Event> ours;
+    int others = 0;
+    int surplus = 0;
+};
+
+// 1 leaves the event in the queue.
+int SDLCALL sortOut(void* context, SDL_Event* event) {
+    auto& sorting = *static_cast<Sorting*>(context);
+    if (SDLWindow::withID(windowOf(*event))) {
+        sorting.ours.push_back(*event);
+        return 0;
+    }
+    return ++sorting.others > sorting.surplus;
 }
 
 } // namespace
 
-void reportSDLEvent(const SDL_Event& event, PlatformEvents& events) {
-    switch (event.type) {
-        case SDL_KEYDOWN:
-        case SDL_KEYUP:
-            send(events, event.key.windowID, fromKey(event.key));
-            break;
-        case SDL_MOUSEBUTTONDOWN:
-        case SDL_MOUSEBUTTONUP:
-            send(events, event.button.windowID, fromButton(event.button));
-            break;
-        case SDL_MOUSEMOTION:
-            send(events, event.motion.windowID, fromMotion(event.motion));
-            break;
-        case SDL_MOUSEWHEEL:
-            send(events, event.wheel.windowID, fromWheel(event.wheel));
-            break;
-        case SDL_WINDOWEVENT:
-            if (SDLWindow* window = SDLWindow::withID(event.window.windowID))
-                window->report(event.window);
-            break;
-        default:
-            break;
-    }
+bool reportSDLEvents(PlatformEvents& events, _XDisplay* keyboard) {
+    static int others = 0;
+    Sorting sorting;
+    sorting.surplus = others - kMostOthers;
+    SDL_FilterEvents(sortOut, &sorting);
+    others = std::min(sorting.others, kMostOthers);
+    for (const SDL_Event& event : sorting.ours)
+        report(event, events, keyboard);
+    return !sorting.ours.empty();
 }
 
 } // namespace vx

@@ -3,11 +3,13 @@
 
 #include <VX_Platform/backends/PlatformEvents.h>
 
-union SDL_Event;
+struct _XDisplay;
 
 namespace vx {
 
-/// Tells of an event of SDL if it is one of our windows'; others are left alone. Main thread only.
-void reportSDLEvent(const SDL_Event& event, PlatformEvents& events);
+/// Takes the events of our windows out of SDL's queue and tells of them; false where there were none. The
+/// others stay there, for a host that asks SDL for them. What keys type is asked for on the connection
+/// `keyboard`. Main thread only.
+bool reportSDLEvents(PlatformEvents& events, _XDisplay* keyboard);
 
 } // namespace vx

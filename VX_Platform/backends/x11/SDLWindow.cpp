@@ -13,7 +13,7 @@ namespace vx {
 
 namespace {
 
-constexpr const char* kBackendKey = "vx_window";
+std::vector<SDLWindow*> all;
 
 int pixels(double length) {
     return std::max(1, static_cast<int>(length));
@@ -21,8 +21,10 @@ int pixels(double length) {
 
 } // namespace
 
-std::unique_ptr<SDLWindow> SDLWindow::make(PlatformEvents& events, Displays displays, CGRect frame,
-                                           WindowStyle style) {
+std::unique_ptr<SDLWindow> SDLWindow::make(const SDLSession& session, PlatformEvents& events,
+                                           Displays displays, CGRect frame, WindowStyle style) {
+    if (session.hasEnded())
+        return nullptr;
     Uint32 flags = SDL_WINDOW_HIDDEN;
     flags |= style.resizable ? SDL_WINDOW_RESIZABLE : 0;
     flags |= style.bordered ? 0 : SDL_WINDOW_BORDERLESS;
@@ -34,28 +36,46 @@ std::unique_ptr<SDLWindow> SDLWindow::make(PlatformEvents& events, Displays disp
               SDL_GetError());
         return nullptr;
     }
-    return std::unique_ptr<SDLWindow>(new SDLWindow(events, std::move(displays), window, style));
+    return std::unique_ptr<SDLWindow>(new SDLWindow(session, events, std::move(displays), window, style));
 }
 
-SDLWindow::SDLWindow(PlatformEvents& events, Displays displays, SDL_Window* window, WindowStyle style)
-    : m_Events(events), m_Displays(std::move(displays)), m_Window(window), m_Style(style) {
-    SDL_SetWindowData(window, kBackendKey, this);
+SDLWindow::SDLWindow(const SDLSession& session, PlatformEvents& events, Displays displays, SDL_Window* window,
+                     WindowStyle style)
+    : m_Session(session),
+      m_Events(events),
+      m_Displays(std::move(displays)),
+      m_Window(window),
+      m_Style(style) {
+    all.push_back(this);
 }
 
 SDLWindow::~SDLWindow() {
-    SDL_DestroyWindow(m_Window);
+    std::erase(all, this);
+    const bool shown = SDL_GetWindowFlags(m_Window) & SDL_WINDOW_SHOWN;
+    if (isThere() || (m_Ended && !shown))
+        SDL_DestroyWindow(m_Window);
 }
 
 SDLWindow* SDLWindow::withID(std::uint32_t id) {
     SDL_Window* window = SDL_GetWindowFromID(id);
-    return window ? static_cast<SDLWindow*>(SDL_GetWindowData(window, kBackendKey)) : nullptr;
+    const auto found = std::ranges::find(all, window, &SDLWindow::m_Window);
+    return found == all.end() ? nullptr : *found;
+}
+
+SDLWindow* SDLWindow::withNative(std::uintptr_t handle) {
+    const auto found =
+        std::ranges::find(all, handle, [](const SDLWindow* window) { return window->nativeWindow().handle; });
+    return found == all.end() ? nullptr : *found;
 }
 
 void SDLWindow::setTitle(const char* title) {
-    SDL_SetWindowTitle(m_Window, title);
+    if (isThere())
+        SDL_SetWindowTitle(m_Window, title);
 }
 
 void SDLWindow::place(CGRect frame) {
+    if (!isThere())
+        return;
     SDL_SetWindowPosition(m_Window, static_cast<int>(frame.origin.x), static_cast<int>(frame.origin.y));
     SDL_SetWindowSize(m_Window, pixels(frame.size.width), pixels(frame.size.height));
 }
@@ -73,15 +93,20 @@ CGRect SDLWindow::frame() const {
 }
 
 void SDLWindow::show() {
+    if (!isThere())
+        return;
     SDL_ShowWindow(m_Window);
     SDL_RaiseWindow(m_Window);
 }
 
 void SDLWindow::hide() {
-    SDL_HideWindow(m_Window);
+    if (isThere())
+        SDL_HideWindow(m_Window);
 }
 
 void SDLWindow::applyStyle(WindowStyle style) {
+    if (!isThere())
+        return;
     SDL_SetWindowBordered(m_Window, style.bordered ? SDL_TRUE : SDL_FALSE);
     SDL_SetWindowResizable(m_Window, style.resizable ? SDL_TRUE : SDL_FALSE);
 }
@@ -119,6 +144,11 @@ NativeWindow SDLWindow::nativeWindow() const {
     if (!SDL_GetWindowWMInfo(m_Window, &info))
         return {};
     return NativeWindow::x11(info.info.x11.window);
+}
+
+void SDLWindow::noteEnd() {
+    m_Ended = true;
+    m_Events.windowEnded(*this);
 }
 
 void SDLWindow::report(const SDL_WindowEvent& event) {

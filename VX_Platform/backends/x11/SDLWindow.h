@@ -2,6 +2,7 @@
 #pragma once
 
 #include <VX_Platform/backends/Platform.h>
+#include <VX_Platform/backends/x11/SDLSession.h>
 
 #include <functional>
 
@@ -17,12 +18,14 @@ public:
     using Displays = std::function<std::vector<DisplayInfo>()>;
 
     /// Null, with a line in the log, when SDL makes none.
-    static std::unique_ptr<SDLWindow> make(PlatformEvents& events, Displays displays, CGRect frame,
-                                           WindowStyle style);
+    static std::unique_ptr<SDLWindow> make(const SDLSession& session, PlatformEvents& events,
+                                           Displays displays, CGRect frame, WindowStyle style);
     ~SDLWindow() override;
 
     /// The window of that SDL id if it is one of ours, or null.
     static SDLWindow* withID(std::uint32_t id);
+    /// The same for an X11 window.
+    static SDLWindow* withNative(std::uintptr_t handle);
 
     void setTitle(const char* title) override;
     void setFrame(CGRect frame) override;
@@ -36,18 +39,26 @@ public:
 
     /// Tells the platform's events of what SDL says about the window.
     void report(const SDL_WindowEvent& event);
+    /// Another client has ended the window.
+    void noteEnd();
 
 private:
-    SDLWindow(PlatformEvents& events, Displays displays, SDL_Window* window, WindowStyle style);
+    SDLWindow(const SDLSession& session, PlatformEvents& events, Displays displays, SDL_Window* window,
+              WindowStyle style);
+    /// Whether there is still a window: what SDL asks for one that is gone ends the process, or waits for
+    /// ever.
+    bool isThere() const { return !m_Ended && !m_Session.hasEnded(); }
     void place(CGRect frame);
     void applyStyle(WindowStyle style);
 
+    const SDLSession& m_Session;
     PlatformEvents& m_Events;
     Displays m_Displays;
     SDL_Window* m_Window;
     WindowStyle m_Style;
     CGRect m_FrameBefore;
     bool m_FillsDisplay = false;
+    bool m_Ended = false;
 };
 
 } // namespace vx

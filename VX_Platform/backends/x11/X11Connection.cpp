@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <VX_Platform/backends/x11/X11Connection.h>
 
-#include <VX_Platform/Foundation/NSLog.h>
-
 #include <X11/Xlib.h>
 #include <X11/extensions/Xrandr.h>
 
@@ -11,21 +9,6 @@
 namespace vx {
 
 namespace {
-
-::Display* ownDisplay = nullptr;
-XErrorHandler formerHandler = nullptr;
-
-// A window that went away under a view is no reason to end the process, which is what Xlib's own handler
-// does. Errors of other connections go where they went before.
-int logError(::Display* display, XErrorEvent* error) {
-    if (display != ownDisplay)
-        return formerHandler ? formerHandler(display, error) : 0;
-    char text[128];
-    XGetErrorText(display, error->error_code, text, sizeof text);
-    NSLog("X11: %s (request %d.%d, resource 0x%lx)", text, error->request_code, error->minor_code,
-          error->resourceid);
-    return 0;
-}
 
 double refreshRate(const XRRScreenResources* resources, RRMode mode) {
     for (int i = 0; i < resources->nmode; ++i) {
@@ -73,9 +56,8 @@ std::unique_ptr<X11Connection> X11Connection::open() {
     return display ? std::unique_ptr<X11Connection>(new X11Connection(display)) : nullptr;
 }
 
-X11Connection::X11Connection(_XDisplay* display) : m_Display(display) {
-    ownDisplay = display;
-    formerHandler = XSetErrorHandler(logError);
+X11Connection::X11Connection(_XDisplay* display)
+    : m_Display(display), m_Guard(std::make_unique<ConnectionGuard>(display)) {
     int events = 0, errors = 0;
     if (!XRRQueryExtension(display, &events, &errors))
         return;
@@ -85,14 +67,17 @@ X11Connection::X11Connection(_XDisplay* display) : m_Display(display) {
 }
 
 X11Connection::~X11Connection() {
+    if (hasEnded())
+        return;
     XSync(m_Display, False);
-    XSetErrorHandler(formerHandler);
-    ownDisplay = nullptr;
+    m_Guard.reset();
     XCloseDisplay(m_Display);
 }
 
 std::vector<DisplayInfo> X11Connection::displays() const {
     std::vector<DisplayInfo> found;
+    if (hasEnded())
+        return {wholeScreen(m_Display)};
     const Window root = DefaultRootWindow(m_Display);
     XRRScreenResources* resources = XRRGetScreenResourcesCurrent(m_Display, root);
     const RROutput primary = resources ? XRRGetOutputPrimary(m_Display, root) : 0;
@@ -110,7 +95,7 @@ std::vector<DisplayInfo> X11Connection::displays() const {
 
 bool X11Connection::frameOf(unsigned long window, CGRect& frame) const {
     XWindowAttributes attributes;
-    if (!XGetWindowAttributes(m_Display, window, &attributes))
+    if (hasEnded() || !XGetWindowAttributes(m_Display, window, &attributes))
         return false;
     int x = 0, y = 0;
     Window child = 0;
@@ -127,7 +112,7 @@ DisplayInfo X11Connection::displayOf(unsigned long window) const {
 
 bool X11Connection::takeEvents(const std::function<void(const XEvent&)>& ofWindow) {
     bool displaysChanged = false;
-    while (XPending(m_Display) > 0) {
+    while (!hasEnded() && XPending(m_Display) > 0) {
         XEvent event;
         XNextEvent(m_Display, &event);
         if (m_DisplayEvents >= 0 && (event.type == m_DisplayEvents + RRScreenChangeNotify ||

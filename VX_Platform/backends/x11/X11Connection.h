@@ -2,6 +2,7 @@
 #pragma once
 
 #include <VX_Platform/backends/Platform.h>
+#include <VX_Platform/backends/x11/ConnectionGuard.h>
 
 #include <functional>
 
@@ -19,6 +20,8 @@ public:
     ~X11Connection();
 
     _XDisplay* display() const { return m_Display; }
+    /// Whether the server has ended the connection: nothing is drawn or asked for any more.
+    bool hasEnded() const { return m_Guard->hasEnded(); }
     /// Present displays, the primary one first; one named "X screen" where the server knows no outputs.
     std::vector<DisplayInfo> displays() const;
     /// The display that shows most of a window.
@@ -34,6 +37,7 @@ private:
     explicit X11Connection(_XDisplay* display);
 
     _XDisplay* m_Display;
+    std::unique_ptr<ConnectionGuard> m_Guard;
     /// First event of RandR, negative where the server has none.
     int m_DisplayEvents = -1;
 };

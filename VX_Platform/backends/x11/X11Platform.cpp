@@ -3,6 +3,7 @@
 
 #include <VX_Platform/Foundation/NSLog.h>
 #include <VX_Platform/Foundation/VX_Diagnostics.h>
+#include <VX_Platform/Foundation/private/Clock.h>
 #include <VX_Platform/backends/x11/ForeignWindow.h>
 #include <VX_Platform/backends/x11/SDLInput.h>
 #include <VX_Platform/backends/x11/SDLWindow.h>
@@ -12,10 +13,11 @@
 #include <EGL/egl.h>
 #include <EGL/eglext.h>
 #include <SDL.h>
+#include <X11/Xlib.h>
 
 #include <algorithm>
-#include <cmath>
 #include <cstdlib>
+#include <utility>
 
 namespace vx {
 
@@ -23,27 +25,25 @@ namespace {
 
 class X11Platform : public Platform {
 public:
-    X11Platform(std::unique_ptr<X11Connection> connection, EGLDisplay display, PlatformEvents& events)
+    X11Platform(std::unique_ptr<X11Connection> connection, EGLDisplay display,
+                std::unique_ptr<SDLSession> session, PlatformEvents& events)
         : m_Events(events),
+          m_Session(std::move(session)),
           m_Connection(std::move(connection)),
           m_GL(std::make_unique<GLDriver>(display, GLDriver::SurfaceKind::window)),
-          m_ForeignWindows(*m_Connection, events),
-          m_WakeEvent(SDL_RegisterEvents(1)) {}
-
-    ~X11Platform() override {
-        // EGL draws on the connection, so it goes first.
-        m_GL.reset();
-        m_Connection.reset();
-        SDL_QuitSubSystem(SDL_INIT_VIDEO);
-    }
+          m_ForeignWindows(*m_Connection, events) {}
 
     const char* name() const override { return "x11"; }
     GLDriver& gl() override { return *m_GL; }
     std::vector<DisplayInfo> displays() override { return m_Connection->displays(); }
 
     std::unique_ptr<WindowBackend> makeWindow(CGRect frame, WindowStyle style) override {
-        return SDLWindow::make(
-            m_Events, [this] { return displays(); }, frame, style);
+        auto window = SDLWindow::make(
+            *m_Session, m_Events, [this] { return displays(); }, frame, style);
+        // SDL says nothing of its end.
+        if (window)
+            XSelectInput(m_Connection->display(), window->nativeWindow().handle, StructureNotifyMask);
+        return window;
     }
     std::unique_ptr<WindowBackend> adoptWindow(const NativeWindow& native) override {
         if (native.kind != NativeWindow::Kind::x11) {
@@ -60,39 +60,62 @@ public:
     int presentAlert(const AlertContents& contents) override { return presentX11Alert(contents); }
 
     void handleEvents(double seconds) override {
-        SDL_Event event;
-        const int milliseconds = static_cast<int>(std::ceil(std::max(seconds, 0.0) * 1000.0));
-        if (SDL_WaitEventTimeout(&event, milliseconds))
-            do {
-                reportSDLEvent(event, m_Events);
-            } while (SDL_PollEvent(&event));
-        if (m_Connection->takeEvents([this](const _XEvent& event) { m_ForeignWindows.follow(event); }))
-            m_Events.displaysChanged();
+        const auto now = [] { return Clock::system().now(); };
+        const std::uint64_t end =
+            now() + static_cast<std::uint64_t>(std::clamp(seconds, 0.0, 1e6) * Clock::kSecond);
+        while (!takeEvents()) {
+            const std::uint64_t time = now();
+            if (time >= end)
+                return;
+            // Events on our own connection may have been read by who waited for an answer on it.
+            m_Session->wait(std::min(double(end - time) / Clock::kSecond, kLongestWait));
+        }
     }
 
-    void wake() override {
-        SDL_Event event{};
-        event.type = m_WakeEvent;
-        SDL_PushEvent(&event);
-    }
+    void wake() override { m_Session->wake(); }
+    void keepScreenOn(bool keep) override { m_Session->keepScreenOn(keep); }
+    void showPointer(bool show) override { m_Session->showPointer(show); }
 
 private:
+    static constexpr double kLongestWait = 0.05;
+
+    bool hasEnded() const { return m_Connection->hasEnded() || m_Session->hasEnded(); }
+
+    // Whether there was anything that a caller may wait for.
+    bool takeEvents() {
+        if (hasEnded())
+            return tellEnd() || m_Session->takeWake();
+        SDL_PumpEvents();
+        const bool inputCame = reportSDLEvents(m_Events, m_Connection->display());
+        const bool displaysChanged = m_Connection->takeEvents([this](const XEvent& event) { follow(event); });
+        if (displaysChanged)
+            m_Events.displaysChanged();
+        return m_Session->takeWake() || inputCame || displaysChanged;
+    }
+
+    void follow(const XEvent& event) {
+        SDLWindow* window = event.type == DestroyNotify ? SDLWindow::withNative(event.xany.window) : nullptr;
+        if (window)
+            window->noteEnd();
+        else
+            m_ForeignWindows.follow(event);
+    }
+
+    bool tellEnd() {
+        if (std::exchange(m_EndTold, true))
+            return false;
+        m_Events.serverEnded();
+        return true;
+    }
+
+    // In the order of their need: surfaces and EGL draw on the connection.
     PlatformEvents& m_Events;
+    std::unique_ptr<SDLSession> m_Session;
     std::unique_ptr<X11Connection> m_Connection;
     std::unique_ptr<GLDriver> m_GL;
     ForeignWindows m_ForeignWindows;
-    Uint32 m_WakeEvent;
+    bool m_EndTold = false;
 };
-
-// SDL takes windows and input only, and leaves signals and the screen saver's wishes to the host.
-bool startSDL() {
-    SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
-    // Whatever the environment says of SDL's driver: the surfaces are X11's.
-    SDL_SetHintWithPriority(SDL_HINT_VIDEODRIVER, "x11", SDL_HINT_OVERRIDE);
-    SDL_SetHint(SDL_HINT_MOUSE_FOCUS_CLICKTHROUGH, "1");
-    SDL_SetMainReady();
-    return SDL_InitSubSystem(SDL_INIT_VIDEO) == 0;
-}
 
 EGLDisplay openEGL(const X11Connection& connection) {
     EGLDisplay display = eglGetPlatformDisplay(EGL_PLATFORM_X11_KHR, connection.display(), nullptr);
@@ -125,12 +148,12 @@ std::unique_ptr<Platform> startX11Platform(PlatformEvents& events, const Headles
         NSLog("The X server gives no EGL: %s", GLDriver::lastError().c_str());
         return nullptr;
     }
-    if (!startSDL()) {
-        NSLog("Windows are not available: %s", SDL_GetError());
+    std::unique_ptr<SDLSession> session = SDLSession::start();
+    if (!session) {
         eglTerminate(display);
         return nullptr;
     }
-    return std::make_unique<X11Platform>(std::move(connection), display, events);
+    return std::make_unique<X11Platform>(std::move(connection), display, std::move(session), events);
 }
 
 int presentX11Alert(const AlertContents& contents) {

@@ -6,7 +6,7 @@
 namespace vx {
 
 /// A view's surface: a child window of the view's window, with the visual of the view's configuration. It
-/// selects no events, so that those of keyboard and mouse reach the window around it.
+/// takes no input, so that keyboard and pointer are the window's around it.
 std::unique_ptr<Surface> makeX11Surface(X11Connection& connection, GLDriver& gl, GLDriver::Handle config,
                                         const WindowBackend* window, CGRect frame);
 

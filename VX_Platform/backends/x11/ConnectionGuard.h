@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <atomic>
+
+struct _XDisplay;
+
+namespace vx {
+
+/// Keeps the process alive where Xlib would end it: a request that fails on the guarded connection is a line
+/// in the log, and the connection's end is noted. Other connections keep the handlers that they had. Any
+/// thread; made and ended on the main one, while the connection is open.
+class ConnectionGuard {
+public:
+    explicit ConnectionGuard(_XDisplay* connection);
+    ~ConnectionGuard();
+    ConnectionGuard(const ConnectionGuard&) = delete;
+    ConnectionGuard& operator=(const ConnectionGuard&) = delete;
+
+    _XDisplay* connection() const { return m_Connection; }
+    /// Whether the server, or another client through it, has ended the connection. Seen at once, without a
+    /// request.
+    bool hasEnded() const;
+    void noteEnd() const;
+
+private:
+    _XDisplay* m_Connection;
+    mutable std::atomic<bool> m_Ended{false};
+};
+
+} // namespace vx

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+// Beside a host that uses SDL itself.
+#include <VX_Platform/AppKit/NSApplication.h>
+#include <VX_Platform/AppKit/NSCursor.h>
+#include <VX_Platform/AppKit/NSWindow.h>
+
+#include <SDL.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <thread>
+
+namespace {
+
+NSRef<NSWindow> shownWindow() {
+    auto window = NSInit(new NSWindow, CGRectMake(0, 0, 50, 50), NSTitledWindowMask);
+    window->makeKeyAndOrderFront();
+    NSApplication::sharedApplication()->runStep(0.0);
+    return window;
+}
+
+} // namespace
+
+TEST(SDLHost, ReceivesAllItsEventsBesideARunLoopThatTheyWake) {
+    SDL_SetMainReady();
+    ASSERT_EQ(SDL_Init(SDL_INIT_VIDEO), 0);
+    SDL_Window* own = SDL_CreateWindow("Host", 300, 0, 50, 50, 0);
+    const auto ours = shownWindow();
+    SDL_FlushEvents(SDL_FIRSTEVENT, SDL_LASTEVENT);
+    SDL_Event key{}, user{};
+    key.type = SDL_KEYDOWN;
+    key.key.windowID = SDL_GetWindowID(own);
+    key.key.keysym.sym = SDLK_F24;
+    user.type = SDL_RegisterEvents(1);
+    const auto begin = std::chrono::steady_clock::now();
+    std::thread sender([&] {
+        for (int i = 0; i < 20; ++i) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(2));
+            SDL_PushEvent(&key);
+            SDL_PushEvent(&user);
+        }
+    });
+    int received = 0;
+    while (received < 40 && std::chrono::steady_clock::now() - begin < std::chrono::seconds(10)) {
+        NSApplication::sharedApplication()->runStep(10.0);
+        SDL_Event event;
+        while (SDL_PollEvent(&event))
+            received +=
+                event.type == user.type || (event.type == SDL_KEYDOWN && event.key.keysym.sym == SDLK_F24);
+    }
+    sender.join();
+    EXPECT_EQ(received, 40);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(10));
+    EXPECT_TRUE(SDL_IsTextInputActive()) << "as the host left it";
+    SDL_DestroyWindow(own);
+    SDL_Quit();
+}
+
+TEST(Windows, LeaveTextAndScreenSaverToTheUserAndThePointerAndItToTheHost) {
+    const auto window = shownWindow();
+    EXPECT_FALSE(SDL_IsTextInputActive()) << "an input method would keep keys";
+    EXPECT_TRUE(SDL_IsScreenSaverEnabled());
+    NSApplication::sharedApplication()->setKeepsScreenOn(true);
+    EXPECT_FALSE(SDL_IsScreenSaverEnabled());
+    NSApplication::sharedApplication()->setKeepsScreenOn(false);
+    EXPECT_TRUE(SDL_IsScreenSaverEnabled());
+    NSCursor::unhide();
+    NSCursor::hide();
+    NSCursor::hide();
+    NSCursor::unhide();
+    EXPECT_EQ(SDL_ShowCursor(SDL_QUERY), SDL_DISABLE);
+    NSCursor::unhide();
+    EXPECT_EQ(SDL_ShowCursor(SDL_QUERY), SDL_ENABLE);
+}
