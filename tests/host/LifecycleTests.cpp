@@ -44,6 +44,9 @@ TEST_F(LifecycleTest, GathersAttributesUpTo63) {
         view->AddPixelFormatAttribute(NSOpenGLPFADepthSize);
     list = view->GetPixelFormatAttributes();
     EXPECT_EQ(std::vector(list + 62, list + 65), (std::vector<std::uint32_t>{NSOpenGLPFADepthSize, 0, 0}));
+    view->ResetPixelFormatAttributes();
+    view->AddPixelFormatAttribute(NSOpenGLPFADepthSize);
+    EXPECT_EQ(view->GetPixelFormatAttributes()[2], 0u) << "closed even where a value is missing";
 }
 
 TEST_F(LifecycleTest, StartsFromTheDisplayPassAndPostsItsNotificationAfterwards) {

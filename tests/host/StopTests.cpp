@@ -86,8 +86,11 @@ TEST_F(StopTest, AViewGivesBackItsOwnContextsOnly) {
         view->prepareOpenGL();
     };
     drawing.pipeline->onRender = [&] {
-        std::thread host;
         useEach([&](const char* after) { EXPECT_TRUE(outer->isCurrent()) << after; });
+        view->makeCurrentContext();
+        std::thread([&] {
+            EXPECT_FALSE(outer->tryMakeCurrentContext()) << "the frame's until its end";
+        }).join();
         outer->makeCurrentContext();
         drawing.view->RenderThreadUnLock();
         EXPECT_TRUE(outer->isCurrent()) << "a hold that the frame has";
@@ -107,9 +110,10 @@ TEST_F(StopTest, AViewGivesBackItsOwnContextsOnly) {
         useEach(isCurrent);
         view->makeCurrentContext();
         internals.driver->makeCurrent(own, nullptr);
+        EXPECT_TRUE(view->makeCurrentContext() && view->existingOpenGLContext()->isCurrent());
+        internals.driver->makeCurrent(own, nullptr);
         NSOpenGLContext::clearCurrentContext();
         isCurrent("the host has bound its own over the view's");
-        EXPECT_TRUE(view->makeCurrentContext() && view->existingOpenGLContext()->isCurrent());
     }).join();
     internals.driver->destroyContext(own);
 }
