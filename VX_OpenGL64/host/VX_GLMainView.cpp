@@ -84,6 +84,7 @@ void VX_GLMainView::endPipeline() {
 }
 
 void VX_GLMainView::releaseResources() {
+    const NSRef<VX_GLMainView> keep = NSRef<VX_GLMainView>::retain(this); // a hook may end it
     const OthersContext others(this);
     const Exclusive exclusive(this);
     endFrame();
@@ -122,6 +123,7 @@ const std::uint32_t* VX_GLMainView::GetPixelFormatAttributes() {
 
 bool VX_GLMainView::initializationWithPixelFormat(VX_GLRenderpipeline* pipeline,
                                                   const std::uint32_t* attributes) {
+    const NSRef<VX_GLMainView> keep = NSRef<VX_GLMainView>::retain(this); // a hook may end it
     const Exclusive exclusive(this);
     if (!m_ChildSharedViews)
         m_ChildSharedViews = NSInit(new NSMutableArray);
@@ -172,6 +174,7 @@ void VX_GLMainView::makeImageContext() {
 }
 
 void VX_GLMainView::prepareOpenGL() {
+    const NSRef<VX_GLMainView> keep = NSRef<VX_GLMainView>::retain(this); // a hook may end it
     const Hold hold(this);
     sampleSize();
     NSOpenGLContext* context = openGLContext();
@@ -224,6 +227,7 @@ void VX_GLMainView::removeAllChildSharedViews() {
 }
 
 bool VX_GLMainView::startRender() {
+    const NSRef<VX_GLMainView> keep = NSRef<VX_GLMainView>::retain(this); // a hook may end it
     const Hold hold(this);
     NSOpenGLContext* context = openGLContext();
     // The hooks of a frame must not run for a pipeline that has not been started.
@@ -242,6 +246,7 @@ bool VX_GLMainView::startRender() {
 }
 
 void VX_GLMainView::stopRender() {
+    const NSRef<VX_GLMainView> keep = NSRef<VX_GLMainView>::retain(this); // a hook may end it
     const OthersContext others(this);
     stopRenderThread();
     endFrame();

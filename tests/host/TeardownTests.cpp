@@ -80,6 +80,11 @@ TEST_F(Teardown, OfAContextWhileDrawingLeavesItToTheFramesAndAViewMayBeSetUpByIt
     EXPECT_EQ(context->retainCount(), others) << "the view's is gone, that of its frames is not";
     EXPECT_EQ(stage.frame(), "callBack render afterFlush");
 
+    stage.pipeline->onStop = [&] { std::exchange(stage.view, nullptr); };
+    stage.window->close();
+    auto* ended = stage.view.get();
+    ended->stopRender();
+
     for (const auto& view : {NSInit(new VX_GLMainView), NSInit(new VX_GLMainView, CGRectMake(0, 0, 8, 8))}) {
         view->stopRender();
         view->releaseResources();
