@@ -8,6 +8,7 @@
 #include <VX_Platform/Foundation/NSLog.h>
 #include <VX_Platform/Foundation/private/Clock.h>
 #include <VX_Platform/OpenGL/NSOpenGLContext.h>
+#include <VX_Platform/OpenGL/private/CurrentContext.h>
 
 #include <epoxy/gl.h>
 
@@ -58,6 +59,7 @@ void VX_GLMainView::saveIfAsked(const Frame& frame) {
 }
 
 bool VX_GLMainView::savePicture(const char* path) {
+    vx::needContext("VX_GLMainView", "SaveFrame");
     GLint former = 0;
     glGetIntegerv(GL_FRAMEBUFFER_BINDING_EXT, &former);
     glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, 0);

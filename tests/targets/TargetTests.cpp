@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <VX_OpenGL64/camera/VX_GLCamera.h>
+#include <VX_OpenGL64/meshes/VX_GLMeshDataRenderer.h>
+#include <VX_OpenGL64/meshes/VX_GLVertex.h>
 #include <VX_OpenGL64/shaders/VX_FragmentShader.h>
 #include <VX_OpenGL64/shaders/VX_Program.h>
 #include <VX_OpenGL64/shaders/VX_VertexShader.h>
@@ -243,6 +245,8 @@ TEST(NoContextDeathTest, OperationsEndWithTheirNamesAndDeletionsAreToldAndLeftOu
     LogCollector log;
     HeadlessContext gl(8, 8);
     VX_GLRenderTarget target;
+    VX_GLMeshDataRenderer renderer;
+    renderer.makeVBOVertex(GL_STATIC_DRAW, 4, 1, &target);
     {
         VX_GLVBOIndex buffer;
         Target dropped;
@@ -256,12 +260,13 @@ TEST(NoContextDeathTest, OperationsEndWithTheirNamesAndDeletionsAreToldAndLeftOu
         target.FreeTextures();
         ASSERT_NE(target.m_FrameBuffer, 0u);
     }
-    EXPECT_EQ(log.count("VX_GLVBOIndex: OpenGL object 1 is not deleted"), 1);
+    EXPECT_EQ(log.count("VX_GLVBOIndex: OpenGL object 2 is not deleted"), 1);
     EXPECT_EQ(log.count("VX_FragmentShader: OpenGL object"), 1);
     EXPECT_EQ(log.count("VX_GLRenderTarget: OpenGL object"), 2);
     EXPECT_EQ(log.count("is not deleted"), 4) << "one line for each";
     NSLogSetSink(nullptr, nullptr);
     EXPECT_DEATH(VX_GLVBOVertex(), "VX_GLVBOBase::VX_GLVBOBase: no OpenGL context");
+    EXPECT_DEATH(renderer.Draw(GL_POINTS, VX_GLVertexP, 0, 0), "VX_GLMeshDataRenderer::Draw: no");
     EXPECT_DEATH(target.Bind(0), "VX_GLRenderTarget::Bind: no");
     EXPECT_DEATH(VX_Program().set1f("x", 1), "VX_Program::set1f: no");
     EXPECT_DEATH(VX_VertexShader().loadAndCompile(""), "VX_VertexShader::loadAndCompile: no");
