@@ -2,6 +2,7 @@
 #include <VX_Platform/OpenGL/private/CurrentContext.h>
 
 #include <VX_Platform/Foundation/NSLog.h>
+#include <VX_Platform/OpenGL/NSOpenGLContext.h>
 #include <VX_Platform/backends/GLDriver.h>
 
 #include <string>
@@ -14,15 +15,20 @@ std::string nameOf(const std::string& function) {
     return head.substr(head.find_last_of(" *&") + 1);
 }
 
+// EGL itself takes longer to answer than most calls that this is asked ahead of.
+bool contextIsCurrent() {
+    return NSOpenGLContext::currentContext() || vx::GLDriver::anyContextIsCurrent();
+}
+
 } // namespace
 
 void vx::needContext(const char* function) {
-    if (!GLDriver::anyContextIsCurrent())
+    if (!contextIsCurrent())
         fatal("%s: no OpenGL context is current on this thread", nameOf(function).c_str());
 }
 
 void vx::needContext(const char* className, const char* operation) {
-    if (!GLDriver::anyContextIsCurrent())
+    if (!contextIsCurrent())
         needContext((std::string(className) + "::" + operation).c_str());
 }
 
