@@ -51,8 +51,10 @@ SDLWindow::SDLWindow(const SDLSession& session, PlatformEvents& events, Displays
 
 SDLWindow::~SDLWindow() {
     std::erase(all, this);
+    if (m_Session.hasEnded())
+        return;
     const bool shown = SDL_GetWindowFlags(m_Window) & SDL_WINDOW_SHOWN;
-    if (isThere() || (m_Ended && !shown))
+    if (!m_Ended || !shown)
         SDL_DestroyWindow(m_Window);
 }
 
@@ -87,6 +89,8 @@ void SDLWindow::setFrame(CGRect frame) {
 
 CGRect SDLWindow::frame() const {
     int x = 0, y = 0, width = 0, height = 0;
+    if (m_Session.hasEnded())
+        return {};
     SDL_GetWindowPosition(m_Window, &x, &y);
     SDL_GetWindowSize(m_Window, &width, &height);
     return CGRectMake(x, y, width, height);
@@ -141,7 +145,7 @@ void SDLWindow::leaveDisplay() {
 NativeWindow SDLWindow::nativeWindow() const {
     SDL_SysWMinfo info;
     SDL_VERSION(&info.version);
-    if (!SDL_GetWindowWMInfo(m_Window, &info))
+    if (m_Session.hasEnded() || !SDL_GetWindowWMInfo(m_Window, &info))
         return {};
     return NativeWindow::x11(info.info.x11.window);
 }
