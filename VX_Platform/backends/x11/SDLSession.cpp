@@ -100,6 +100,13 @@ void SDLSession::keepScreenOn(bool keep) {
         SDL_EnableScreenSaver();
 }
 
+void SDLSession::composeText(bool compose) {
+    if (compose)
+        SDL_StartTextInput();
+    else
+        SDL_StopTextInput();
+}
+
 void SDLSession::showPointer(bool show) {
     SDL_ShowCursor(show ? SDL_ENABLE : SDL_DISABLE);
 }

@@ -29,6 +29,7 @@ public:
     void wake() { m_Waker.wake(); }
 
     void keepScreenOn(bool keep);
+    void composeText(bool compose);
     void showPointer(bool show);
 
 private:
