@@ -108,38 +108,19 @@ void SDLWindow::hide() {
         SDL_HideWindow(m_Window);
 }
 
-void SDLWindow::applyStyle(WindowStyle style) {
+// SDL's own full screen knows only the displays of its start, so that filling one is a matter of frame and
+// style.
+void SDLWindow::applyStyle() {
     if (!isThere())
         return;
+    const WindowStyle style = fillsDisplay() ? WindowStyle{.bordered = false, .resizable = true} : m_Style;
     SDL_SetWindowBordered(m_Window, style.bordered ? SDL_TRUE : SDL_FALSE);
     SDL_SetWindowResizable(m_Window, style.resizable ? SDL_TRUE : SDL_FALSE);
 }
 
 void SDLWindow::setStyle(WindowStyle style) {
     m_Style = style;
-    if (!m_FillsDisplay)
-        applyStyle(style);
-}
-
-// SDL's own full screen knows only the displays of its start.
-bool SDLWindow::fillDisplay(const std::string& name) {
-    const std::vector<DisplayInfo> displays = m_Displays();
-    const DisplayInfo* display = displayNamed(displays, name);
-    if (!display)
-        return false;
-    if (!m_FillsDisplay)
-        m_FrameBefore = frame();
-    m_FillsDisplay = true;
-    applyStyle({.bordered = false, .resizable = true});
-    setFrame(display->bounds);
-    return true;
-}
-
-void SDLWindow::leaveDisplay() {
-    if (!std::exchange(m_FillsDisplay, false))
-        return;
-    applyStyle(m_Style);
-    setFrame(m_FrameBefore);
+    applyStyle();
 }
 
 NativeWindow SDLWindow::nativeWindow() const {
