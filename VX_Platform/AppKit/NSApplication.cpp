@@ -104,6 +104,11 @@ void NSApplication::stop() {
         platform->wake();
 }
 
+void NSApplication::setComposesText(bool composes) {
+    if (const auto platform = vx::runningPlatform())
+        platform->composeText(composes);
+}
+
 void NSApplication::setKeepsScreenOn(bool keep) {
     if (const auto platform = vx::runningPlatform())
         platform->keepScreenOn(keep);

@@ -68,6 +68,11 @@ public:
     void stop();
     bool isRunning() const { return m_Running; }
 
+    /// Lets input methods and accents that take two keys make the text of key events (`NSEvent::characters`),
+    /// for a host with text fields. An input method may then keep keys, and text that belongs to no key comes
+    /// as an `NSKeyDown` whose key is 0. Off at first, where each key types for itself. Starts the platform
+    /// if need be; nothing on the headless one. Main thread.
+    void setComposesText(bool composes);
     /// Keeps the screen saver, and the display's going dark, off while `keep`; at first the user's settings
     /// hold. Starts the platform if need be; nothing on the headless one. Main thread.
     void setKeepsScreenOn(bool keep);

@@ -88,7 +88,8 @@ public:
     unsigned key() const { return m_Fields.key; }
     /// What the key types, by the keyboard's layout and with the modifiers held, in upper case with shift for
     /// example; borrowed, autoreleased. Empty for a key that types nothing (`NSReturnKey` and other controls,
-    /// keys with control, alternate or command held, accents that wait for a letter) and for every type but
+    /// keys with control, alternate or command held, accents that wait for a letter:
+    /// `NSApplication::setComposesText`) and for every type but
     /// `NSKeyDown`.
     NSString* characters() const;
     bool isARepeat() const { return m_Fields.isRepeat; }

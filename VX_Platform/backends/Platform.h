@@ -84,6 +84,8 @@ public:
     virtual void wake() = 0;
     /// Keeps the screen saver off, or leaves it to the user again. Main thread only.
     virtual void keepScreenOn(bool keep) {}
+    /// Whether input methods and accents of two keys make the text of keys. Main thread only.
+    virtual void composeText(bool compose) {}
     /// Whether the pointer is seen over the windows. Main thread only.
     virtual void showPointer(bool show) {}
 

@@ -2,12 +2,15 @@
 // Beside a host that uses SDL itself.
 #include <VX_Platform/AppKit/NSApplication.h>
 #include <VX_Platform/AppKit/NSCursor.h>
+#include <VX_Platform/AppKit/NSEvent.h>
 #include <VX_Platform/AppKit/NSWindow.h>
+#include <VX_Platform/Foundation/NSString.h>
 
 #include <SDL.h>
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <cstring>
 #include <thread>
 
 namespace {
@@ -54,6 +57,29 @@ TEST(SDLHost, ReceivesAllItsEventsBesideARunLoopThatTheyWake) {
     EXPECT_TRUE(SDL_IsTextInputActive()) << "as the host left it";
     SDL_DestroyWindow(own);
     SDL_Quit();
+}
+
+TEST(Windows, TakeComposedTextWithItsKeyAndTheRestWithoutOne) {
+    const auto window = shownWindow();
+    std::string told;
+    window->setEventHandler([&](NSEvent* event) {
+        told += std::to_string(event->key()) + event->characters()->UTF8String() + " ";
+        return true;
+    });
+    NSApplication::sharedApplication()->setComposesText(true);
+    SDL_FlushEvents(SDL_FIRSTEVENT, SDL_LASTEVENT);
+    SDL_Event key{}, text{};
+    key.type = SDL_KEYDOWN;
+    key.key.keysym.sym = SDLK_e;
+    text.type = SDL_TEXTINPUT;
+    std::strcpy(text.text.text, "\xc3\xaa");
+    for (Uint32 id = 1; id < 9; ++id) // one of these is the window's
+        for (SDL_Event* event : {&key, &text, &text, &key}) {
+            event->key.windowID = event->text.windowID = id;
+            SDL_PushEvent(event);
+        }
+    NSApplication::sharedApplication()->runStep(0.0);
+    EXPECT_EQ(told, "101\xc3\xaa 0\xc3\xaa 101 ");
 }
 
 TEST(Windows, LeaveTextAndScreenSaverToTheUserAndThePointerAndItToTheHost) {

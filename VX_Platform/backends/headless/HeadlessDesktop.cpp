@@ -63,9 +63,9 @@ const HeadlessDesktop::Entry* HeadlessDesktop::entryOf(const WindowBackend* wind
     return const_cast<HeadlessDesktop*>(this)->entryOf(window);
 }
 
-void HeadlessDesktop::add(HeadlessWindow* window) {
+void HeadlessDesktop::add(HeadlessWindow* window, CGRect frame) {
     std::lock_guard guard(m_Lock);
-    m_Windows.insert(m_Windows.begin(), {window, window->initialFrame(), false});
+    m_Windows.insert(m_Windows.begin(), {window, frame, false});
 }
 
 void HeadlessDesktop::remove(HeadlessWindow* window) {
@@ -135,30 +135,12 @@ void HeadlessDesktop::moveKeyTo(HeadlessWindow* window) {
 }
 
 HeadlessWindow::HeadlessWindow(std::shared_ptr<HeadlessDesktop> desktop, CGRect frame)
-    : m_Desktop(std::move(desktop)), m_FrameBefore(frame) {
-    m_Desktop->add(this);
+    : m_Desktop(std::move(desktop)) {
+    m_Desktop->add(this, frame);
 }
 
 HeadlessWindow::~HeadlessWindow() {
     m_Desktop->remove(this);
-}
-
-bool HeadlessWindow::fillDisplay(const std::string& name) {
-    const std::vector<DisplayInfo> displays = m_Desktop->displays();
-    const DisplayInfo* display = displayNamed(displays, name);
-    if (!display)
-        return false;
-    if (!m_FillsDisplay)
-        m_FrameBefore = frame();
-    m_FillsDisplay = true;
-    setFrame(display->bounds);
-    return true;
-}
-
-void HeadlessWindow::leaveDisplay() {
-    if (!std::exchange(m_FillsDisplay, false))
-        return;
-    setFrame(m_FrameBefore);
 }
 
 } // namespace vx

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <VX_Platform/backends/Platform.h>
+#include <VX_Platform/backends/FillingWindow.h>
 
 #include <mutex>
 
@@ -21,7 +21,7 @@ public:
     /// The display that shows the window; the first for a window that is not there.
     DisplayInfo displayOf(const WindowBackend* window) const;
 
-    void add(HeadlessWindow* window);
+    void add(HeadlessWindow* window, CGRect frame);
     void remove(HeadlessWindow* window);
     void move(HeadlessWindow* window, CGRect frame);
     CGRect frameOf(const HeadlessWindow* window) const;
@@ -50,7 +50,7 @@ private:
 };
 
 /// A window of that desktop.
-class HeadlessWindow : public WindowBackend {
+class HeadlessWindow : public FillingWindow {
 public:
     HeadlessWindow(std::shared_ptr<HeadlessDesktop> desktop, CGRect frame);
     ~HeadlessWindow() override;
@@ -61,16 +61,12 @@ public:
     void show() override { m_Desktop->raise(this); }
     void hide() override { m_Desktop->lower(this); }
     void setStyle(WindowStyle) override {}
-    bool fillDisplay(const std::string& display) override;
-    void leaveDisplay() override;
     NativeWindow nativeWindow() const override { return {}; }
 
-    CGRect initialFrame() const { return m_FrameBefore; }
-
 private:
+    std::vector<DisplayInfo> displays() const override { return m_Desktop->displays(); }
+
     std::shared_ptr<HeadlessDesktop> m_Desktop;
-    CGRect m_FrameBefore;
-    bool m_FillsDisplay = false;
 };
 
 } // namespace vx

@@ -88,7 +88,8 @@ void putBack() {
 
 } // namespace
 
-ConnectionGuard::ConnectionGuard(::Display* connection) : m_Connection(connection) {
+ConnectionGuard::ConnectionGuard(::Display* connection)
+    : m_Connection(connection), m_Descriptor(ConnectionNumber(connection)) {
     install();
     XSetIOErrorExitHandler(connection, stayAlive, nullptr);
     std::lock_guard lock(guards().lock);
@@ -97,7 +98,8 @@ ConnectionGuard::ConnectionGuard(::Display* connection) : m_Connection(connectio
 
 ConnectionGuard::~ConnectionGuard() {
     // Without one of its own, Xlib's comes back.
-    XSetIOErrorExitHandler(m_Connection, nullptr, nullptr);
+    if (m_Connection)
+        XSetIOErrorExitHandler(m_Connection, nullptr, nullptr);
     std::unique_lock lock(guards().lock);
     std::erase(guards().all, this);
     if (!guards().all.empty())
@@ -107,12 +109,17 @@ ConnectionGuard::~ConnectionGuard() {
 }
 
 bool ConnectionGuard::hasEnded() const {
-    if (m_Ended)
+    if (m_Ended || !m_Connection)
         return true;
-    pollfd wanted{ConnectionNumber(m_Connection), POLLRDHUP, 0};
+    pollfd wanted{m_Descriptor, POLLRDHUP, 0};
     if (poll(&wanted, 1, 0) > 0)
         noteEnd();
     return m_Ended;
+}
+
+void ConnectionGuard::noteClosed() {
+    std::lock_guard lock(guards().lock);
+    m_Connection = nullptr;
 }
 
 void ConnectionGuard::noteEnd() const {

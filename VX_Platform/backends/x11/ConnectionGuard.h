@@ -22,9 +22,12 @@ public:
     /// request.
     bool hasEnded() const;
     void noteEnd() const;
+    /// Somebody has closed the connection on our side; nothing of it may be used any more.
+    void noteClosed();
 
 private:
     _XDisplay* m_Connection;
+    const int m_Descriptor;
     mutable std::atomic<bool> m_Ended{false};
 };
 

@@ -83,15 +83,13 @@ std::string textOfKey(const SDL_Keysym& key, _XDisplay* keyboard) {
                              (held & (KMOD_RALT | KMOD_MODE)) != 0});
 }
 
-InputEvent fromKey(const SDL_KeyboardEvent& key, _XDisplay* keyboard) {
+InputEvent fromKey(const SDL_KeyboardEvent& key) {
     InputEvent event;
     event.kind = key.type == SDL_KEYDOWN ? InputEvent::Kind::keyDown : InputEvent::Kind::keyUp;
     event.key = keyOf(key.keysym.sym, key.keysym.mod);
     event.isRepeat = key.repeat != 0;
     // As they were at the key; by now they may have been let go.
     event.modifiers = modifiersOf(key.keysym.mod);
-    if (event.kind == InputEvent::Kind::keyDown)
-        event.text = textOfKey(key.keysym, keyboard);
     return event;
 }
 
@@ -173,28 +171,67 @@ Uint32 windowOf(const SDL_Event& event) {
     }
 }
 
-void report(const SDL_Event& event, PlatformEvents& events, _XDisplay* keyboard) {
-    // What was told before may have ended it.
-    SDLWindow* window = SDLWindow::withID(windowOf(event));
-    if (!window)
-        return;
-    switch (event.type) {
-        case SDL_KEYDOWN:
-        case SDL_KEYUP:
-            return send(events, *window, fromKey(event.key, keyboard));
-        case SDL_MOUSEBUTTONDOWN:
-        case SDL_MOUSEBUTTONUP:
-            return send(events, *window, fromButton(event.button));
-        case SDL_MOUSEMOTION:
-            return send(events, *window, fromMotion(event.motion));
-        case SDL_MOUSEWHEEL:
-            return send(events, *window, fromWheel(event.wheel));
-        case SDL_WINDOWEVENT:
-            return window->report(event.window);
-        default:
-            break;
+// In the order in which they came.
+class Reporter {
+public:
+    Reporter(PlatformEvents& events, _XDisplay* keyboard, const std::vector<SDL_Event>& all)
+        : m_Events(events), m_Keyboard(keyboard), m_All(all) {}
+
+    void report() {
+        for (m_Next = 0; m_Next < m_All.size();) {
+            const SDL_Event& event = m_All[m_Next++];
+            // What was told before may have ended it.
+            if (SDLWindow* window = SDLWindow::withID(windowOf(event)))
+                report(event, *window);
+        }
     }
-}
+
+private:
+    void report(const SDL_Event& event, SDLWindow& window) {
+        switch (event.type) {
+            case SDL_KEYDOWN:
+                return reportPress(event.key, window);
+            case SDL_KEYUP:
+                return send(m_Events, window, fromKey(event.key));
+            case SDL_TEXTINPUT:
+                return reportText(event.text.text, window);
+            case SDL_MOUSEBUTTONDOWN:
+            case SDL_MOUSEBUTTONUP:
+                return send(m_Events, window, fromButton(event.button));
+            case SDL_MOUSEMOTION:
+                return send(m_Events, window, fromMotion(event.motion));
+            case SDL_MOUSEWHEEL:
+                return send(m_Events, window, fromWheel(event.wheel));
+            case SDL_WINDOWEVENT:
+                return window.report(event.window);
+            default:
+                break;
+        }
+    }
+
+    void reportPress(const SDL_KeyboardEvent& key, SDLWindow& window) {
+        InputEvent event = fromKey(key);
+        const bool hasText = m_Next < m_All.size() && m_All[m_Next].type == SDL_TEXTINPUT;
+        if (!SDL_IsTextInputActive())
+            event.text = textOfKey(key.keysym, m_Keyboard);
+        else if (hasText && m_All[m_Next].text.windowID == key.windowID)
+            event.text = m_All[m_Next++].text.text;
+        send(m_Events, window, event);
+    }
+
+    // Of no key: an input method's.
+    void reportText(const char* text, SDLWindow& window) {
+        InputEvent event;
+        event.kind = InputEvent::Kind::keyDown;
+        event.text = text;
+        send(m_Events, window, event);
+    }
+
+    PlatformEvents& m_Events;
+    _XDisplay* m_Keyboard;
+    const std::vector<SDL_Event>& m_All;
+    std::size_t m_Next = 0;
+};
 
 // Far below what SDL's queue holds: where no host takes the others, ours must still find room.
 constexpr int kMostOthers = 8192;
@@ -223,8 +260,7 @@ bool reportSDLEvents(PlatformEvents& events, _XDisplay* keyboard) {
     sorting.surplus = others - kMostOthers;
     SDL_FilterEvents(sortOut, &sorting);
     others = std::min(sorting.others, kMostOthers);
-    for (const SDL_Event& event : sorting.ours)
-        report(event, events, keyboard);
+    Reporter(events, keyboard, sorting.ours).report();
     return !sorting.ours.empty();
 }
 

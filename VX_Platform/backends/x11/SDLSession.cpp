@@ -71,13 +71,21 @@ SDLSession::SDLSession(::Display* connection)
 
 SDLSession::~SDLSession() {
     SDL_DelEventWatch(noteEvent, this);
-    connectionWasLost = hasEnded();
+    connectionWasLost = hasEnded() && m_Guard->connection();
     if (connectionWasLost) {
         m_Guard.release(); // for a host that still calls SDL
         return;
     }
+    const bool isUsed = m_Guard->connection();
     m_Guard.reset();
-    SDL_QuitSubSystem(SDL_INIT_VIDEO);
+    if (isUsed)
+        SDL_QuitSubSystem(SDL_INIT_VIDEO);
+}
+
+bool SDLSession::hasEnded() const {
+    if (!SDL_WasInit(SDL_INIT_VIDEO))
+        m_Guard->noteClosed();
+    return m_Guard->hasEnded();
 }
 
 int SDLSession::noteEvent(void* session, SDL_Event*) {
@@ -90,6 +98,13 @@ void SDLSession::keepScreenOn(bool keep) {
         SDL_DisableScreenSaver();
     else
         SDL_EnableScreenSaver();
+}
+
+void SDLSession::composeText(bool compose) {
+    if (compose)
+        SDL_StartTextInput();
+    else
+        SDL_StopTextInput();
 }
 
 void SDLSession::showPointer(bool show) {

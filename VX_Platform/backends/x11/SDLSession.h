@@ -19,8 +19,9 @@ public:
     /// After the connection's end SDL is left as it is.
     ~SDLSession();
 
-    /// Whether the connection has ended; SDL's windows must be left alone from then on.
-    bool hasEnded() const { return m_Guard->hasEnded(); }
+    /// Whether the connection has ended, or a host has ended SDL below us (`SDL_Quit`); SDL's windows must be
+    /// left alone from then on.
+    bool hasEnded() const;
     /// Waits for input, for an event that anyone gives to SDL, or for `wake`.
     void wait(double seconds) { m_Waker.wait(seconds, hasEnded() ? -1 : m_Descriptor); }
     /// Whether an event or a wake has come since the last call.
@@ -28,6 +29,7 @@ public:
     void wake() { m_Waker.wake(); }
 
     void keepScreenOn(bool keep);
+    void composeText(bool compose);
     void showPointer(bool show);
 
 private:

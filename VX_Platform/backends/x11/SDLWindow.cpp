@@ -51,8 +51,10 @@ SDLWindow::SDLWindow(const SDLSession& session, PlatformEvents& events, Displays
 
 SDLWindow::~SDLWindow() {
     std::erase(all, this);
+    if (m_Session.hasEnded())
+        return;
     const bool shown = SDL_GetWindowFlags(m_Window) & SDL_WINDOW_SHOWN;
-    if (isThere() || (m_Ended && !shown))
+    if (!m_Ended || !shown)
         SDL_DestroyWindow(m_Window);
 }
 
@@ -87,6 +89,8 @@ void SDLWindow::setFrame(CGRect frame) {
 
 CGRect SDLWindow::frame() const {
     int x = 0, y = 0, width = 0, height = 0;
+    if (m_Session.hasEnded())
+        return {};
     SDL_GetWindowPosition(m_Window, &x, &y);
     SDL_GetWindowSize(m_Window, &width, &height);
     return CGRectMake(x, y, width, height);
@@ -104,44 +108,25 @@ void SDLWindow::hide() {
         SDL_HideWindow(m_Window);
 }
 
-void SDLWindow::applyStyle(WindowStyle style) {
+// SDL's own full screen knows only the displays of its start, so that filling one is a matter of frame and
+// style.
+void SDLWindow::applyStyle() {
     if (!isThere())
         return;
+    const WindowStyle style = fillsDisplay() ? WindowStyle{.bordered = false, .resizable = true} : m_Style;
     SDL_SetWindowBordered(m_Window, style.bordered ? SDL_TRUE : SDL_FALSE);
     SDL_SetWindowResizable(m_Window, style.resizable ? SDL_TRUE : SDL_FALSE);
 }
 
 void SDLWindow::setStyle(WindowStyle style) {
     m_Style = style;
-    if (!m_FillsDisplay)
-        applyStyle(style);
-}
-
-// SDL's own full screen knows only the displays of its start.
-bool SDLWindow::fillDisplay(const std::string& name) {
-    const std::vector<DisplayInfo> displays = m_Displays();
-    const DisplayInfo* display = displayNamed(displays, name);
-    if (!display)
-        return false;
-    if (!m_FillsDisplay)
-        m_FrameBefore = frame();
-    m_FillsDisplay = true;
-    applyStyle({.bordered = false, .resizable = true});
-    setFrame(display->bounds);
-    return true;
-}
-
-void SDLWindow::leaveDisplay() {
-    if (!std::exchange(m_FillsDisplay, false))
-        return;
-    applyStyle(m_Style);
-    setFrame(m_FrameBefore);
+    applyStyle();
 }
 
 NativeWindow SDLWindow::nativeWindow() const {
     SDL_SysWMinfo info;
     SDL_VERSION(&info.version);
-    if (!SDL_GetWindowWMInfo(m_Window, &info))
+    if (m_Session.hasEnded() || !SDL_GetWindowWMInfo(m_Window, &info))
         return {};
     return NativeWindow::x11(info.info.x11.window);
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <VX_Platform/backends/Platform.h>
+#include <VX_Platform/backends/FillingWindow.h>
 #include <VX_Platform/backends/x11/SDLSession.h>
 
 #include <functional>
@@ -12,7 +12,7 @@ struct SDL_WindowEvent;
 namespace vx {
 
 /// A top-level window of SDL, hidden at first. Main thread only.
-class SDLWindow : public WindowBackend {
+class SDLWindow : public FillingWindow {
 public:
     /// What the displays are now.
     using Displays = std::function<std::vector<DisplayInfo>()>;
@@ -33,8 +33,6 @@ public:
     void show() override;
     void hide() override;
     void setStyle(WindowStyle style) override;
-    bool fillDisplay(const std::string& display) override;
-    void leaveDisplay() override;
     NativeWindow nativeWindow() const override;
 
     /// Tells the platform's events of what SDL says about the window.
@@ -49,15 +47,15 @@ private:
     /// ever.
     bool isThere() const { return !m_Ended && !m_Session.hasEnded(); }
     void place(CGRect frame);
-    void applyStyle(WindowStyle style);
+    void applyStyle();
+    std::vector<DisplayInfo> displays() const override { return m_Displays(); }
+    void fillingChanged() override { applyStyle(); }
 
     const SDLSession& m_Session;
     PlatformEvents& m_Events;
     Displays m_Displays;
     SDL_Window* m_Window;
     WindowStyle m_Style;
-    CGRect m_FrameBefore;
-    bool m_FillsDisplay = false;
     bool m_Ended = false;
 };
 

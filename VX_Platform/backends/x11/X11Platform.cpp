@@ -74,6 +74,7 @@ public:
 
     void wake() override { m_Session->wake(); }
     void keepScreenOn(bool keep) override { m_Session->keepScreenOn(keep); }
+    void composeText(bool compose) override { m_Session->composeText(compose); }
     void showPointer(bool show) override { m_Session->showPointer(show); }
 
 private:
