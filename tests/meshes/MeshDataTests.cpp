@@ -139,21 +139,13 @@ TEST(VX_GLMeshData, FindsTangentFrames) {
 
 TEST(VX_GLMeshData, CalculatedNormalsReachOnlyWholeUnindexedTriangles) {
     VX_GLMeshData().CalculateNormalTangent(); // nothing to calculate
-    for (const int format : kFormats) {
+    for (const int format : {11, 7, 15}) {    // the first has no texture coordinate
         VX_GLMeshData mesh;
         mesh.AllocateVertex(format, 5);
-        const std::string untouched(5 * std::size_t(mesh.m_Vertex->m_Stride), 0x11);
-        auto* bytes =
-            static_cast<char*>(std::memcpy(mesh.m_Vertex->m_Data, untouched.data(), untouched.size()));
-        if (format != 7 && format != 15) {
-            mesh.CalculateNormalTangent();
-            EXPECT_EQ(std::string(bytes, untouched.size()), untouched) << format;
-            continue;
-        }
         const Vec3 side[] = {{0, 0, 0}, {0, 1, 0}, {0, 0, 1}};
         for (int i = 0; i < 5; ++i) {
             At(mesh, i).position() = side[i % 3];
-            At(mesh, i).uv() = {side[i % 3].y, side[i % 3].z};
+            VX_GLVertex::SetUV(format, mesh.m_Vertex->Seek(i), {side[i % 3].y, side[i % 3].z});
             At(mesh, i).normal() = {9, 9, 9};
         }
         mesh.AllocateIndex(3);
@@ -162,6 +154,6 @@ TEST(VX_GLMeshData, CalculatedNormalsReachOnlyWholeUnindexedTriangles) {
         mesh.AllocateIndex(0);
         mesh.CalculateNormalTangent();
         for (int i = 0; i < 5; ++i) // no triangle is left for the last two
-            expectNear(At(mesh, i).normal(), i < 3 ? Vec3(0, -1, 0) : Vec3(9, 9, 9));
+            expectNear(At(mesh, i).normal(), i < 3 && format != 11 ? Vec3(0, -1, 0) : Vec3(9, 9, 9));
     }
 }

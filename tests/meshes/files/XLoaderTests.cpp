@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <regex>
 #include <sstream>
 #include <string>
 
@@ -153,18 +154,6 @@ TEST(VX_GLMeshXLoader, IsReusableAndKeepsTheFileOpenAfterAWrongHeader) {
     EXPECT_EQ(loader.Triangulate(), -1);
 }
 
-TEST(VX_GLMeshXLoader, AGoodFileCutAtEveryByte) {
-    std::string file =
-        kHeader + "template A {\n<0> {x} \n}\n"; // with all that `processMesh` and its like read
-    for (const Case& one : kCases)
-        file += one.mesh == kFails ? "" : one.text + "\n";
-    VX_GLMeshXLoader loader;
-    std::size_t filled = 0;
-    for (std::size_t length = 0; length < file.size(); ++length)
-        filled += loader.Load(TemporaryFile(std::string_view(file).substr(0, length)).path());
-    EXPECT_GT(filled, file.size() / 2);
-}
-
 TEST(VX_GLMeshXLoader, AListThatTheFileEndsInKeepsItsCountAndTakesNoMoreMemory) {
     const std::string point = "Mesh{1;1;1;1;;", body = point + "1;3;0,0,0;;";
     VX_GLMeshXLoader loader;
@@ -173,20 +162,16 @@ TEST(VX_GLMeshXLoader, AListThatTheFileEndsInKeepsItsCountAndTakesNoMoreMemory) 
     EXPECT_EQ(loaded(loader, body + "MeshNormals{1;0;0;2;;1;3;0,"), "1 1 1 0 0 2 0 0, : 0 0 0");
     EXPECT_EQ(loaded(loader, kLit + "MeshTextureCoords{3;5;6;,"),
               "0 0 0 0 0 1 5 6, 1 0 0 0 0 1 0 0, 0 2 0 0 0 1 0 0, : 0 1 2");
-    for (const std::string much : {"2147483647", "20000000"}) {
-        for (const std::string& text :
-             {"Mesh{" + much + ";1;1;1;;1;3;0,0,0;;", point + much + ";3;0,0,0;,4;0,0,0,0;,",
-              body + "MeshNormals{" + much + ";1;1;1;,1;",
-              body + "MeshNormals{1;1;1;1;;" + much + ";" + much + ";0,0,0,0",
-              body + "MeshTextureCoords{" + much + ";1;1;,",
-              point + much + ";3;0,0,0;;MeshMaterialList{1;1;0;;}"}) {
-            VX_GLMeshXLoader other;
-            loaded(other, text);
-            EXPECT_LT(std::max({other.m_Positions.capacity(), other.m_UVs.capacity(),
-                                other.m_FaceIndices.capacity(), other.m_Normals.capacity()}),
-                      16'000'100u)
-                << text;
-        }
+    for (const std::string& text :
+         {std::string("Mesh{%;1;1;1;;1;3;0,0,0;;"), point + "%;3;0,0,0;,4;0,0,0,0;,",
+          body + "MeshNormals{%;1;1;1;,1;", body + "MeshNormals{1;1;1;1;;%;%;0,0,0,0",
+          body + "MeshTextureCoords{%;1;1;,"}) {
+        VX_GLMeshXLoader other;
+        loaded(other, std::regex_replace(text, std::regex("%"), "2147483647"));
+        EXPECT_LT(std::max({other.m_Positions.capacity(), other.m_UVs.capacity(),
+                            other.m_FaceIndices.capacity(), other.m_Normals.capacity()}),
+                  16'000'100u)
+            << text;
     }
 }
 
