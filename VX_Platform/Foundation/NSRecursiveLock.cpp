@@ -14,7 +14,6 @@ void NSRecursiveLock::lock() {
     m_Mutex.lock();
     --m_Waiting;
     noteTaken();
-    m_Promised = false;
 }
 
 bool NSRecursiveLock::tryLock() {

@@ -111,7 +111,7 @@ TEST_F(HandOverTest, WhoWaitsGetsTheTurnAfterWhoTriesAgainAtOnce) {
     NSOpenGLContext* context = stage.view->existingOpenGLContext();
     NSOpenGLContext::clearCurrentContext();
     auto lock = NSInit(new NSRecursiveLock);
-    const auto mostTurnsWaited = [](auto tryTake, auto give, auto take) {
+    const auto turnsWaited = [](auto tryTake, auto give, auto take) {
         std::atomic<int> turns{0};
         std::atomic<bool> done{false};
         std::thread drawing([&] {
@@ -122,23 +122,23 @@ TEST_F(HandOverTest, WhoWaitsGetsTheTurnAfterWhoTriesAgainAtOnce) {
                     give();
                 }
         });
-        int most = 0;
+        int all = 0;
         for (int wait = 0; wait < 30; ++wait) {
             EXPECT_TRUE(waitFor([&, before = turns.load()] { return turns > before; })) << "and then goes on";
             const int before = turns;
             take();
-            most = std::max(most, turns - before);
+            all += turns - before;
             give();
         }
         done = true;
         drawing.join();
-        return most;
+        return all;
     };
-    // The one in progress, and one begun just before.
-    EXPECT_LE(
-        mostTurnsWaited([&] { return lock->tryLock(); }, [&] { lock->unlock(); }, [&] { lock->lock(); }), 2);
-    EXPECT_LE(mostTurnsWaited([&] { return context->tryMakeCurrentContext(); },
-                              [] { NSOpenGLContext::clearCurrentContext(); },
-                              [&] { EXPECT_TRUE(context->makeCurrentContext()); }),
-              2);
+    // The one in progress each time; without a promise it is two and more.
+    EXPECT_LE(turnsWaited([&] { return lock->tryLock(); }, [&] { lock->unlock(); }, [&] { lock->lock(); }),
+              40);
+    EXPECT_LE(turnsWaited([&] { return context->tryMakeCurrentContext(); },
+                          [] { NSOpenGLContext::clearCurrentContext(); },
+                          [&] { EXPECT_TRUE(context->makeCurrentContext()); }),
+              40);
 }
