@@ -190,20 +190,17 @@ TEST_F(WindowEvents, MayEndWhomTheyAreToldTo) {
     EXPECT_EQ(send(Kind::keyDown), "") << "it has left";
 
     auto* centre = NSNotificationCenter::defaultCenter();
-    for (const bool closing : {true, false}) {
+    for (const auto change : {+[](NSWindow* window) { window->performClose(); },
+                              +[](NSWindow* window) { window->setFrame(CGRectMake(0, 0, 20, 20)); }}) {
         auto* mortal = MortalWindow::make();
-        const auto release = [mortal](NSNotification*) {
+        const auto release = [&](NSNotification*) {
+            centre->removeObserver(this);
             mortal->release();
             told += "released; ";
         };
-        centre->addObserver(this, release,
-                            closing ? NSWindowWillCloseNotification : NSWindowDidResizeNotification, mortal);
-        if (closing)
-            mortal->performClose();
-        else
-            mortal->setFrame(CGRectMake(0, 0, 20, 20));
+        centre->addObserver(this, release, nullptr, mortal);
+        change(mortal);
         EXPECT_LT(told.find("released"), told.find("window ended"));
-        centre->removeObserver(this);
         told.clear();
     }
     auto* first = MortalWindow::make();
