@@ -10,6 +10,8 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <csignal>
+#include <cstdlib>
 #include <cstring>
 #include <thread>
 
@@ -57,6 +59,15 @@ TEST(SDLHost, ReceivesAllItsEventsBesideARunLoopThatTheyWake) {
     EXPECT_TRUE(SDL_IsTextInputActive()) << "as the host left it";
     SDL_DestroyWindow(own);
     SDL_Quit();
+}
+
+TEST(SDLHost, OutlivesTheServerInItsOwnCallsToo) {
+    const auto window = shownWindow();
+    kill(std::atoi(std::getenv("XVFB_PID")), SIGKILL);
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    SDL_PumpEvents();
+    NSApplication::sharedApplication()->runStep(0.0);
+    EXPECT_TRUE(window->isClosed());
 }
 
 TEST(Windows, TakeComposedTextWithItsKeyAndTheRestWithoutOne) {

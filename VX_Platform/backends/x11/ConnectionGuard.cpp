@@ -46,9 +46,10 @@ bool repeats(const XErrorEvent& error) {
 }
 
 int logError(::Display* connection, XErrorEvent* error) {
-    if (!guardOf(connection))
+    const ConnectionGuard* guard = guardOf(connection);
+    if (!guard)
         return guards().formerErrors ? guards().formerErrors(connection, error) : 0;
-    if (repeats(*error))
+    if (guard->isQuiet() || repeats(*error))
         return 0;
     char text[128];
     XGetErrorText(connection, error->error_code, text, sizeof text);

@@ -25,10 +25,24 @@ public:
     /// Somebody has closed the connection on our side; nothing of it may be used any more.
     void noteClosed();
 
+    /// While it lives, failed requests are no lines: for work on a window that may be gone.
+    class Quiet {
+    public:
+        explicit Quiet(const ConnectionGuard& guard) : m_Guard(guard) { ++guard.m_Quiet; }
+        ~Quiet() { --m_Guard.m_Quiet; }
+        Quiet(const Quiet&) = delete;
+        Quiet& operator=(const Quiet&) = delete;
+
+    private:
+        const ConnectionGuard& m_Guard;
+    };
+    bool isQuiet() const { return m_Quiet > 0; }
+
 private:
     _XDisplay* m_Connection;
     const int m_Descriptor;
     mutable std::atomic<bool> m_Ended{false};
+    mutable std::atomic<int> m_Quiet{0};
 };
 
 } // namespace vx

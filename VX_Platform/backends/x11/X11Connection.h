@@ -20,6 +20,7 @@ public:
     ~X11Connection();
 
     _XDisplay* display() const { return m_Display; }
+    const ConnectionGuard& guard() const { return *m_Guard; }
     /// Whether the server has ended the connection: nothing is drawn or asked for any more.
     bool hasEnded() const { return m_Guard->hasEnded(); }
     /// Present displays, the primary one first; one named "X screen" where the server knows no outputs.

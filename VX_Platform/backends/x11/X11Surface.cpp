@@ -21,6 +21,7 @@ public:
 
     ~X11Surface() override {
         ::Display* display = m_Connection.display();
+        const ConnectionGuard::Quiet quiet(m_Connection.guard());
         if (m_Handle)
             m_GL.destroySurface(m_Handle);
         if (m_Connection.hasEnded())
@@ -89,6 +90,7 @@ public:
 private:
     bool moveIntoParent() {
         ::Display* display = m_Connection.display();
+        const ConnectionGuard::Quiet quiet(m_Connection.guard());
         XReparentWindow(display, m_Window, m_Parent, x(m_Frame), y(m_Frame));
         Window root = 0, parent = 0, *children = nullptr;
         unsigned count = 0;
