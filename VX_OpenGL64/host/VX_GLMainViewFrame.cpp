@@ -78,7 +78,7 @@ bool VX_GLMainView::drawLocked(const Frame& frame) {
     if (!frame.context || !frame.context->tryMakeCurrentContext())
         return false;
     // Nobody else gets it while children or another view's work take its place for a moment.
-    const vx::FormerContext claimed;
+    const vx::ContextClaim claimed(frame.context.get());
     m_ContextRefusals = 0;
     if (m_Internals->followsSize)
         takeSize(frame.context->drawableSize());

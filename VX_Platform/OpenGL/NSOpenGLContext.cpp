@@ -99,10 +99,13 @@ void NSOpenGLContext::clearCurrentContext() {
 
 bool NSOpenGLContext::flushBuffer() {
     std::optional<vx::FormerContext> former;
-    if (!isCurrent())
+    if (!isCurrent()) {
         former.emplace();
-    if (!makeCurrentContext())
+        if (!makeCurrentContext())
+            return false;
+    } else if (m_Internals->needsBind() && !m_Internals->bind(true)) {
         return false;
+    }
     vx::Surface* surface = m_Internals->surface.get();
     const bool taken = !surface || surface->takesFrame();
     if (surface && taken)

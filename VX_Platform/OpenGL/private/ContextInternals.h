@@ -53,7 +53,7 @@ struct NSOpenGLContext::Internals {
     bool claim(bool wait);
     void handOver();
     /// Whether the driver has it current on the calling thread: a host may have bound a context of its own.
-    bool isBound() const { return vx::GLDriver::currentBinding().context == context; }
+    bool isBound() const { return vx::GLDriver::currentContext() == context; }
     /// Binds the context to the calling thread, which has claimed it, with the surface the view wants now.
     bool bind(bool isCurrent);
     bool waitForTurn(std::unique_lock<std::mutex>& lock);

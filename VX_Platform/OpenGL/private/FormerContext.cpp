@@ -5,24 +5,25 @@
 
 namespace vx {
 
-FormerContext::FormerContext() {
-    NSOpenGLContext* current = NSOpenGLContext::currentContext();
-    if (current && NSOpenGLContext::Internals::of(current).isBound()) {
-        m_Context = NSRef<NSOpenGLContext>::retain(current);
-        NSOpenGLContext::Internals::of(current).claim(false);
-    } else {
-        m_Foreign = GLDriver::currentBinding();
-    }
+ContextClaim::ContextClaim(NSOpenGLContext* context) : m_Context(NSRef<NSOpenGLContext>::retain(context)) {
+    NSOpenGLContext::Internals::of(context).claim(false);
 }
 
-FormerContext::~FormerContext() {
-    if (m_Context)
-        NSOpenGLContext::Internals::of(m_Context.get()).handOver();
+ContextClaim::~ContextClaim() {
+    NSOpenGLContext::Internals::of(m_Context.get()).handOver();
+}
+
+FormerContext::FormerContext() {
+    NSOpenGLContext* current = NSOpenGLContext::currentContext();
+    if (current && current->isCurrent())
+        m_Claim.emplace(current);
+    else
+        m_Foreign = GLDriver::currentBinding();
 }
 
 void FormerContext::restore() const {
-    if (m_Context) {
-        m_Context->makeCurrentContext();
+    if (m_Claim) {
+        m_Claim->context()->makeCurrentContext();
         return;
     }
     NSOpenGLContext::clearCurrentContext();

@@ -144,6 +144,10 @@ std::string GLDriver::description() const {
            eglQueryString(m_Display, EGL_VENDOR);
 }
 
+GLDriver::Handle GLDriver::currentContext() {
+    return eglGetCurrentContext();
+}
+
 GLDriver::Binding GLDriver::currentBinding() {
     return {eglGetCurrentDisplay(), eglGetCurrentSurface(EGL_DRAW), eglGetCurrentSurface(EGL_READ),
             eglGetCurrentContext()};
