@@ -154,9 +154,10 @@ VX_GLFilter* VX_GLFilterManager::SetupFilter(VX_GLFilter* filter, int width, int
 }
 
 void VX_GLFilterManager::fail(const std::string& line) {
-    m_Failures.push_back(line);
+    // A driver's words end with a line feed.
+    m_Failures.push_back(line.substr(0, line.find_last_not_of(" \r\n") + 1));
     if (VX_GetDiagnostics())
-        NSLog("%s", line.c_str());
+        NSLog("%s", m_Failures.back().c_str());
 }
 
 /// GL names mean nothing in another share group, and GL attaches them without a word, or another object.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Loads any bytes as an X text file and does with the mesh what a host does.
 #include <VX_OpenGL64/meshes/files/VX_GLMeshXLoader.h>
+#include <VX_Platform/Foundation/NSLog.h>
 
 #include <cstdint>
 #include <cstdlib>
@@ -38,6 +39,9 @@ void readNumbers(const char* path, bool asIntegers) {
 }
 
 } // namespace
+
+// Nothing is logged with diagnostics off.
+void NSLog(const char*, ...) {}
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const char* path = fileOf(data, size);

@@ -209,6 +209,7 @@ TEST(VX_GLRenderTarget, LaysPixelsOverUnitsAndBringsWhatWasDrawnToTheScreen) {
     for (const GLenum mode : {GL_PROJECTION, GL_MODELVIEW}) {
         glMatrixMode(mode);
         glScalef(3, 3, 3);
+        glTranslatef(0.5f, 0.5f, 0);
     }
     target.SetDefaultProjection();
     EXPECT_EQ(stateOf(GL_MATRIX_MODE), ints(GL_PROJECTION));

@@ -189,13 +189,12 @@ TEST(VX_GLMeshXLoader, TellsOnRequestWhyItFailedAndWhatItSkipped) {
         {kSquare + "1;5;0,1,2,3,0;;\n" + kNormalZ + kNormalZ + "}",
          "1 ,1,2,3,0;; skipped; faces misread from one of 5 corners on"},
         {"/", "a \"/\" at the top level that begins no comment"}};
+    VX_GLMeshXLoader loader;
     for (const auto& [text, told] : rows) {
-        VX_GLMeshXLoader loader;
         const bool fails = loaded(loader, text) == kFails;
         EXPECT_EQ(loader.Report().failure.empty(), !fails) << text;
         EXPECT_EQ(loader.Report().text(), told) << text;
     }
-    VX_GLMeshXLoader loader;
     loaded(loader, "", "xof 0303bin 0032");
     EXPECT_EQ(loader.Report().text(),
               "it does not begin with \"xof 0302txt \" or \"xof 0303txt \": another kind of X file");
@@ -206,6 +205,7 @@ TEST(VX_GLMeshXLoader, TellsOnRequestWhyItFailedAndWhatItSkipped) {
 TEST(VX_GLMeshXLoader, TriangulatesAMixedMeshFaceByFace) {
     VX_GLMeshXLoader loader;
     EXPECT_EQ(loader.Triangulate(), -1);
+    loaded(loader, kQuad);
     EXPECT_NE(loaded(loader, kSquare + "4;3;0,1,2;,4;0,1,2,3;,4;3,0,1,9;,3;2,3,0;;"
                                        "MeshNormals{1;0;1;0;;4;3;0,0,0;,4;0,0,0,0;,4;0,0,0,0;,3;0,0,0;;}}"),
               kFails);
