@@ -62,7 +62,7 @@ void raw(benchmark::State& state) {
 const bool registered = vx::bench::addRow({.name = "frame's own cost, 64 x 64",
                                            .limit = raw,
                                            .ours = frame,
-                                           .must = 20,
+                                           .must = 10,
                                            .aim = 5,
                                            .inMicroseconds = true});
 

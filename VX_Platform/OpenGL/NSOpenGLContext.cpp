@@ -6,24 +6,26 @@
 #include <VX_Platform/OpenGL/GLCapabilities.h>
 #include <VX_Platform/OpenGL/NSOpenGLView.h>
 #include <VX_Platform/OpenGL/private/ContextInternals.h>
+#include <VX_Platform/OpenGL/private/CurrentContext.h>
 #include <VX_Platform/OpenGL/private/FormerContext.h>
 
 #include <optional>
 
 namespace {
 
-// The calling thread's current context, retained while it is. A thread that ends releases it.
-struct CurrentOnThread {
-    NSOpenGLContext* context = nullptr;
-    ~CurrentOnThread() { NSOpenGLContext::clearCurrentContext(); }
-};
-
-CurrentOnThread& current() {
-    thread_local CurrentOnThread current;
-    return current;
+// A thread that ends releases what it has current.
+void releaseAtThreadEnd() {
+    struct End {
+        bool armed = false;
+        ~End() { NSOpenGLContext::clearCurrentContext(); }
+    };
+    thread_local End end;
+    end.armed = true;
 }
 
 } // namespace
+
+constinit thread_local NSOpenGLContext* vx::currentOnThread = nullptr;
 
 NSOpenGLContext::NSOpenGLContext() : m_Internals(std::make_unique<Internals>()) {}
 NSOpenGLContext::~NSOpenGLContext() = default;
@@ -55,7 +57,7 @@ bool NSOpenGLContext::tryMakeCurrentContext() {
 }
 
 bool NSOpenGLContext::isCurrent() const {
-    return current().context == this && m_Internals->isBound();
+    return vx::currentOnThread == this && m_Internals->isBound();
 }
 
 bool NSOpenGLContext::sharesWith(const NSOpenGLContext* other) const {
@@ -63,21 +65,21 @@ bool NSOpenGLContext::sharesWith(const NSOpenGLContext* other) const {
 }
 
 NSOpenGLContext* NSOpenGLContext::currentContext() {
-    return current().context;
+    return vx::currentOnThread;
 }
 
 bool NSOpenGLContext::becomeCurrent(bool wait) {
-    CurrentOnThread& here = current();
-    if (here.context == this)
+    if (vx::currentOnThread == this)
         return (m_Internals->isBound() && !m_Internals->needsBind()) || m_Internals->bind(true);
     if (!m_Internals->claim(wait))
         return false;
-    NSOpenGLContext* former = here.context;
+    NSOpenGLContext* former = vx::currentOnThread;
     if (!m_Internals->bind(false)) {
         m_Internals->handOver();
         return false;
     }
-    here.context = retain();
+    releaseAtThreadEnd();
+    vx::currentOnThread = retain();
     if (former) {
         former->m_Internals->handOver();
         former->release();
@@ -86,11 +88,10 @@ bool NSOpenGLContext::becomeCurrent(bool wait) {
 }
 
 void NSOpenGLContext::clearCurrentContext() {
-    CurrentOnThread& here = current();
-    NSOpenGLContext* former = here.context;
+    NSOpenGLContext* former = vx::currentOnThread;
     if (!former)
         return;
-    here.context = nullptr;
+    vx::currentOnThread = nullptr;
     if (former->m_Internals->isBound())
         former->m_Internals->driver->clearCurrent();
     former->m_Internals->handOver();

@@ -17,7 +17,7 @@ std::string nameOf(const std::string& function) {
 
 // EGL itself takes longer to answer than most calls that this is asked ahead of.
 bool contextIsCurrent() {
-    return NSOpenGLContext::currentContext() || vx::GLDriver::anyContextIsCurrent();
+    return vx::currentOnThread || vx::GLDriver::anyContextIsCurrent();
 }
 
 } // namespace
