@@ -37,9 +37,7 @@ TEST_F(HandOverTest, HoldsTheContextAndItsLockForARefreshAndGivesBothBack) {
     };
     beat(stage);
     other.join();
-    EXPECT_TRUE(current);
-    EXPECT_FALSE(takenInside);
-    EXPECT_TRUE(taken);
+    EXPECT_TRUE(current && !takenInside && taken);
     EXPECT_EQ(NSOpenGLContext::currentContext(), nullptr);
 }
 

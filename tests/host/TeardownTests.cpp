@@ -1,22 +1,13 @@
 // SPDX-License-Identifier: MIT
 // What careless hosts do, and what it may not lead to.
-#include <VX_OpenGL64/camera/VX_GLCameraLight.h>
-#include <VX_OpenGL64/output/VX_FinalOutputManager.h>
 #include <VX_OpenGL64/targets/VX_GLRenderTarget.h>
 #include <VX_OpenGL64/targets/VX_GLVBOVertex.h>
 #include <tests/support/ScriptedPipeline.h>
 
 #include <cstdlib>
 #include <memory>
-#include <type_traits>
 
 using namespace vx::test;
-
-template <class... Classes>
-constexpr bool onlyReleaseEnds = (!std::is_destructible_v<Classes> && ...);
-static_assert(
-    onlyReleaseEnds<NSView, NSWindow, NSOpenGLView, NSOpenGLContext, NSOpenGLPixelFormat, NSApplication>);
-static_assert(onlyReleaseEnds<VX_GLMainView, VX_GLRenderpipeline, VX_FinalOutputManager, VX_GLCameraLight>);
 
 namespace {
 
