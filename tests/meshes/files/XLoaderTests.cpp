@@ -83,14 +83,13 @@ const Case kCases[] = {
     // The second block's normals are matched to the first corners of the whole list.
     {"two meshes", kLoadable + "Mesh{1;5;6;7;;1;3;0,0,0;;MeshNormals{1;1;0;0;;1;3;0,0,0;;}}",
      "0 0 0 1 0 0 0 0, 1 0 0 1 0 0 0 0, 0 2 0 1 0 0 0 0, 5 6 7 nan nan nan 0 0, : 0 1 2 0 0 0"},
-    {"mesh in a frame", "Frame{" + kLoadable + "}", ":"},
     {"mesh in a named frame, another behind it", "Frame Root\n{ Mesh m { 1; 9;9;9;; } }\n" + kLoadable},
     {"animation set, header, templates and unknown blocks",
      "template A { <0-1> {x} [...] }\nHeader {1;0;1;}\nAnimationSet S {Animation{{R}\n}\n}\n"
      "{Some {thing} }\nUnknown{}\nMeshes {}\nmesh{}\n" +
          kLoadable},
-    {"runs on behind an inner block to the next brace", "template A {{}}\nmore }\n" + kLoadable},
-    {"and takes a mesh with it", "template A {{}}\n" + kLoadable, ":"},
+    {"runs on behind an inner block to the next brace, and takes a mesh with it",
+     "template A {{}}\n" + kLoadable, ":"},
     {"comments", "// one {\n# two }\n//\nMesh {" + kTriangle + "\n// {\n# }\n" + kNormalZ + "\n//}\n}\n//"},
     {"a slash at the top level", kLoadable + "\n/", kFails},
     {"Windows line ends",

@@ -5,16 +5,14 @@
 
 namespace {
 
-/// Looks at what is left of its model when it ends.
-struct LastFace : VX_GLStandardFaceData {
-    ~LastFace() override { EXPECT_FALSE(model->m_RootMeshs || glIsTexture(texture)); }
-    VX_GLStandardMesh* model;
-    unsigned texture;
+struct Face : VX_GLStandardFaceData {
+    ~Face() override { ++ended; }
+    static inline int ended = 0;
 };
 
 } // namespace
 
-TEST(VX_GLStandardMesh, FreesItsRootThenTheTexturesThenItsMeshes) {
+TEST(VX_GLStandardMesh, FreesItsRootItsTexturesAndItsMeshes) {
     HeadlessContext gl(8, 8);
     unsigned textures[2];
     glGenTextures(2, textures);
@@ -22,16 +20,14 @@ TEST(VX_GLStandardMesh, FreesItsRootThenTheTexturesThenItsMeshes) {
     for (const int i : {0, 1}) {
         glBindTexture(GL_TEXTURE_2D, textures[i]); // which makes it one
         model.AddMaterial()->m_Textures[i * 7] = textures[i];
-        auto* face = new LastFace;
-        face->model = &model;
-        face->texture = textures[i];
-        model.AddMesh()->m_Faces.push_back(face);
+        model.AddMesh()->m_Faces.push_back(new Face);
         model.GetRootMeshs()->AddChildren()->AddMeshIndex(0);
     }
     EXPECT_EQ(ints(model.GetMaterialCount(), model.GetMeshCount()), ints(2, 2));
     model.FreeResources();
     EXPECT_EQ(model.m_RootMeshs, nullptr);
-    EXPECT_EQ(ints(model.GetMaterialCount(), model.GetMeshCount()), ints(0, 0));
+    EXPECT_EQ(ints(model.GetMaterialCount(), model.GetMeshCount(), Face::ended), ints(0, 0, 2));
+    EXPECT_FALSE(glIsTexture(textures[0]) || glIsTexture(textures[1]));
 }
 
 TEST(VX_GLStandardMesh, NodesKeepTheirTransformWhenTheyAreEmptied) {
