@@ -47,6 +47,4 @@ TEST(AlertPainter, KeepsToTheRoomOfTheScreen) {
         EXPECT_LT(leftEdge(painter, 0, y), 1000);
         EXPECT_NEAR(leftEdge(painter, 2, y), 20 * scale, 3) << "the last button";
     }
-    const AlertPainter bare({"", "", {"OK"}}, 1, 1280, 800), told({"Message", "", {"OK"}}, 1, 1280, 800);
-    EXPECT_LT(bare.height(), told.height()) << "no room for texts that are not there";
 }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <VX_OpenGL64/host/VX_GLChildView.h>
+#include <VX_Platform/Foundation/VX_Diagnostics.h>
 #include <tests/support/Pixels.h>
 #include <tests/support/ScriptedPipeline.h>
 #include <tests/support/SteppedClock.h>
@@ -125,4 +126,32 @@ TEST_F(FrameTest, IsGivenUpSkippedOrFailsAndTheNextOneIsDrawn) {
     EXPECT_EQ(stage.frame(), "");
     EXPECT_EQ(stage.view->GetLostRefreshes(), 1u);
     stage.pipeline->release(); // the view's reference, which is the caller's now
+}
+
+TEST_F(FrameTest, OfAViewThatNobodySeesAreMissedAfterASecond) {
+    SteppedClock clock;
+    LogCollector log;
+    VX_SetDiagnostics(true);
+    const CGRect frame{{}, {8, 8}};
+    const auto window = NSInit(new NSWindow, frame, 0), shown = NSInit(new NSWindow, frame, 0);
+    shown->makeKeyAndOrderFront();
+    const auto pipeline = NSInit(new ScriptedPipeline);
+    NSRef<VX_GLMainView> views[4]; // without a window, in one never shown, in one that is, and gone
+    for (NSRef<VX_GLMainView>& view : views) {
+        view = NSInit(new VX_GLMainView, frame, nullptr);
+        view->AddPixelFormatAttribute(NSOpenGLPFADoubleBuffer);
+        ASSERT_TRUE(view->initializationWithPixelFormat(pipeline.get(), view->GetPixelFormatAttributes()));
+    }
+    VX_SetDiagnostics(false);
+    window->setContentView(views[1].get());
+    shown->setContentView(views[2].get());
+    views[3] = nullptr;
+    clock.step(SteppedClock::kSecond * 9 / 10);
+    NSApplication::sharedApplication()->runStep(0.0);
+    EXPECT_EQ(log.count("draws nothing"), 0);
+    clock.step(SteppedClock::kSecond / 5);
+    NSApplication::sharedApplication()->runStep(0.0);
+    EXPECT_EQ(ints(log.count("nothing: it is in no window"), log.count("in a window that was never shown")), ints(1, 1));
+    EXPECT_EQ(log.count("draws nothing"), 2);
+    views[2]->stopRender();
 }

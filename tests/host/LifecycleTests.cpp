@@ -59,8 +59,6 @@ TEST_F(LifecycleTest, StartsFromTheDisplayPassAndPostsItsNotificationAfterwards)
     int interval = 0;
     stage.view->openGLContext()->getValues(&interval, NSOpenGLCPSwapInterval);
     EXPECT_EQ(interval, 1) << "swaps wait for the retrace";
-    stage.view->setFrame(CGRectMake(0, 0, 100, 100));
-    EXPECT_EQ(stage.view->width(), 64.0f) << "sampled in prepareOpenGL alone";
 
     stage.view->releaseResources();
     stage.view->SetStepped(false);
