@@ -8,7 +8,6 @@ using namespace vx::test;
 
 namespace {
 
-// What a link gave its callback.
 struct Beat {
     CVTimeStamp now, output; // of the last call
     std::uint64_t callbacks = 0;

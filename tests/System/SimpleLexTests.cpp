@@ -58,7 +58,6 @@ const std::string_view kNumbers =
     "|0x1p3|0x1.8P-2|0X.8|0x|0xg|inf|-INFINITY|infinit|nan|-nan|nan(12)|NaN(|1,5|1d5|1f|abc|\xff|1\xc3"
     "|12abc|\2405";
 
-/// A text and what the C library reads from it in the C locale.
 struct Number {
     explicit Number(std::string_view from)
         : text(from), integer(std::atoi(text.c_str())), real(std::atof(text.c_str())) {}

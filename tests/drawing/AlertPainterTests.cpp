@@ -11,7 +11,6 @@ using namespace vx::test;
 
 namespace {
 
-// The first column where the button can be pressed in a row.
 int leftEdge(const AlertPainter& painter, int button, int y) {
     int x = 0;
     while (x < painter.width() && painter.buttonAt(x, y) != button)

@@ -151,7 +151,8 @@ TEST_F(FrameTest, OfAViewThatNobodySeesAreMissedAfterASecond) {
     EXPECT_EQ(log.count("draws nothing"), 0);
     clock.step(SteppedClock::kSecond / 5);
     NSApplication::sharedApplication()->runStep(0.0);
-    EXPECT_EQ(ints(log.count("nothing: it is in no window"), log.count("in a window that was never shown")), ints(1, 1));
+    EXPECT_EQ(ints(log.count("nothing: it is in no window"), log.count("in a window that was never shown")),
+              ints(1, 1));
     EXPECT_EQ(log.count("draws nothing"), 2);
     views[2]->stopRender();
 }

@@ -10,7 +10,6 @@ using HandOverTest = HeadlessTest;
 
 namespace {
 
-// A refresh as the display link has it.
 void beat(Stage& stage) {
     _VX_GLMainViewCallbackContext record{stage.view->existingOpenGLContext(), stage.view.get(), 0.0, 0};
     Heartbeat(nullptr, nullptr, &stage.time, 0, nullptr, &record);

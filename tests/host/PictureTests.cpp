@@ -22,7 +22,6 @@ protected:
         std::filesystem::temp_directory_path() / ("vx_pictures_" + std::to_string(getpid()));
 };
 
-// Red in the left half, blue in a corner at the lower left.
 void drawMark() {
     clearTo(0, 1, 0);
     clearTo(1, 0, 0, 0, 0, 32, 48);

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// What careless hosts do, and what it may not lead to.
 #include <VX_OpenGL64/targets/VX_GLVBOVertex.h>
 #include <tests/support/ScriptedPipeline.h>
 

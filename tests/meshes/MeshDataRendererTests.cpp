@@ -11,7 +11,6 @@ using Renderer = VX_GLMeshDataRenderer;
 
 namespace {
 
-/// A format and the draws of its own.
 const struct Member {
     int format;
     void (Renderer::*draw)(unsigned int, int, int);

@@ -19,7 +19,6 @@ const struct Row {
     {13, 36, 12, -1, 28, -1}, {15, 48, 12, 28, 40, -1}, {19, 36, -1, 12, -1, 24},
 };
 
-/// Whether there is a block, then format, count and stride.
 std::vector<int> stateOf(const VX_GLVertex& vertices) {
     return {vertices.m_Data != nullptr, vertices.m_Format, vertices.m_Count, vertices.m_Stride};
 }

@@ -14,7 +14,6 @@ std::string sizeOf(const VX_FinalOutputManager& settings) {
     return std::to_string(int(size.width)) + " x " + std::to_string(int(size.height));
 }
 
-/// Everything that a dictionary keeps.
 std::string stateOf(const VX_FinalOutputManager& settings) {
     const CGSize offset = settings.GetPositionOffset();
     const NSString* name = settings.GetTargetScreenName();

@@ -14,7 +14,6 @@ namespace {
 /// Place and texture coordinate of each corner of each line and triangle.
 using Corners = std::multiset<std::vector<float>>;
 
-/// What GL made of a draw.
 Corners drawnBy(const std::function<void()>& draw) {
     std::vector<float> fed(10000);
     glFeedbackBuffer(GLsizei(fed.size()), GL_4D_COLOR_TEXTURE, fed.data());
