@@ -56,13 +56,11 @@ TEST_F(DisplayLink, TellsTheTimeOfTheCallAndOfTheRefreshItIsForAndCountsEveryOne
     CVDisplayLinkSetCurrentCGDisplayFromOpenGLContext(link, stage.view->openGLContext(), nullptr);
     CVDisplayLinkSetOutputCallback(link, Beats::take, &beats);
     ASSERT_EQ(CVDisplayLinkStart(link), kCVReturnSuccess);
-    EXPECT_EQ(CVDisplayLinkStart(link), kCVReturnDisplayLinkAlreadyRunning);
     ASSERT_TRUE(waitFor([&] { return beats.get().callbacks > 2; }));
     const CVTimeStamp from = beats.get().output;
     ASSERT_TRUE(waitFor([&] { return beats.get().output.frameCount > from.frameCount + 60; }));
     const std::uint64_t missed = CVDisplayLinkGetMissedRefreshes(link);
     EXPECT_EQ(CVDisplayLinkStop(link), kCVReturnSuccess);
-    EXPECT_EQ(CVDisplayLinkStop(link), kCVReturnDisplayLinkNotRunning);
     const auto [now, to, stopped] = beats.get();
     std::this_thread::sleep_for(std::chrono::milliseconds(50));
     EXPECT_EQ(beats.get().callbacks, stopped);

@@ -207,14 +207,15 @@ TEST(VX_GLMeshDataRenderer, UpdatesFromMeshesWholeAndInPart) {
     VX_GLMeshData mesh;
     mesh.AllocateVertex(3, 24);
     mesh.AllocateIndex(6);
-    mesh.m_CarriedVector2 = {0, 0, 2};
+    mesh.m_CarriedVector0 = mesh.m_CarriedVector1 = mesh.m_CarriedVector2 = {2, 4, 6};
     const auto update = [&](int vertices, int indices) {
         renderer.UpdateRangeByMeshData(GL_STATIC_DRAW, GL_STATIC_DRAW, &mesh, vertices, indices);
         return ints(renderer.m_VertexCount, renderer.m_VertexBuffer->m_Size, renderer.m_IndexCount);
     };
     EXPECT_EQ(update(4, 3), ints(4, 4 * 24, 3));
     EXPECT_EQ(update(4000, 3000), ints(24, 24 * 24, 6)) << "no more than the mesh has";
-    EXPECT_EQ(renderer.m_CarriedVector2, mesh.m_CarriedVector2);
+    const glm::vec3 sum = renderer.m_CarriedVector0 + renderer.m_CarriedVector1 + renderer.m_CarriedVector2;
+    EXPECT_EQ(sum, glm::vec3(6, 12, 18));
     VX_GLMeshData bare; // neither vertices nor indices
     renderer.UpdateByMeshData(GL_STATIC_DRAW, GL_STATIC_DRAW, &bare);
     EXPECT_EQ(ints(renderer.m_IndexBuffer != nullptr, renderer.m_VertexCount), ints(0, 24));
