@@ -140,8 +140,7 @@ TEST(VX_GLMeshXLoader, IsReusable) {
     EXPECT_EQ(loaded(loader, kQuad), kQuadVertices + "0 1 2 2 3 0 0 0");
     loaded(loader, kLoadable);
     EXPECT_EQ(loader.m_Positions.size() + loader.m_FaceCount + loader.m_HasQuads, 4u) << "none of the quad";
-    EXPECT_TRUE(loader.Load(TemporaryFile(kHeader).path()));
-    EXPECT_EQ(loader.m_FaceCount, 0);
+    EXPECT_TRUE(loader.Load(TemporaryFile(kHeader).path()) && loader.m_FaceCount == 0);
     loader.freeAllMesh();
     EXPECT_EQ(loaded(loader, kLoadable), kFails) << "no mesh is left to fill";
     EXPECT_EQ(loader.Triangulate(), -1);
