@@ -263,7 +263,7 @@ void VX_GLMeshDataRenderer::DrawPNTInstanced(unsigned int mode, int first, int c
     if (!m_VertexBuffer)
         return;
     VX_NEEDS_CONTEXT();
-    constexpr const VertexLayout& layout = layoutOf<VX_GLVertexPNT>;
+    constexpr VertexLayout layout = layoutOf<VX_GLVertexPNT>;
     const struct {
         GLuint attribute;
         GLint components;

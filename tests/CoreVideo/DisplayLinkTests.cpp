@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include <VX_Platform/AppKit/private/RunningPlatform.h>
 #include <VX_Platform/CoreVideo/CVDisplayLink.h>
 #include <tests/support/ScriptedPipeline.h>
 
@@ -9,7 +8,6 @@ using namespace vx::test;
 
 namespace {
 
-// What a link gave its callback.
 struct Beat {
     CVTimeStamp now, output; // of the last call
     std::uint64_t callbacks = 0;
@@ -25,9 +23,9 @@ struct Beats {
                          CVOptionFlags*, void* user) {
         auto* beats = static_cast<Beats*>(user);
         std::lock_guard guard(beats->lock);
-        const std::uint64_t count = beats->last.callbacks + 1;
-        beats->last = {*now, *output, count, beats->last.ahead || output->hostTime > now->hostTime};
-        if (count % 3 == 0)
+        const bool ahead = beats->last.ahead || output->hostTime > now->hostTime;
+        beats->last = {*now, *output, beats->last.callbacks + 1, ahead};
+        if (beats->last.callbacks % 3 == 0)
             std::this_thread::sleep_for(std::chrono::milliseconds(20));
         return 0;
     }
@@ -49,48 +47,6 @@ protected:
     }
 };
 
-// The headless platform with surfaces of which a test decides what they say.
-class WrappedPlatform : public std::enable_shared_from_this<WrappedPlatform>, public vx::Platform {
-public:
-    std::atomic<bool> takesFrames{true};
-    std::atomic<int> sources{0};
-    const std::shared_ptr<vx::Platform> real = vx::runningPlatform();
-
-    const char* name() const override { return real->name(); }
-    vx::GLDriver& gl() override { return real->gl(); }
-    std::vector<vx::DisplayInfo> displays() override { return real->displays(); }
-    std::unique_ptr<vx::WindowBackend> makeWindow(CGRect frame, vx::WindowStyle style) override {
-        return real->makeWindow(frame, style);
-    }
-    std::unique_ptr<vx::WindowBackend> adoptWindow(const vx::NativeWindow&) override { return nullptr; }
-    std::unique_ptr<vx::Surface> makeSurface(vx::GLDriver::Handle config, vx::WindowBackend* window,
-                                             CGRect frame) override {
-        return std::make_unique<Surface>(shared_from_this(), real->makeSurface(config, window, frame));
-    }
-    bool drawsWithoutWindow() const override { return true; }
-    int presentAlert(const vx::AlertContents&) override { return 0; }
-    void handleEvents(double seconds) override { real->handleEvents(seconds); }
-    void wake() override { real->wake(); }
-
-private:
-    struct Surface : vx::Surface {
-        Surface(std::shared_ptr<WrappedPlatform> platform, std::unique_ptr<vx::Surface> real)
-            : platform(std::move(platform)), real(std::move(real)) {}
-        vx::GLDriver::Handle handle() const override { return real->handle(); }
-        const vx::WindowBackend* window() const override { return real->window(); }
-        void follow(CGRect frame) override { real->follow(frame); }
-        vx::DisplayInfo display() const override { return real->display(); }
-        std::unique_ptr<vx::RefreshSource> makeRefreshSource() const override {
-            ++platform->sources;
-            return nullptr;
-        }
-        bool takesFrame() override { return platform->takesFrames; }
-
-        std::shared_ptr<WrappedPlatform> platform;
-        std::unique_ptr<vx::Surface> real;
-    };
-};
-
 } // namespace
 
 TEST_F(DisplayLink, TellsTheTimeOfTheCallAndOfTheRefreshItIsForAndCountsEveryOne) {
@@ -102,18 +58,15 @@ TEST_F(DisplayLink, TellsTheTimeOfTheCallAndOfTheRefreshItIsForAndCountsEveryOne
     CVDisplayLinkSetCurrentCGDisplayFromOpenGLContext(link, stage.view->openGLContext(), nullptr);
     CVDisplayLinkSetOutputCallback(link, Beats::take, &beats);
     ASSERT_EQ(CVDisplayLinkStart(link), kCVReturnSuccess);
-    EXPECT_EQ(CVDisplayLinkStart(link), kCVReturnDisplayLinkAlreadyRunning);
     ASSERT_TRUE(waitFor([&] { return beats.get().callbacks > 2; }));
     const CVTimeStamp from = beats.get().output;
     ASSERT_TRUE(waitFor([&] { return beats.get().output.frameCount > from.frameCount + 60; }));
     const std::uint64_t missed = CVDisplayLinkGetMissedRefreshes(link);
     EXPECT_EQ(CVDisplayLinkStop(link), kCVReturnSuccess);
-    EXPECT_EQ(CVDisplayLinkStop(link), kCVReturnDisplayLinkNotRunning);
     const auto [now, to, stopped, ahead] = beats.get();
     std::this_thread::sleep_for(std::chrono::milliseconds(50));
     EXPECT_EQ(beats.get().callbacks, stopped);
-    EXPECT_EQ(to.frameCount, now.frameCount + 1);
-    EXPECT_TRUE(ahead);
+    EXPECT_TRUE(ahead && to.frameCount == now.frameCount + 1);
     EXPECT_LE(to.hostTime, now.hostTime + now.videoRefreshPeriod) << "the next refresh, and no later one";
     EXPECT_NEAR(1e9 / double(now.videoRefreshPeriod), 75.0, 0.01);
     EXPECT_NEAR(double(to.frameCount - from.frameCount) / double(to.hostTime - from.hostTime) * 1e9, 75, 0.1);
@@ -122,59 +75,40 @@ TEST_F(DisplayLink, TellsTheTimeOfTheCallAndOfTheRefreshItIsForAndCountsEveryOne
     CVDisplayLinkRelease(link);
 }
 
-TEST_F(DisplayLink, FollowsTheViewBetweenDisplaysWhileDrawing) {
+TEST_F(DisplayLink, FollowsTheViewBetweenDisplaysWindowsAndContextsWhileDrawing) {
     Stage stage(Stage::Draws::byItself);
-    const auto rate = [&] {
-        return 1.0 / CVDisplayLinkGetActualOutputVideoRefreshPeriod(stage.view->displayLink());
+    const auto hasRate = [&](double rate) {
+        return waitFor([&] {
+            const double period = CVDisplayLinkGetActualOutputVideoRefreshPeriod(stage.view->displayLink());
+            return std::abs(1.0 / period - rate) < rate / 20;
+        });
     };
-    for (int round = 0; round < 3; ++round) {
+    const auto showOnBoth = [&] {
         stage.window->setFrame(CGRectMake(5900, 10, 64, 48));
-        EXPECT_TRUE(waitFor([&] { return std::abs(rate() - 75.0) < 3.0; })) << rate();
+        EXPECT_TRUE(hasRate(75.0));
         stage.window->setFrame(CGRectMake(5100, 10, 64, 48));
-        EXPECT_TRUE(waitFor([&] { return std::abs(rate() - 60.0) < 3.0; })) << rate();
-    }
+        EXPECT_TRUE(hasRate(60.0));
+    };
+    showOnBoth();
+    stage.attachPipeline();
+    stage.step();
+    showOnBoth();
+    stage.window = NSInit(new NSWindow, CGRectMake(5900, 10, 64, 48), 0);
+    stage.window->setContentView(stage.view.get());
+    EXPECT_TRUE(hasRate(75.0)) << "that of another window";
+    showOnBoth();
     NSApplication::plugHeadlessDisplay("Left", CGRectMake(5000, 0, 800, 600), 120.0);
-    EXPECT_TRUE(waitFor([&] { return std::abs(rate() - 120.0) < 8.0; })) << "its display has another rate";
+    EXPECT_TRUE(hasRate(120.0)) << "its display has another rate";
     NSApplication::unplugHeadlessDisplay("Left");
-    EXPECT_TRUE(waitFor([&] { return std::abs(rate() - 60.0) < 3.0; })) << "the first one there is";
-}
-
-TEST_F(DisplayLink, TakesTheRefreshesOfTheSurfaceItsViewHasNowAndCountsTheFramesThatItRefuses) {
-    const auto platform = std::make_shared<WrappedPlatform>();
-    vx::replacePlatform(platform);
-    {
-        Stage stage(Stage::Draws::byItself);
-        EXPECT_EQ(platform->sources, 1);
-        auto other = NSInit(new NSWindow, CGRectMake(0, 0, 64, 48), 0);
-        other->makeKeyAndOrderFront();
-        other->setContentView(stage.view.get());
-        EXPECT_TRUE(waitFor([&] { return platform->sources == 2; })) << "another window, another source";
-        stage.window->setContentView(stage.view.get());
-        EXPECT_TRUE(waitFor([&] { return platform->sources == 3; }));
-        stage.attachPipeline();
-        stage.step();
-        EXPECT_TRUE(waitFor([&] { return platform->sources == 4; })) << "a new context while drawing";
-        stage.view->stopRenderThread();
-        stage.pipeline->takeCalls();
-        const std::uint64_t lost = stage.view->GetLostRefreshes();
-        platform->takesFrames = false;
-        EXPECT_EQ(stage.frame(), "callBack render afterFlush");
-        platform->takesFrames = true;
-        stage.frame();
-        EXPECT_EQ(stage.view->GetLostRefreshes(), lost + 1);
-    }
-    vx::replacePlatform(platform->real);
+    EXPECT_TRUE(hasRate(60.0)) << "the first one there is";
 }
 
 TEST_F(DisplayLink, RefusesRatesOutsideOf1To1000HertzAndEmptyDisplays) {
     LogCollector log;
-    int refused = 0;
-    for (const double rate : std::vector{0.0, -60.0, 0.001, 1e10, double(NAN), HUGE_VAL, -HUGE_VAL}) {
+    for (const double rate : {0.0, 0.001, 1e10, double(NAN), -HUGE_VAL})
         EXPECT_FALSE(NSApplication::plugHeadlessDisplay("Odd", CGRectMake(0, 0, 100, 100), rate)) << rate;
-        EXPECT_EQ(log.count("is refused"), ++refused);
-    }
+    EXPECT_EQ(log.count("is refused"), 5);
     EXPECT_FALSE(NSApplication::plugHeadlessDisplay("Odd", CGRectMake(0, 0, 0, 100), 60.0));
-    EXPECT_FALSE(NSApplication::unplugHeadlessDisplay("Odd"));
 }
 
 TEST_F(DisplayLink, TellsOfAThreadThatTheSystemDoesNotGive) {

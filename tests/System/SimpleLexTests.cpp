@@ -19,8 +19,6 @@ using vx::test::TemporaryFile;
 
 namespace {
 
-constexpr int kSemicolon = ';';
-
 class Lexing : public TemporaryFile {
 public:
     explicit Lexing(std::string_view bytes) : TemporaryFile(bytes), lexer(std::fopen(path(), "r")) {}
@@ -32,8 +30,9 @@ public:
         return characters;
     }
     std::string onlyToken() {
+        constexpr int end = ';';
         std::string token = "old";
-        lexer.getStringOnlyToken(token, 1, &kSemicolon);
+        lexer.getStringOnlyToken(token, 1, &end);
         return token;
     }
     std::string whiteToken() {
@@ -59,9 +58,17 @@ const std::string_view kNumbers =
     "|0x1p3|0x1.8P-2|0X.8|0x|0xg|inf|-INFINITY|infinit|nan|-nan|nan(12)|NaN(|1,5|1d5|1f|abc|\xff|1\xc3"
     "|12abc|\2405";
 
-std::vector<std::string> numbers() {
-    std::vector<std::string> texts;
-    for (std::size_t at = 0; at < kNumbers.size(); at += texts.back().size() + 1)
+struct Number {
+    explicit Number(std::string_view from)
+        : text(from), integer(std::atoi(text.c_str())), real(std::atof(text.c_str())) {}
+    std::string text;
+    int integer;
+    double real;
+};
+
+std::vector<Number> numbers() {
+    std::vector<Number> texts;
+    for (std::size_t at = 0; at < kNumbers.size(); at += texts.back().text.size() + 1)
         texts.emplace_back(kNumbers.substr(at, kNumbers.find('|', at) - at));
     std::mt19937_64 random(7);
     for (int i = 0; i < 20000; ++i) {
@@ -70,7 +77,7 @@ std::vector<std::string> numbers() {
         const double any = std::bit_cast<double>(random());
         constexpr const char* formats[] = {"%.6f", "%.9g", "%.17g", "%.3e", "%.20f", "%.0f", "%a", "%f"};
         std::snprintf(text, sizeof text, formats[i % 8], i % 3 ? uniform : any);
-        texts.push_back(text);
+        texts.emplace_back(text);
     }
     return texts;
 }
@@ -81,18 +88,17 @@ std::uint64_t bitsOf(double value) {
 }
 
 /// The same file of numbers, each read by the lexer and by its cursor, at every offset from the block's end.
-void expectNumbersOfTheCLocale(const std::vector<std::string>& texts, const std::vector<int>& integers,
-                               const std::vector<double>& doubles) {
+void expectNumbersOfTheCLocale(const std::vector<Number>& numbers) {
     std::string file;
-    for (const std::string& text : texts)
-        file += text + ';';
+    for (const Number& number : numbers)
+        file += number.text + ';';
     Lexing first(file), second(file), third(file), fourth(file);
     vx::LexCursor cursorOfIntegers(third.lexer), cursorOfDoubles(fourth.lexer);
-    for (std::size_t i = 0; i < texts.size(); ++i) {
-        ASSERT_EQ(first.lexer.getInt(';'), integers[i]) << texts[i];
-        ASSERT_EQ(bitsOf(second.lexer.getDouble(';')), bitsOf(doubles[i])) << texts[i];
-        ASSERT_EQ(cursorOfIntegers.getInt<';'>(), integers[i]) << texts[i];
-        ASSERT_EQ(bitsOf(cursorOfDoubles.getDouble<';'>()), bitsOf(doubles[i])) << texts[i];
+    for (const auto& [text, integer, real] : numbers) {
+        ASSERT_EQ(first.lexer.getInt(';'), integer) << text;
+        ASSERT_EQ(bitsOf(second.lexer.getDouble(';')), bitsOf(real)) << text;
+        ASSERT_EQ(cursorOfIntegers.getInt<';'>(), integer) << text;
+        ASSERT_EQ(bitsOf(cursorOfDoubles.getDouble<';'>()), bitsOf(real)) << text;
     }
     EXPECT_TRUE(cursorOfIntegers.isEOF() && cursorOfDoubles.isEOF());
 }
@@ -157,24 +163,16 @@ TEST(VX_SystemSimpleLex, BlocksLeaveNoTraceInTheText) {
 }
 
 TEST(VX_SystemSimpleLex, NumbersAreThoseOfTheCLocaleInAnyLocale) {
-    const std::vector<std::string> texts = numbers();
-    std::vector<int> integers;
-    std::vector<double> doubles;
-    for (const std::string& text : texts) {
-        integers.push_back(std::atoi(text.c_str()));
-        doubles.push_back(std::atof(text.c_str()));
-    }
-    expectNumbersOfTheCLocale(texts, integers, doubles);
+    const std::vector<Number> known = numbers();
+    expectNumbersOfTheCLocale(known);
 
-    const auto folder = std::filesystem::temp_directory_path() / ("vx_locale_" + std::to_string(getpid()));
-    std::filesystem::create_directory(folder);
-    const std::string command =
-        "localedef -i de_DE -f UTF-8 '" + (folder / "de_DE").string() + "' 2>/dev/null";
+    const std::string folder = "/tmp/vx_locale_" + std::to_string(getpid());
+    const std::string command = "mkdir " + folder + " && localedef -i de_DE -f UTF-8 " + folder + "/de_DE";
     ASSERT_EQ(std::system(command.c_str()), 0) << "localedef makes the locale with the comma";
     setenv("LOCPATH", folder.c_str(), 1);
     ASSERT_NE(std::setlocale(LC_ALL, "de_DE"), nullptr);
     EXPECT_EQ(std::atof("1,5"), 1.5);
-    expectNumbersOfTheCLocale(texts, integers, doubles);
+    expectNumbersOfTheCLocale(known);
     std::setlocale(LC_ALL, "C");
     std::filesystem::remove_all(folder);
 }
@@ -182,12 +180,10 @@ TEST(VX_SystemSimpleLex, NumbersAreThoseOfTheCLocaleInAnyLocale) {
 TEST(VX_SystemSimpleLex, FilesThatAreNone) {
     for (FILE* file : {static_cast<FILE*>(nullptr), std::fopen("/", "r"), std::fopen("/dev/null", "r")}) {
         VX_SystemSimpleLex lexer(file);
-        EXPECT_TRUE(lexer.isEOF());
-        EXPECT_EQ(lexer.get(), VX_SystemSimpleLex::endOfFile);
-        EXPECT_EQ(lexer.peek(), VX_SystemSimpleLex::endOfFile);
-        EXPECT_EQ(lexer.getDouble(';'), 0.0);
         lexer.skipWhiteSpace();
         lexer.find('x');
+        EXPECT_TRUE(lexer.isEOF() && lexer.get() == lexer.endOfFile && lexer.peek() == lexer.endOfFile);
+        EXPECT_EQ(lexer.getDouble(';'), 0.0);
     }
     Lexing sized("0123456789");
     sized.lexer.get();

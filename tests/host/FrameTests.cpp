@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <VX_OpenGL64/host/VX_GLChildView.h>
+#include <VX_Platform/Foundation/VX_Diagnostics.h>
 #include <tests/support/Pixels.h>
 #include <tests/support/ScriptedPipeline.h>
 #include <tests/support/SteppedClock.h>
@@ -11,26 +12,23 @@ using FrameTest = HeadlessTest;
 
 namespace {
 
-class Child : public NSObject, public VX_GLChildView {
-public:
-    explicit Child(const Stage& stage) : m_Stage(stage) {}
+struct Child : NSObject, VX_GLChildView {
+    explicit Child(const Stage& stage) : pipeline(stage.pipeline.get()) {}
     void initialization(VX_GLMainView* owner) override {
-        m_Stage.pipeline->noteCall("childInit");
+        pipeline->noteCall("childInit");
         context = NSRef<NSOpenGLContext>::adopt(
             (new NSOpenGLContext)->initWithFormat(owner->pixelFormat(), owner->openGLContext()));
     }
     void callBackRender() override {
-        m_Stage.pipeline->noteCall("child");
+        pipeline->noteCall("child");
         context->makeCurrentContext();
     }
     void releaseResources() override {
-        m_Stage.pipeline->noteCall("childRelease");
+        pipeline->noteCall("childRelease");
         context = nullptr;
     }
+    ScriptedPipeline* pipeline;
     NSRef<NSOpenGLContext> context;
-
-private:
-    const Stage& m_Stage;
 };
 
 } // namespace
@@ -48,10 +46,9 @@ TEST_F(FrameTest, RunsTheHooksInOrderWithTheContextCurrentAndNoErrorLeft) {
     const int count = stage.pipeline->retainCount();
     stage.time.frameCount = 77;
     EXPECT_EQ(stage.frame(), "callBack render afterFlush");
-    EXPECT_TRUE(current);
-    EXPECT_EQ(error, GLenum(GL_NO_ERROR));
-    EXPECT_EQ(stage.pipeline->lastBounds.size.width, 64.0);
-    EXPECT_EQ(stage.pipeline->lastBounds.size.height, 48.0);
+    EXPECT_TRUE(current && error == GL_NO_ERROR);
+    const CGSize size = stage.pipeline->lastBounds.size;
+    EXPECT_EQ(ints(size.width, size.height), ints(64, 48));
     EXPECT_EQ(stage.pipeline->lastStamp().frameCount, 77u);
     EXPECT_EQ(stage.pipeline->retainCount(), count);
 }
@@ -126,9 +123,36 @@ TEST_F(FrameTest, IsGivenUpSkippedOrFailsAndTheNextOneIsDrawn) {
     EXPECT_EQ(stage.frame(), "callBack render afterFlush");
 
     stage.view->detachRenderpipeline();
-    const std::uint64_t drawn = stage.view->GetDrawnFrames();
     EXPECT_EQ(stage.frame(), "");
-    EXPECT_EQ(stage.view->GetDrawnFrames(), drawn + 1) << "with its hooks left out";
     EXPECT_EQ(stage.view->GetLostRefreshes(), 1u);
     stage.pipeline->release(); // the view's reference, which is the caller's now
+}
+
+TEST_F(FrameTest, OfAViewThatNobodySeesAreMissedAfterASecond) {
+    SteppedClock clock;
+    LogCollector log;
+    VX_SetDiagnostics(true);
+    const CGRect frame{{}, {8, 8}};
+    const auto window = NSInit(new NSWindow, frame, 0), shown = NSInit(new NSWindow, frame, 0);
+    shown->makeKeyAndOrderFront();
+    const auto pipeline = NSInit(new ScriptedPipeline);
+    NSRef<VX_GLMainView> views[4]; // without a window, in one never shown, in one that is, and gone
+    for (NSRef<VX_GLMainView>& view : views) {
+        view = NSInit(new VX_GLMainView, frame, nullptr);
+        view->AddPixelFormatAttribute(NSOpenGLPFADoubleBuffer);
+        ASSERT_TRUE(view->initializationWithPixelFormat(pipeline.get(), view->GetPixelFormatAttributes()));
+    }
+    VX_SetDiagnostics(false);
+    window->setContentView(views[1].get());
+    shown->setContentView(views[2].get());
+    views[3] = nullptr;
+    clock.step(SteppedClock::kSecond * 9 / 10);
+    NSApplication::sharedApplication()->runStep(0.0);
+    EXPECT_EQ(log.count("draws nothing"), 0);
+    clock.step(SteppedClock::kSecond / 5);
+    NSApplication::sharedApplication()->runStep(0.0);
+    EXPECT_EQ(ints(log.count("nothing: it is in no window"), log.count("in a window that was never shown")),
+              ints(1, 1));
+    EXPECT_EQ(log.count("draws nothing"), 2);
+    views[2]->stopRender();
 }

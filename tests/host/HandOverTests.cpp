@@ -10,7 +10,6 @@ using HandOverTest = HeadlessTest;
 
 namespace {
 
-// A refresh as the display link has it.
 void beat(Stage& stage) {
     _VX_GLMainViewCallbackContext record{stage.view->existingOpenGLContext(), stage.view.get(), 0.0, 0};
     Heartbeat(nullptr, nullptr, &stage.time, 0, nullptr, &record);
@@ -37,9 +36,7 @@ TEST_F(HandOverTest, HoldsTheContextAndItsLockForARefreshAndGivesBothBack) {
     };
     beat(stage);
     other.join();
-    EXPECT_TRUE(current);
-    EXPECT_FALSE(takenInside);
-    EXPECT_TRUE(taken);
+    EXPECT_TRUE(current && !takenInside && taken);
     EXPECT_EQ(NSOpenGLContext::currentContext(), nullptr);
 }
 
@@ -53,8 +50,7 @@ TEST_F(HandOverTest, NeitherDrawsNorStartsWhileAnotherThreadHasTheContextAndName
             beat(stage);
         stage.view->startRender();
     }).join();
-    EXPECT_EQ(stage.view->displayLink(), nullptr);
-    EXPECT_EQ(stage.pipeline->takeCalls(), "");
+    EXPECT_TRUE(!stage.view->displayLink() && stage.pipeline->takeCalls().empty());
     EXPECT_EQ(stage.view->GetLostRefreshes(), 200u);
     EXPECT_EQ(log.count("between RenderThreadLock and RenderThreadUnLock"), 1);
     EXPECT_EQ(log.count("stays current on another thread"), 1);

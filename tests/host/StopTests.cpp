@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// What hooks may end, restart and take: their own view, another one, a host's context.
 #include <tests/support/ScriptedPipeline.h>
 
 #include <VX_Platform/OpenGL/private/ContextInternals.h>
@@ -44,12 +43,9 @@ TEST_F(StopTest, TheRestOfAFrameIsLeftOutOnceAHookHasEndedDrawing) {
     EXPECT_EQ(stage.frame(), "callBack notify stop detach attach start notify");
     stage.pipeline->onCallBack = {};
     stage.pipeline->onRender = restart;
-    const std::uint64_t drawn = view->GetDrawnFrames();
     EXPECT_EQ(stage.frame(), "callBack render notify stop detach attach start notify");
-    EXPECT_EQ(view->GetDrawnFrames(), drawn) << "nor is it counted";
     stage.pipeline->onRender = [&] { view->releaseResources(); };
     EXPECT_EQ(stage.frame(), "callBack render detach");
-    EXPECT_EQ(stage.frame(), "") << "there is no context any more";
 }
 
 TEST_F(StopTest, StopsWhateverItsHooksThrow) {

