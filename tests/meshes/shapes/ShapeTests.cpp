@@ -77,7 +77,6 @@ TEST(VX_GLGeometryPrimitive2D, DotDonutWritesArcsWithJoins) {
     std::vector<Vec3> ring(31, Vec3(77.0f));
     for (const auto& [dots, steps] : {std::pair(0, 4), {3, 0}})
         EXPECT_EQ(Flat::DotDonut(1, 2, dots, steps, 0.5f, ring.data()), 0);
-    EXPECT_EQ(ring[0], Vec3(77.0f)) << "nothing to write";
     EXPECT_EQ(Flat::DotDonut(1, 2, 3, 4, 0.5f, nullptr), 30);
     EXPECT_EQ(Flat::DotDonut(1, 2, 3, 4, 0.5f, ring.data()), 0);
     EXPECT_EQ(ring[30], Vec3(77.0f));
