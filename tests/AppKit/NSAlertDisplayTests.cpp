@@ -120,20 +120,3 @@ TEST(NSAlertWindow, KeepsItsButtonsOnTheScreenAndStaysOpenUntilOneIsPressed) {
     alert.clickFromCorner(40, 35);
     EXPECT_EQ(alert.finalResult(), 1);
 }
-
-TEST(NSAlertWindow, BlocksOnlyItsOwnThread) {
-    RunningAlert first("first");
-    ASSERT_TRUE(first.waitForFirstPicture());
-    std::atomic<int> second{99};
-    std::thread other([&] {
-        second =
-            NSAlert::alertWithMessageText(text("second"), text("OK"), nullptr, nullptr, nullptr)->runModal();
-    });
-    std::vector<X11Input::Window> windows;
-    while (windows.size() < 2)
-        windows = first.user.windows(program_invocation_short_name);
-    first.user.close(windows[windows[0].id == first.window.id ? 1 : 0]);
-    other.join();
-    EXPECT_EQ(second, 1);
-    EXPECT_EQ(first.result, 99);
-}

@@ -36,22 +36,12 @@ private:
 };
 
 int main() {
-    NSApplication::useHeadlessPlatform();
-    const CGRect frame = CGRectMake(0, 0, 64, 64);
-    auto window = NSRef<NSWindow>::adopt((new NSWindow)->initWithContentRect(frame, NSTitledWindowMask));
-    auto view = NSRef<VX_GLMainView>::adopt((new VX_GLMainView)->initWithFrame(frame, nullptr));
-    auto pipeline = NSRef<BoxPipeline>::adopt(new BoxPipeline);
-    pipeline->init();
-    if (!window)
+    auto pipeline = NSInit(new BoxPipeline);
+    auto host = VX_GLHost::open(pipeline.get(), {.width = 64, .height = 64, .headless = true});
+    if (!host)
         return 1;
-    window->setContentView(view.get());
-    window->makeKeyAndOrderFront();
-    view->AddPixelFormatAttribute(NSOpenGLPFAColorSize, 24);
-    if (!view->initializationWithPixelFormat(pipeline.get(), view->GetPixelFormatAttributes()))
-        return 1;
-    NSApplication::sharedApplication()->run();
-    view->stopRender();
-    view->releaseResources();
+    host->run();
+    host.reset();
 
     const unsigned char* pixel = pipeline->pixel;
     std::printf("pixel in the middle: %d %d %d\n", pixel[0], pixel[1], pixel[2]);

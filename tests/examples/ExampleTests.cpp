@@ -55,8 +55,7 @@ TEST_F(ExampleTest, PicturesHaveTheSizeAskedAndAreTheSameOnEveryRun) {
             return Picture(path(name));
         };
         const Picture first = draw("first.png", "2");
-        EXPECT_EQ(first.width, 200);
-        EXPECT_EQ(first.height, 120);
+        EXPECT_TRUE(first.width == 200 && first.height == 120);
         EXPECT_GT(first.colours(), 100u) << program;
         EXPECT_EQ(first.pixels, draw("again.png", "2").pixels) << program;
         EXPECT_NE(first.pixels, draw("later.png", "20").pixels) << program << " does not move";
@@ -111,14 +110,6 @@ TEST_F(ExampleTest, WhatCannotBeDoneIsToldAndGivesItsStatus) {
         EXPECT_EQ(result.status, 1) << failure.command;
         EXPECT_NE(result.output.find(failure.told), std::string::npos) << result.output;
     }
-}
-
-TEST_F(ExampleTest, FramesCanBeCountedWithoutADisplay) {
-    const Result result = run(FIRST_PICTURE " --platform headless --size 64x64 --frames 40 --fps");
-    EXPECT_EQ(result.status, 0);
-    EXPECT_NE(result.output.find("frames/s, throttle: absolute deadlines, refreshes lost: "),
-              std::string::npos)
-        << result.output;
 }
 
 TEST_F(ExampleTest, ARecordingIsAHundredFramesThatMove) {

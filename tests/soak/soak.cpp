@@ -14,15 +14,11 @@ using namespace vx::test;
 
 namespace {
 
-class Dice {
-public:
-    explicit Dice(unsigned seed) : m_Source(seed) {}
-    bool oneIn(unsigned sides) { return m_Source() % sides == 0; }
-    void rest(unsigned most) { std::this_thread::sleep_for(std::chrono::milliseconds(m_Source() % most)); }
-    double upTo(unsigned most) { return 1 + m_Source() % most; }
-
-private:
-    std::minstd_rand m_Source;
+struct Dice : std::minstd_rand {
+    using std::minstd_rand::minstd_rand;
+    bool oneIn(unsigned sides) { return (*this)() % sides == 0; }
+    double upTo(unsigned most) { return double(1 + (*this)() % most); }
+    void rest(unsigned most) { std::this_thread::sleep_for(std::chrono::milliseconds((*this)() % most)); }
 };
 
 struct Soaked {
