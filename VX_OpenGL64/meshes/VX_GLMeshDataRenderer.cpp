@@ -263,7 +263,8 @@ void VX_GLMeshDataRenderer::DrawPNTInstanced(unsigned int mode, int first, int c
     if (!m_VertexBuffer)
         return;
     VX_NEEDS_CONTEXT();
-    constexpr VertexLayout layout = layoutOf<VX_GLVertexPNT>;
+    constexpr const VertexLayout& layout = layoutOf<VX_GLVertexPNT>;
+    constexpr GLsizei stride = layout.stride;
     const struct {
         GLuint attribute;
         GLint components;
@@ -279,7 +280,7 @@ void VX_GLMeshDataRenderer::DrawPNTInstanced(unsigned int mode, int first, int c
     forEach([](const auto& array) { glEnableVertexAttribArray(array.attribute); });
     m_VertexBuffer->BindBuffer();
     forEach([](const auto& array) {
-        glVertexAttribPointer(array.attribute, array.components, GL_FLOAT, GL_FALSE, layout.stride,
+        glVertexAttribPointer(array.attribute, array.components, GL_FLOAT, GL_FALSE, stride,
                               offset(array.place));
     });
     m_VertexBuffer->UnBindBuffer(); // the pointers keep the buffer

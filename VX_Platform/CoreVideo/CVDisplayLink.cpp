@@ -57,35 +57,7 @@ struct Run {
     CVDisplayLinkOutputCallback callback = nullptr;
     void* user = nullptr;
     std::atomic<bool> stopping{false};
-    // Set when the thread has left the host's callback for good.
-    std::atomic<bool> left{false};
 };
-
-// Threads that were stopped from their own callback and could not be waited for there.
-struct RetiredThreads {
-    struct Entry {
-        std::thread thread;
-        std::shared_ptr<Run> run;
-    };
-    std::mutex lock;
-    std::vector<Entry> entries;
-};
-
-RetiredThreads& retired() {
-    static RetiredThreads* retired = new RetiredThreads;
-    return *retired;
-}
-
-// Only those that have left: one that is still in a host's callback may wait for what the caller holds.
-void joinRetiredThreads() {
-    std::lock_guard guard(retired().lock);
-    std::erase_if(retired().entries, [](RetiredThreads::Entry& entry) {
-        if (!entry.run->left)
-            return false;
-        entry.thread.join();
-        return true;
-    });
-}
 
 // Real-time scheduling removes the tail of late wake-ups under load. It needs a privilege; without it the
 // link does as well as it can.
@@ -108,7 +80,6 @@ void runLink(const std::shared_ptr<Run>& run) {
         run->followView();
     }
     NSOpenGLContext::clearCurrentContext();
-    run->left = true;
 }
 
 } // namespace
@@ -126,7 +97,6 @@ struct CVDisplayLink {
 CVReturn CVDisplayLinkCreateWithActiveCGDisplays(CVDisplayLinkRef* link) {
     if (!link)
         return kCVReturnInvalidArgument;
-    joinRetiredThreads();
     *link = new CVDisplayLink;
     const std::shared_ptr<vx::Platform> platform = vx::runningPlatform();
     const std::vector<vx::DisplayInfo> displays =
@@ -187,12 +157,12 @@ CVReturn CVDisplayLinkStop(CVDisplayLinkRef link) {
         return kCVReturnDisplayLinkNotRunning;
     link->run->stopping = true;
     link->run->pacer.wake();
-    if (link->thread.get_id() == std::this_thread::get_id()) {
-        std::lock_guard guard(retired().lock);
-        retired().entries.push_back({std::move(link->thread), link->run});
-    } else {
+    // From the callback nobody waits for the thread, then or later: its host may go on to wait for whoever
+    // would.
+    if (link->thread.get_id() == std::this_thread::get_id())
+        link->thread.detach();
+    else
         link->thread.join();
-    }
     link->run.reset();
     return kCVReturnSuccess;
 }

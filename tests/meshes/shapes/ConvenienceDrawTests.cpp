@@ -36,8 +36,8 @@ TEST(VX_GLConvenienceDraw, DrawsFromClientMemoryAndCountsTheSegmentsOfACircle) {
     HeadlessContext gl(256, 256);
     glOrtho(0, 256, 0, 256, -9, 9);
     const CGRect rect = CGRectMake(1, 2, 10, 20);
-    const VXVector2 from(1, 2), to(3, 4);
-    const VXVector3 from3(1, 2, 3), to3(4, 5, 6);
+    const VXVector2 from{1, 2}, to{3, 4};
+    const VXVector3 from3{1, 2, 3}, to3{4, 5, 6};
     EXPECT_EQ(drawnBy([&] { Draw::drawLine(from, to); }), (Corners{{1, 2, 0, 0}, {3, 4, 0, 0}}));
     EXPECT_EQ(drawnBy([&] { Draw::drawLine(from3, to3); }), (Corners{{1, 2, 0, 0}, {4, 5, 0, 0}}));
     const auto both = [](std::vector<float> a, std::vector<float> b, std::vector<float> c,
@@ -51,7 +51,7 @@ TEST(VX_GLConvenienceDraw, DrawsFromClientMemoryAndCountsTheSegmentsOfACircle) {
     EXPECT_EQ(drawnBy([&] { Draw::drawSolidRect(rect, false); }),
               both({11, 2, 1, 0}, {1, 2, 0, 0}, {11, 22, 1, 1}, {1, 22, 0, 1}, true));
 
-    const VXVector2 middle(99, 99);
+    const VXVector2 middle{99, 99};
     const std::tuple<float, int, unsigned> rows[] = {{10, 0, 62}, {0.1f, 0, 2}, {1, -5, 6}, {1, 1, 2}};
     for (const auto& row : rows) {
         const Corners circle =
