@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <VX_Platform/Foundation/private/LineAMinute.h>
+
 #include <cstdint>
-#include <string>
 
 namespace vx {
 
@@ -15,8 +16,7 @@ public:
 
 private:
     std::uint64_t m_LastFailure = 0;
-    std::uint64_t m_LastLine = 0;
-    unsigned m_Untold = 0;
+    LineAMinute m_Lines;
 };
 
 } // namespace vx

@@ -2,8 +2,7 @@
 #include <VX_Platform/OpenGL/private/DriverMessages.h>
 
 #include <VX_Platform/Foundation/NSLog.h>
-
-#include <VX_Platform/Foundation/private/Clock.h>
+#include <VX_Platform/Foundation/private/LineAMinute.h>
 
 #include <epoxy/gl.h>
 
@@ -14,7 +13,6 @@
 namespace {
 
 // A fault in a hook comes with each frame.
-constexpr std::uint64_t kQuietTime = 60 * vx::Clock::kSecond;
 constexpr std::size_t kMostTexts = 256;
 
 class Folder {
@@ -25,23 +23,17 @@ public:
         const std::uint64_t now = vx::Clock::current().now();
         if (m_Known.size() >= kMostTexts)
             m_Known.clear();
-        const auto [known, isNew] = m_Known.try_emplace(text, Repeats{now, 0});
-        Repeats& repeats = known->second;
+        const auto [lines, isNew] = m_Known.try_emplace(text);
+        const std::optional<unsigned> untold = lines->second.ask(now);
         if (isNew)
             NSLog("OpenGL %s", text.c_str());
-        else if (++repeats.count; now - repeats.logged >= kQuietTime) {
-            NSLog("OpenGL %s (%d times more)", text.c_str(), repeats.count);
-            repeats = {now, 0};
-        }
+        else if (untold)
+            NSLog("OpenGL %s (%u times more)", text.c_str(), *untold + 1);
     }
 
 private:
-    struct Repeats {
-        std::uint64_t logged;
-        int count;
-    };
     std::mutex m_Lock;
-    std::map<std::string, Repeats> m_Known;
+    std::map<std::string, vx::LineAMinute> m_Known;
 };
 
 const char* kindOf(GLenum type) {
