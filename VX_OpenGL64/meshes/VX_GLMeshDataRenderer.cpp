@@ -82,10 +82,11 @@ void setPointers() {
 }
 
 template <int format>
-void drawArrays(const char* caller, VX_GLVBOVertex* vertices, unsigned int mode, int first, int count) {
+void drawArrays(VX_GLVBOVertex* vertices, unsigned int mode, int first, int count,
+                const char* operation = __builtin_FUNCTION()) {
     if (!vertices)
         return;
-    vx::needContext(caller);
+    vx::needContext("VX_GLMeshDataRenderer", operation);
     enableArrays<format>();
     vertices->BindBuffer();
     setPointers<format>();
@@ -95,11 +96,11 @@ void drawArrays(const char* caller, VX_GLVBOVertex* vertices, unsigned int mode,
 }
 
 template <int format>
-void drawElements(const char* caller, VX_GLVBOVertex* vertices, VX_GLVBOIndex* indices, unsigned int mode,
-                  int count) {
+void drawElements(VX_GLVBOVertex* vertices, VX_GLVBOIndex* indices, unsigned int mode, int count,
+                  const char* operation = __builtin_FUNCTION()) {
     if (!vertices || !indices)
         return;
-    vx::needContext(caller);
+    vx::needContext("VX_GLMeshDataRenderer", operation);
     enableArrays<format>();
     vertices->BindBuffer();
     indices->BindBuffer();
@@ -197,21 +198,21 @@ void VX_GLMeshDataRenderer::Draw(unsigned int mode, int format, int first, int c
         count = m_VertexCount;
     switch (format) {
         case VX_GLVertexP:
-            return drawArrays<VX_GLVertexP>(__PRETTY_FUNCTION__, m_VertexBuffer, mode, first, count);
+            return drawArrays<VX_GLVertexP>(m_VertexBuffer, mode, first, count);
         case VX_GLVertexPN:
-            return drawArrays<VX_GLVertexPN>(__PRETTY_FUNCTION__, m_VertexBuffer, mode, first, count);
+            return drawArrays<VX_GLVertexPN>(m_VertexBuffer, mode, first, count);
         case VX_GLVertexPT:
-            return drawArrays<VX_GLVertexPT>(__PRETTY_FUNCTION__, m_VertexBuffer, mode, first, count);
+            return drawArrays<VX_GLVertexPT>(m_VertexBuffer, mode, first, count);
         case VX_GLVertexPNT:
-            return drawArrays<VX_GLVertexPNT>(__PRETTY_FUNCTION__, m_VertexBuffer, mode, first, count);
+            return drawArrays<VX_GLVertexPNT>(m_VertexBuffer, mode, first, count);
         case VX_GLVertexPD:
-            return drawArrays<VX_GLVertexPD>(__PRETTY_FUNCTION__, m_VertexBuffer, mode, first, count);
+            return drawArrays<VX_GLVertexPD>(m_VertexBuffer, mode, first, count);
         case VX_GLVertexPDN:
-            return drawArrays<VX_GLVertexPDN>(__PRETTY_FUNCTION__, m_VertexBuffer, mode, first, count);
+            return drawArrays<VX_GLVertexPDN>(m_VertexBuffer, mode, first, count);
         case VX_GLVertexPDT:
-            return drawArrays<VX_GLVertexPDT>(__PRETTY_FUNCTION__, m_VertexBuffer, mode, first, count);
+            return drawArrays<VX_GLVertexPDT>(m_VertexBuffer, mode, first, count);
         case VX_GLVertexPDNT:
-            return drawArrays<VX_GLVertexPDNT>(__PRETTY_FUNCTION__, m_VertexBuffer, mode, first, count);
+            return drawArrays<VX_GLVertexPDNT>(m_VertexBuffer, mode, first, count);
         default:
             return;
     }
@@ -222,26 +223,19 @@ void VX_GLMeshDataRenderer::DrawWithIndex(unsigned int mode, int format) {
         return;
     switch (format) {
         case VX_GLVertexP:
-            return drawElements<VX_GLVertexP>(__PRETTY_FUNCTION__, m_VertexBuffer, m_IndexBuffer, mode,
-                                              m_IndexCount);
+            return drawElements<VX_GLVertexP>(m_VertexBuffer, m_IndexBuffer, mode, m_IndexCount);
         case VX_GLVertexPN:
-            return drawElements<VX_GLVertexPN>(__PRETTY_FUNCTION__, m_VertexBuffer, m_IndexBuffer, mode,
-                                               m_IndexCount);
+            return drawElements<VX_GLVertexPN>(m_VertexBuffer, m_IndexBuffer, mode, m_IndexCount);
         case VX_GLVertexPT:
-            return drawElements<VX_GLVertexPT>(__PRETTY_FUNCTION__, m_VertexBuffer, m_IndexBuffer, mode,
-                                               m_IndexCount);
+            return drawElements<VX_GLVertexPT>(m_VertexBuffer, m_IndexBuffer, mode, m_IndexCount);
         case VX_GLVertexPNT:
-            return drawElements<VX_GLVertexPNT>(__PRETTY_FUNCTION__, m_VertexBuffer, m_IndexBuffer, mode,
-                                                m_IndexCount);
+            return drawElements<VX_GLVertexPNT>(m_VertexBuffer, m_IndexBuffer, mode, m_IndexCount);
         case VX_GLVertexPD:
-            return drawElements<VX_GLVertexPD>(__PRETTY_FUNCTION__, m_VertexBuffer, m_IndexBuffer, mode,
-                                               m_IndexCount);
+            return drawElements<VX_GLVertexPD>(m_VertexBuffer, m_IndexBuffer, mode, m_IndexCount);
         case VX_GLVertexPDT:
-            return drawElements<VX_GLVertexPDT>(__PRETTY_FUNCTION__, m_VertexBuffer, m_IndexBuffer, mode,
-                                                m_IndexCount);
+            return drawElements<VX_GLVertexPDT>(m_VertexBuffer, m_IndexBuffer, mode, m_IndexCount);
         case VX_GLVertexPDNT:
-            return drawElements<VX_GLVertexPDNT>(__PRETTY_FUNCTION__, m_VertexBuffer, m_IndexBuffer, mode,
-                                                 m_IndexCount);
+            return drawElements<VX_GLVertexPDNT>(m_VertexBuffer, m_IndexBuffer, mode, m_IndexCount);
         default: // VX_GLVertexPDN too, unlike in Draw: docs/kept-behaviour.md
             return;
     }
@@ -289,67 +283,67 @@ void VX_GLMeshDataRenderer::DrawPNTInstanced(unsigned int mode, int first, int c
 }
 
 void VX_GLMeshDataRenderer::drawPVertex(unsigned int mode, int first, int count) {
-    drawArrays<VX_GLVertexP>(__PRETTY_FUNCTION__, m_VertexBuffer, mode, first, count);
+    drawArrays<VX_GLVertexP>(m_VertexBuffer, mode, first, count);
 }
 
 void VX_GLMeshDataRenderer::drawPNVertex(unsigned int mode, int first, int count) {
-    drawArrays<VX_GLVertexPN>(__PRETTY_FUNCTION__, m_VertexBuffer, mode, first, count);
+    drawArrays<VX_GLVertexPN>(m_VertexBuffer, mode, first, count);
 }
 
 void VX_GLMeshDataRenderer::drawPTVertex(unsigned int mode, int first, int count) {
-    drawArrays<VX_GLVertexPT>(__PRETTY_FUNCTION__, m_VertexBuffer, mode, first, count);
+    drawArrays<VX_GLVertexPT>(m_VertexBuffer, mode, first, count);
 }
 
 void VX_GLMeshDataRenderer::drawPNTVertex(unsigned int mode, int first, int count) {
-    drawArrays<VX_GLVertexPNT>(__PRETTY_FUNCTION__, m_VertexBuffer, mode, first, count);
+    drawArrays<VX_GLVertexPNT>(m_VertexBuffer, mode, first, count);
 }
 
 void VX_GLMeshDataRenderer::drawPDVertex(unsigned int mode, int first, int count) {
-    drawArrays<VX_GLVertexPD>(__PRETTY_FUNCTION__, m_VertexBuffer, mode, first, count);
+    drawArrays<VX_GLVertexPD>(m_VertexBuffer, mode, first, count);
 }
 
 void VX_GLMeshDataRenderer::drawPDNVertex(unsigned int mode, int first, int count) {
-    drawArrays<VX_GLVertexPDN>(__PRETTY_FUNCTION__, m_VertexBuffer, mode, first, count);
+    drawArrays<VX_GLVertexPDN>(m_VertexBuffer, mode, first, count);
 }
 
 void VX_GLMeshDataRenderer::drawPDTVertex(unsigned int mode, int first, int count) {
-    drawArrays<VX_GLVertexPDT>(__PRETTY_FUNCTION__, m_VertexBuffer, mode, first, count);
+    drawArrays<VX_GLVertexPDT>(m_VertexBuffer, mode, first, count);
 }
 
 void VX_GLMeshDataRenderer::drawPDNTVertex(unsigned int mode, int first, int count) {
-    drawArrays<VX_GLVertexPDNT>(__PRETTY_FUNCTION__, m_VertexBuffer, mode, first, count);
+    drawArrays<VX_GLVertexPDNT>(m_VertexBuffer, mode, first, count);
 }
 
 void VX_GLMeshDataRenderer::drawWithIndexPVertex(unsigned int mode) {
-    drawElements<VX_GLVertexP>(__PRETTY_FUNCTION__, m_VertexBuffer, m_IndexBuffer, mode, m_IndexCount);
+    drawElements<VX_GLVertexP>(m_VertexBuffer, m_IndexBuffer, mode, m_IndexCount);
 }
 
 void VX_GLMeshDataRenderer::drawWithIndexPNVertex(unsigned int mode) {
-    drawElements<VX_GLVertexPN>(__PRETTY_FUNCTION__, m_VertexBuffer, m_IndexBuffer, mode, m_IndexCount);
+    drawElements<VX_GLVertexPN>(m_VertexBuffer, m_IndexBuffer, mode, m_IndexCount);
 }
 
 void VX_GLMeshDataRenderer::drawWithIndexPTVertex(unsigned int mode) {
-    drawElements<VX_GLVertexPT>(__PRETTY_FUNCTION__, m_VertexBuffer, m_IndexBuffer, mode, m_IndexCount);
+    drawElements<VX_GLVertexPT>(m_VertexBuffer, m_IndexBuffer, mode, m_IndexCount);
 }
 
 void VX_GLMeshDataRenderer::drawWithIndexPNTVertex(unsigned int mode) {
-    drawElements<VX_GLVertexPNT>(__PRETTY_FUNCTION__, m_VertexBuffer, m_IndexBuffer, mode, m_IndexCount);
+    drawElements<VX_GLVertexPNT>(m_VertexBuffer, m_IndexBuffer, mode, m_IndexCount);
 }
 
 void VX_GLMeshDataRenderer::drawWithIndexPDVertex(unsigned int mode) {
-    drawElements<VX_GLVertexPD>(__PRETTY_FUNCTION__, m_VertexBuffer, m_IndexBuffer, mode, m_IndexCount);
+    drawElements<VX_GLVertexPD>(m_VertexBuffer, m_IndexBuffer, mode, m_IndexCount);
 }
 
 void VX_GLMeshDataRenderer::drawWithIndexPDNVertex(unsigned int mode) {
-    drawElements<VX_GLVertexPDN>(__PRETTY_FUNCTION__, m_VertexBuffer, m_IndexBuffer, mode, m_IndexCount);
+    drawElements<VX_GLVertexPDN>(m_VertexBuffer, m_IndexBuffer, mode, m_IndexCount);
 }
 
 void VX_GLMeshDataRenderer::drawWithIndexPDTVertex(unsigned int mode) {
-    drawElements<VX_GLVertexPDT>(__PRETTY_FUNCTION__, m_VertexBuffer, m_IndexBuffer, mode, m_IndexCount);
+    drawElements<VX_GLVertexPDT>(m_VertexBuffer, m_IndexBuffer, mode, m_IndexCount);
 }
 
 void VX_GLMeshDataRenderer::drawWithIndexPDNTVertex(unsigned int mode) {
-    drawElements<VX_GLVertexPDNT>(__PRETTY_FUNCTION__, m_VertexBuffer, m_IndexBuffer, mode, m_IndexCount);
+    drawElements<VX_GLVertexPDNT>(m_VertexBuffer, m_IndexBuffer, mode, m_IndexCount);
 }
 
 void VX_GLMeshDataRenderer::drawPNBVertex(unsigned int mode, unsigned int attribute, int first, int count) {
