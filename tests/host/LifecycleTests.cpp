@@ -75,6 +75,7 @@ TEST_F(LifecycleTest, StartsFromTheDisplayPassAndPostsItsNotificationAfterwards)
 
 TEST_F(LifecycleTest, StopsAndStartsFromAnyState) {
     Stage stage;
+    LogCollector log;
     stage.view->startRender();
     EXPECT_EQ(stage.pipeline->takeCalls().substr(0, 12), "attach start");
     CVDisplayLinkRef link = stage.view->displayLink();
@@ -99,6 +100,7 @@ TEST_F(LifecycleTest, StopsAndStartsFromAnyState) {
     stage.pipeline->takeCalls();
     stage.view->startRender();
     EXPECT_TRUE(waitForFrame(stage));
+    EXPECT_EQ(log.count("Display link:"), 0) << "the pace is told when it changes";
 }
 
 TEST_F(LifecycleTest, ClearsTheScreenAheadOfTheFirstHookAndComesBackAfterItsResourcesWereReleased) {
