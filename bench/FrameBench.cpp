@@ -63,7 +63,7 @@ const bool registered = vx::bench::addRow({.name = "frame's own cost, 64 x 64",
                                            .limit = raw,
                                            .ours = frame,
                                            .must = 10,
-                                           .aim = 5,
+                                           .aim = 2,
                                            .inMicroseconds = true});
 
 } // namespace

@@ -76,7 +76,7 @@ Work timed(MeshLoad load, XFile& file) {
 
 bool addLoadingRow(const char* name, XFile& file) {
     vx::bench::Row row{
-        .name = name, .limit = timed(scan, file), .ours = timed(loadHere, file), .must = 1.10, .aim = 0.70};
+        .name = name, .limit = timed(scan, file), .ours = timed(loadHere, file), .must = 0.90, .aim = 0.50};
     for (auto& [peer, load] : vx::bench::meshPeers())
         row.peers.emplace_back(peer, timed(load, file));
     row.peers.emplace_back("strtod by getc", timed(scanByGetc, file));
@@ -196,8 +196,8 @@ const bool registered = addLoadingRow("X text mesh, 1 MB", files[0]) &&
                         vx::bench::addReading({.name = "X text mesh, 10 MB: memory",
                                                .unit = "x file",
                                                .read = readMemory,
-                                               .must = 1.6,
-                                               .aim = 1.2}) &&
+                                               .must = 0.9,
+                                               .aim = 0.7}) &&
                         vx::bench::addRow({.name = "icosahedron sphere, depth 6",
                                            .limit = fillSphereBytes,
                                            .ours = generateSphere,

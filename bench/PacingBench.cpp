@@ -188,7 +188,7 @@ const bool registered = addReading({.name = "display link headless, p99 deviatio
                         addReading({.name = "display link on X11, lost refreshes",
                                     .unit = "",
                                     .read = readLostOnX11,
-                                    .must = 1,
+                                    .must = 0,
                                     .aim = 0,
                                     .against = Against::excess}) &&
                         addReading({.name = "refreshes back from a stalled X server",

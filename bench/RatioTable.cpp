@@ -71,7 +71,7 @@ std::string verdict(double value, double must) {
 void printLine(const char* name, const std::string& value, const std::string& limit,
                const std::string& spread, const std::string& must, const std::string& aim,
                const std::string& met, const std::string& peers) {
-    std::printf("%-44s %12s %12s %8s %10s %10s  %-8s %s\n", name, value.c_str(), limit.c_str(),
+    std::printf("%-44s %12s %12s %10s %10s %10s  %-8s %s\n", name, value.c_str(), limit.c_str(),
                 spread.c_str(), must.c_str(), aim.c_str(), met.c_str(), peers.c_str());
     std::fflush(stdout);
 }
@@ -82,32 +82,47 @@ std::string duration(double nanoseconds) {
     return nanoseconds < 1e6 ? number(nanoseconds / 1e3, " us") : number(nanoseconds / 1e6, " ms");
 }
 
+// Nanoseconds of each candidate, round by round: what is compared was measured within the same moment, since
+// a shared machine is fast and slow in phases. Every other round goes backwards.
+Collector measure(const std::vector<std::pair<std::string, Work>>& candidates, int rounds) {
+    Collector collector;
+    for (int round = 0; round < rounds && collector.failure.empty(); ++round) {
+        benchmark::ClearRegisteredBenchmarks();
+        for (std::size_t place = 0; place < candidates.size(); ++place) {
+            const auto& [name, work] = candidates[round % 2 ? candidates.size() - 1 - place : place];
+            benchmark::RegisterBenchmark(name.c_str(), work)->UseRealTime();
+        }
+        benchmark::RunSpecifiedBenchmarks(&collector, ".*");
+    }
+    return collector;
+}
+
 void runRow(const Row& row, int rounds) {
-    benchmark::ClearRegisteredBenchmarks();
     std::vector<std::pair<std::string, Work>> candidates = {{"limit", row.limit}, {"ours", row.ours}};
     candidates.insert(candidates.end(), row.peers.begin(), row.peers.end());
-    for (const auto& [name, work] : candidates)
-        benchmark::RegisterBenchmark(name.c_str(), work)->UseRealTime()->Repetitions(rounds);
-    Collector collector;
-    benchmark::RunSpecifiedBenchmarks(&collector, ".*");
+    const Collector collector = measure(candidates, rounds);
     if (!collector.failure.empty()) {
         printLine(row.name.c_str(), "-", "-", "-", "-", "-", "-", collector.failure);
         return;
     }
 
-    const double limit = quantile(collector.times["limit"], 0.5);
-    const std::vector<double>& ours = collector.times["ours"];
-    const auto compared = [&](double time) {
-        return row.inMicroseconds ? (time - limit) / 1e3 : time / limit;
+    const std::vector<double>& limit = collector.times.at("limit");
+    const auto compared = [&](const std::string& name) {
+        std::vector<double> values = collector.times.at(name);
+        for (std::size_t round = 0; round < values.size(); ++round)
+            values[round] =
+                row.inMicroseconds ? (values[round] - limit[round]) / 1e3 : values[round] / limit[round];
+        return values;
     };
     const char* unit = row.inMicroseconds ? " us" : "";
     std::string peers;
     for (const auto& [name, work] : row.peers)
-        peers += name + " " + number(compared(quantile(collector.times[name], 0.5)), unit) + "  ";
-    const double value = compared(quantile(ours, 0.5));
-    const double spread = (quantile(ours, 0.75) - quantile(ours, 0.25)) / quantile(ours, 0.5);
-    printLine(row.name.c_str(), (row.inMicroseconds ? "+" : "") + number(value, unit), duration(limit),
-              number(100 * spread, "%"), number(row.must, unit), number(row.aim, unit),
+        peers += name + " " + number(quantile(compared(name), 0.5), unit) + "  ";
+    const std::vector<double> ours = compared("ours");
+    const double value = quantile(ours, 0.5);
+    const std::string spread = number(quantile(ours, 0.25)) + "-" + number(quantile(ours, 0.75));
+    printLine(row.name.c_str(), (row.inMicroseconds ? "+" : "") + number(value, unit),
+              duration(quantile(limit, 0.5)), spread, number(row.must, unit), number(row.aim, unit),
               verdict(value, row.must), peers);
 }
 

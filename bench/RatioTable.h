@@ -56,8 +56,8 @@ struct ReadingRow {
 bool addRow(Row row);
 bool addReading(ReadingRow row);
 
-/// Runs the rows whose name holds `filter`, all candidates of a row in interleaved rounds, and prints the
-/// table of medians. Returns how many rows there were.
+/// Runs the rows whose name holds `filter`, all candidates of a row in each round, and prints the table: the
+/// medians of what each round gave, and the quartiles of ours. Returns how many rows there were.
 int runTable(const std::string& filter, int rounds);
 
 } // namespace vx::bench

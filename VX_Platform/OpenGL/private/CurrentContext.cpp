@@ -27,7 +27,7 @@ void vx::needContext(const char* function) {
         fatal("%s: no OpenGL context is current on this thread", nameOf(function).c_str());
 }
 
-void vx::needContext(const char* className, const char* operation) {
+void vx::needForeignContext(const char* className, const char* operation) {
     if (!contextIsCurrent())
         needContext((std::string(className) + "::" + operation).c_str());
 }

@@ -13,7 +13,11 @@ extern constinit thread_local NSOpenGLContext* currentOnThread [[gnu::tls_model(
 /// thread. `function` is what the compiler calls it at length.
 void needContext(const char* function);
 /// The same for an operation that is told by two names.
-void needContext(const char* className, const char* operation);
+void needForeignContext(const char* className, const char* operation);
+inline void needContext(const char* className, const char* operation) {
+    if (!currentOnThread)
+        needForeignContext(className, operation);
+}
 /// Whether a GL object of that name may be deleted. Without a current context it must stay, which the log
 /// tells; it goes with its last context.
 bool mayDelete(const char* className, unsigned name);
