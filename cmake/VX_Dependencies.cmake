@@ -2,7 +2,8 @@
 find_package(PkgConfig REQUIRED)
 find_package(Threads REQUIRED)
 pkg_check_modules(VX_PKG REQUIRED IMPORTED_TARGET
-    sdl2 egl epoxy glu x11 x11-xcb xcb xcb-present xext xkbcommon xrandr cairo cairo-xcb pangocairo fontconfig libpng)
+    sdl2 egl epoxy glu x11 x11-xcb xcb xcb-present xext xkbcommon xrandr cairo cairo-xcb pangocairo fontconfig libpng
+    libjpeg)
 
 add_library(VX_dependencies INTERFACE)
 target_link_libraries(VX_dependencies INTERFACE PkgConfig::VX_PKG Threads::Threads)

@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: MIT
+#include <VX_Platform/CoreGraphics/CGImageSource.h>
+#include <VX_Platform/CoreGraphics/private/PictureDecoder.h>
+
+#include <atomic>
+#include <new>
+#include <string_view>
+
+namespace {
+
+using Head = std::span<const unsigned char>;
+
+std::atomic<std::uint64_t> budget = std::uint64_t(16384) * 16384;
+
+bool startsWith(Head head, std::string_view mark) {
+    return head.size() >= mark.size() &&
+           std::string_view(reinterpret_cast<const char*>(head.data()), mark.size()) == mark;
+}
+
+bool isBMP(Head head) {
+    return startsWith(head, "BM");
+}
+bool isJPEG(Head head) {
+    return startsWith(head, "\xff\xd8\xff");
+}
+bool isPNG(Head head) {
+    return startsWith(head, "\x89PNG\r\n\x1a\n");
+}
+
+struct Kind {
+    bool (*claims)(Head head);
+    vx::PictureDecoderMaker make;
+};
+
+constexpr Kind Kinds[] = {
+    {isPNG, vx::makePNGDecoder},
+    {isJPEG, vx::makeJPEGDecoder},
+    {isBMP, vx::makeBMPDecoder},
+    // Last, since it is told by numbers that look right.
+    {vx::mayBeTGA, vx::makeTGADecoder},
+};
+
+vx::PictureDecoderMaker makerFor(Head head) {
+    for (const Kind& kind : Kinds) {
+        if (kind.claims(head))
+            return kind.make;
+    }
+    return nullptr;
+}
+
+std::unique_ptr<vx::PictureReader> openSource(std::unique_ptr<vx::ByteSource> source, std::string& why) {
+    unsigned char head[18];
+    const std::size_t size = source->readSome(head, sizeof head);
+    source->seek(0);
+    why = size == 0 ? "the file is empty" : "not a picture of a known kind";
+    const vx::PictureDecoderMaker make = makerFor(Head(head, size));
+    if (!make)
+        return nullptr;
+    try {
+        std::unique_ptr<vx::PictureDecoder> decoder = make(std::move(source));
+        if (decoder->open())
+            return decoder;
+        why = decoder->failure();
+    } catch (const std::bad_alloc&) {
+        why = "there is not enough memory";
+    }
+    return nullptr;
+}
+
+} // namespace
+
+void CGImageSourceSetPixelBudget(std::uint64_t pixels) {
+    budget = pixels;
+}
+
+std::uint64_t vx::pixelBudget() {
+    return budget;
+}
+
+bool vx::PictureDecoder::admit(std::uint64_t width, std::uint64_t height) {
+    return admit(width, height, pixelBudget());
+}
+
+bool vx::PictureDecoder::admit(std::uint64_t width, std::uint64_t height, std::uint64_t budget) {
+    if (width == 0 || height == 0)
+        return fail("it has no pixels");
+    if (width > INT32_MAX || height > INT32_MAX || width * height > budget)
+        return fail(std::to_string(width) + " x " + std::to_string(height) + " pixels are over the budget");
+    m_Info.width = std::uint32_t(width);
+    m_Info.height = std::uint32_t(height);
+    return true;
+}
+
+bool vx::PictureDecoder::fileHolds(std::uint64_t leastBytes) {
+    if (leastBytes <= m_Source->length())
+        return true;
+    return fail("a file of " + std::to_string(m_Source->length()) + " bytes cannot hold " +
+                std::to_string(m_Info.width) + " x " + std::to_string(m_Info.height) + " pixels");
+}
+
+std::unique_ptr<vx::PictureReader> vx::openPicture(const char* path, std::string* why) {
+    std::string reason;
+    std::unique_ptr<ByteSource> source = ByteSource::ofFile(path, reason);
+    std::unique_ptr<PictureReader> reader = source ? openSource(std::move(source), reason) : nullptr;
+    if (why && !reader)
+        *why = reason;
+    return reader;
+}
+
+std::unique_ptr<vx::PictureReader> vx::openPicture(std::span<const unsigned char> file, std::string* why) {
+    std::string reason;
+    std::unique_ptr<PictureReader> reader = openSource(std::make_unique<ByteSource>(file), reason);
+    if (why && !reader)
+        *why = reason;
+    return reader;
+}
