@@ -3,6 +3,7 @@
 #include <VX_Platform/CoreGraphics/private/PictureDecoder.h>
 
 #include <atomic>
+#include <cctype>
 #include <new>
 #include <string_view>
 
@@ -20,11 +21,31 @@ bool startsWith(Head head, std::string_view mark) {
 bool isBMP(Head head) {
     return startsWith(head, "BM");
 }
+bool isGIF(Head head) {
+    return startsWith(head, "GIF87a") || startsWith(head, "GIF89a");
+}
+bool isHDR(Head head) {
+    return startsWith(head, "#?RADIANCE\n") || startsWith(head, "#?RGBE\n");
+}
 bool isJPEG(Head head) {
     return startsWith(head, "\xff\xd8\xff");
 }
 bool isPNG(Head head) {
     return startsWith(head, "\x89PNG\r\n\x1a\n");
+}
+bool isPNM(Head head) {
+    return head.size() > 2 && head[0] == 'P' && head[1] >= '1' && head[1] <= '7' && std::isspace(head[2]);
+}
+bool isPSD(Head head) {
+    return startsWith(head, "8BPS");
+}
+bool isTIFF(Head head) {
+    using namespace std::string_view_literals;
+    return startsWith(head, "II*\0"sv) || startsWith(head, "MM\0*"sv) || startsWith(head, "II+\0"sv) ||
+           startsWith(head, "MM\0+"sv);
+}
+bool isWebP(Head head) {
+    return startsWith(head, "RIFF") && head.size() >= 12 && startsWith(head.subspan(8), "WEBP");
 }
 
 struct Kind {
@@ -35,7 +56,13 @@ struct Kind {
 constexpr Kind Kinds[] = {
     {isPNG, vx::makePNGDecoder},
     {isJPEG, vx::makeJPEGDecoder},
+    {isTIFF, vx::makeTIFFDecoder},
+    {isWebP, vx::makeWebPDecoder},
+    {isGIF, vx::makeGIFDecoder},
     {isBMP, vx::makeBMPDecoder},
+    {isPNM, vx::makePNMDecoder},
+    {isPSD, vx::makePSDDecoder},
+    {isHDR, vx::makeHDRDecoder},
     // Last, since it is told by numbers that look right.
     {vx::mayBeTGA, vx::makeTGADecoder},
 };

@@ -1,0 +1,161 @@
+// SPDX-License-Identifier: MIT
+#include <VX_Platform/CoreGraphics/CGImageSource.h>
+#include <tests/CoreGraphics/PictureFiles.h>
+#include <tests/support/TemporaryFile.h>
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdlib>
+#include <filesystem>
+#include <map>
+
+namespace {
+
+using namespace vx::test;
+using Pixel = std::vector<int>;
+
+Pixel color(int x, int y) {
+    return {20 + 8 * x, 200 - 10 * y, 60 + 5 * x + 7 * y};
+}
+Pixel with(Pixel pixel, int alpha) {
+    pixel.push_back(alpha);
+    return pixel;
+}
+Pixel two(int x, int y) {
+    return (x + y) % 3 ? Pixel{200, 30, 60} : Pixel{10, 220, 90};
+}
+bool isInside(int x, int y) {
+    return x >= 1 && x < 5 && y >= 2 && y < 4;
+}
+
+/// What the files show at x, y.
+const std::map<std::string, Pixel (*)(int, int)> Scenes = {
+    {"color", color},
+    {"bright",
+     [](int x, int y) {
+         return Pixel{120 + 8 * x, 250 - 10 * y, 160 + 2 * x + 5 * y};
+     }},
+    {"colora", [](int x, int y) { return with(color(x, y), 255 - 30 * x - 5 * y); }},
+    {"gray", [](int x, int y) { return Pixel{10 + 30 * x + 9 * y}; }},
+    {"graya",
+     [](int x, int y) {
+         return Pixel{10 + 30 * x + 9 * y, 255 - 30 * x - 5 * y};
+     }},
+    {"few",
+     [](int x, int y) {
+         const int i = (x + 7 * y) % 16;
+         return Pixel{16 * i, 255 - 15 * i, i * 40 % 256};
+     }},
+    {"two", two},
+    {"bits", [](int x, int y) { return Pixel{(x + y) % 3 ? 0 : 255}; }},
+    {"holes", [](int x, int y) { return with(color(x, y), x == y ? 0 : 255); }},
+    {"twoholes", [](int x, int y) { return with(two(x, y), (x + y) % 3 ? 0 : 255); }},
+    {"colorkey", [](int x, int y) { return with(color(x, y), x == 3 && y == 3 ? 0 : 255); }},
+    {"gifholes",
+     [](int x, int y) {
+         return x == y ? Pixel{0, 0, 0, 0} : with(color(x, y), 255);
+     }},
+    {"inside", [](int x, int y) { return isInside(x, y) ? color(x, y) : color(6, 4); }},
+    {"insidea",
+     [](int x, int y) {
+         return isInside(x, y) ? with(color(x, y), 255) : Pixel{0, 0, 0, 0};
+     }},
+};
+
+void expectScene(const PictureFile& file, const std::vector<int>& samples) {
+    std::size_t i = 0;
+    ASSERT_EQ(samples.size(), std::size_t(file.info.width) * file.info.height * file.info.channels);
+    for (int y = 0; y < int(file.info.height); ++y) {
+        for (int x = 0; x < int(file.info.width); ++x) {
+            for (const int value : Scenes.at(file.scene)(x, y)) {
+                const int wanted =
+                    file.info.bitsPerChannel == 16 ? value * 256 + (value * 7 + 13) % 256 : value;
+                ASSERT_NEAR(samples[i++], wanted, file.tolerance) << "at " << x << ", " << y;
+            }
+        }
+    }
+}
+
+TEST(PictureReader, EveryKindOfFileShowsItsScene) {
+    const std::vector<PictureFile> files = pictureFiles();
+    ASSERT_GE(files.size(), 130u);
+    for (const PictureFile& file : files) {
+        SCOPED_TRACE(file.name);
+        std::string why;
+        const auto reader = vx::openPicture(file.path().c_str(), &why);
+        ASSERT_TRUE(reader) << why;
+        EXPECT_EQ(reader->info().width, file.info.width);
+        EXPECT_EQ(reader->info().height, file.info.height);
+        EXPECT_EQ(reader->info().channels, file.info.channels);
+        EXPECT_EQ(reader->info().bitsPerChannel, file.info.bitsPerChannel);
+        EXPECT_EQ(reader->info().bitsPerPixel, file.info.bitsPerPixel);
+        const std::vector<int> samples = samplesOf(reader.get());
+        expectScene(file, samples);
+        EXPECT_EQ(samplesOf(bytesOf(file.path())), samples);
+    }
+}
+
+std::string whyNot(const std::string& bytes) {
+    std::string why;
+    const auto* data = reinterpret_cast<const unsigned char*>(bytes.data());
+    const auto reader = vx::openPicture(std::span(data, bytes.size()), &why);
+    if (reader && samplesOf(reader.get()).empty())
+        why = reader->failure();
+    return why;
+}
+
+TEST(PictureReader, SamplesAreScaledWithRounding) {
+    const std::string header = "P2 3 1 ";
+    const auto of = [&](const std::string& rest) {
+        const std::string file = header + rest;
+        return samplesOf(std::span(reinterpret_cast<const unsigned char*>(file.data()), file.size()));
+    };
+    EXPECT_EQ(of("100 0 50 99"), (std::vector{0, 128, 252}));
+    EXPECT_EQ(of("1 0 1 1"), (std::vector{0, 255, 255}));
+    EXPECT_EQ(of("1000 1 500 1000"), (std::vector{66, 32768, 65535}));
+    EXPECT_EQ(whyNot("P2 3 1 100 0 50 101"), "the file is damaged: a sample is too large");
+}
+
+TEST(PictureReader, TheBudgetRefusesWhatIsLarger) {
+    const std::string row(40, '\0');
+    EXPECT_EQ(whyNot("P5 4 10 255 " + row), "");
+    CGImageSourceSetPixelBudget(39);
+    EXPECT_EQ(whyNot("P5 4 10 255 " + row), "4 x 10 pixels are over the budget");
+    CGImageSourceSetPixelBudget(40);
+    EXPECT_EQ(whyNot("P5 4 10 255 " + row), "");
+    CGImageSourceSetPixelBudget(std::uint64_t(16384) * 16384);
+    EXPECT_EQ(whyNot("P5 65536 4097 255 "), "65536 x 4097 pixels are over the budget");
+    EXPECT_EQ(whyNot("P5 65536 4096 255 "), "the file is cut short");
+    EXPECT_EQ(whyNot("P5 0 4096 255 "), "it has no pixels");
+    // Whatever the budget: a few bytes are enough for any size of a GIF.
+    const std::string gif = "GIF89a" + std::string("\x01\x20\x00\x20\x80\x00\x00", 7) + std::string(6, '\0');
+    EXPECT_EQ(whyNot(gif + "," + std::string("\0\0\0\0\x01\0\x01\0\0\x02", 10)),
+              "8193 x 8192 pixels are over the budget");
+}
+
+TEST(PictureReader, PathsThatAreNoPicture) {
+    const auto why = [](const char* path) {
+        std::string text;
+        EXPECT_FALSE(vx::openPicture(path, &text)) << path;
+        EXPECT_FALSE(vx::openPicture(path)) << path;
+        return text;
+    };
+    EXPECT_EQ(why(nullptr), "there is no path");
+    EXPECT_EQ(why("/tmp"), "it is a directory");
+    EXPECT_EQ(why("/dev/zero"), "it is no regular file");
+    EXPECT_EQ(why("/tmp/none/at all"), "No such file or directory");
+    EXPECT_EQ(why(TemporaryFile("").path()), "the file is empty");
+    EXPECT_EQ(why(TemporaryFile("plain text, longer than a header").path()), "not a picture of a known kind");
+
+    const std::string folder = "/tmp/vx_test_" + std::to_string(getpid());
+    const std::string odd = folder + "/b\xc3\xa4 d \xe5\x9b\xbe.txt", pipe = folder + "/pipe";
+    std::filesystem::create_directory(folder);
+    std::filesystem::copy(VX_PICTURES "color.png", odd);
+    ASSERT_EQ(std::system(("mkfifo " + pipe).c_str()), 0);
+    EXPECT_TRUE(vx::openPicture(odd.c_str()));
+    EXPECT_EQ(why(pipe.c_str()), "it is no regular file");
+    std::filesystem::remove_all(folder);
+}
+
+} // namespace
