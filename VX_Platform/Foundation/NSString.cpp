@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include <VX_Platform/Foundation/NSString.h>
 
+#include <VX_Platform/Foundation/NSMutableArray.h>
 #include <VX_Platform/Foundation/private/TextFormat.h>
 
+#include <algorithm>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <string_view>
 
 namespace {
 
@@ -41,6 +44,25 @@ bool isValidUTF8(const std::string& text) {
         p += length;
     }
     return true;
+}
+
+// The path without the slashes at its end, but for the root's.
+std::string_view trimmedPath(std::string_view path) {
+    while (path.size() > 1 && path.back() == '/')
+        path.remove_suffix(1);
+    return path;
+}
+
+// Where the last part of a trimmed path begins.
+std::size_t lastPart(std::string_view path) {
+    const std::size_t slash = path.rfind('/');
+    return slash == path.npos || path == "/" ? 0 : slash + 1;
+}
+
+// Where the dot of a trimmed path's extension is, or its end.
+std::size_t extensionDot(std::string_view path) {
+    const std::size_t dot = path.rfind('.');
+    return dot == path.npos || dot <= lastPart(path) ? path.size() : dot;
 }
 
 } // namespace
@@ -121,4 +143,36 @@ NSString* NSString::description() const {
 
 NSString* NSString::copy() const {
     return make(m_Text);
+}
+
+NSString* NSString::lastPathComponent() const {
+    const std::string_view path = trimmedPath(m_Text);
+    return make(std::string(path.substr(lastPart(path))))->autorelease();
+}
+
+NSString* NSString::stringByDeletingLastPathComponent() const {
+    const std::string_view path = trimmedPath(m_Text);
+    return make(std::string(trimmedPath(path == "/" ? path : path.substr(0, lastPart(path)))))->autorelease();
+}
+
+NSString* NSString::pathExtension() const {
+    const std::string_view path = trimmedPath(m_Text);
+    return make(std::string(path.substr(std::min(extensionDot(path) + 1, path.size()))))->autorelease();
+}
+
+NSString* NSString::stringByDeletingPathExtension() const {
+    const std::string_view path = trimmedPath(m_Text);
+    return make(std::string(path.substr(0, extensionDot(path))))->autorelease();
+}
+
+NSMutableArray* NSString::componentsSeparatedByString(const NSString* separator) const {
+    auto* pieces = (new NSMutableArray)->init()->autorelease();
+    const std::string between = separator ? separator->m_Text : "";
+    std::size_t start = 0, end = std::string::npos;
+    do {
+        end = between.empty() ? std::string::npos : m_Text.find(between, start);
+        pieces->addObject(make(m_Text.substr(start, end - start))->autorelease());
+        start = end + between.size();
+    } while (end != std::string::npos);
+    return pieces;
 }

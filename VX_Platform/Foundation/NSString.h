@@ -6,6 +6,8 @@
 #include <cstdarg>
 #include <string>
 
+class NSMutableArray;
+
 /// Names of text encodings; UTF-8 is the only one served.
 enum NSStringEncoding : unsigned { NSUTF8StringEncoding = 4 };
 
@@ -49,6 +51,21 @@ public:
     NSString* description() const override;
     /// Returns a text with the same bytes, the caller's to release.
     NSString* copy() const;
+
+    /// The text as a path, whose parts stand between slashes; slashes at its end count for nothing. Results
+    /// are borrowed and autoreleased.
+    /// Returns the last part: "b.png" for "a/b.png", "/" for "/", nothing for nothing.
+    NSString* lastPathComponent() const;
+    /// Returns what is before the last part: "a" for "a/b.png", "/" for "/b", nothing for "b".
+    NSString* stringByDeletingLastPathComponent() const;
+    /// Returns what is behind the last dot of the last part, without it; nothing for a part that has none, or
+    /// begins with its only one.
+    NSString* pathExtension() const;
+    /// Returns the path without extension and dot.
+    NSString* stringByDeletingPathExtension() const;
+    /// Returns the pieces between places where `separator` stands, which may be empty, as texts; one piece
+    /// where it stands nowhere, is empty or null. Borrowed, autoreleased.
+    NSMutableArray* componentsSeparatedByString(const NSString* separator) const;
 
     /// Returns the bytes, NULs included; borrowed, valid as long as the text lives.
     const std::string& string() const { return m_Text; }

@@ -89,6 +89,39 @@ TEST(NSAutoreleasePool, EndsItsObjectsAndTheInnerPoolsWithIt) {
     EXPECT_EQ(Counted::living, 0) << "a thread without a pool ends its objects with itself";
 }
 
+TEST(NSString, TakesPathsApart) {
+    const struct {
+        const char *path, *last, *before, *extension, *without;
+    } rows[] = {
+        {"/a/b.c/d.e_0.png", "d.e_0.png", "/a/b.c", "png", "/a/b.c/d.e_0"},
+        {"a.b/c", "c", "a.b", "", "a.b/c"},
+        {"/d.png", "d.png", "/", "png", "/d"},
+        {"d..png", "d..png", "", "png", "d."},
+        {"a/d.png//", "d.png", "a", "png", "a/d"},
+        {"a//.png", ".png", "a", "", "a//.png"},
+        {"d.", "d.", "", "", "d"},
+        {"//", "/", "/", "", "/"},
+        {"", "", "", "", ""},
+    };
+    for (const auto& row : rows) {
+        const NSString* path = text(row.path);
+        EXPECT_STREQ(path->lastPathComponent()->UTF8String(), row.last) << row.path;
+        EXPECT_STREQ(path->stringByDeletingLastPathComponent()->UTF8String(), row.before) << row.path;
+        EXPECT_STREQ(path->pathExtension()->UTF8String(), row.extension) << row.path;
+        EXPECT_STREQ(path->stringByDeletingPathExtension()->UTF8String(), row.without) << row.path;
+    }
+    for (const auto& [whole, separator, pieces] : {std::tuple("_a__b", "_", "|a||b|"),
+                                                   {"ab", "_", "ab|"},
+                                                   {"", "_", "|"},
+                                                   {"a--b-", "--", "a|b-|"},
+                                                   {"ab", "", "ab|"}}) {
+        std::string joined;
+        for (NSObject* piece : text(whole)->componentsSeparatedByString(text(separator))->objects())
+            joined += static_cast<NSString*>(piece)->string() + "|";
+        EXPECT_EQ(joined, pieces);
+    }
+}
+
 TEST(NSString, DecodesOnlyValidUTF8) {
     const auto pool = NSInit(new NSAutoreleasePool);
     for (const char* bytes : {"", "plain", "\xC3\xA9", "\xE2\x82\xAC", "\xF0\x9F\x8E\xA8"})
