@@ -2,29 +2,11 @@
 // Loads any bytes as an X text file and does with the mesh what a host does.
 #include <VX_OpenGL64/meshes/files/VX_GLMeshXLoader.h>
 #include <VX_Platform/Foundation/NSLog.h>
+#include <tests/fuzz/MemoryFile.h>
 
-#include <cstdint>
-#include <cstdlib>
-#include <string>
-
-#include <sys/mman.h>
-#include <unistd.h>
+using vx::fuzz::expect;
 
 namespace {
-
-/// A file in memory with the given bytes; its path stays the same.
-const char* fileOf(const std::uint8_t* data, std::size_t size) {
-    static const int descriptor = memfd_create("x_loader", 0);
-    static const std::string path = "/proc/self/fd/" + std::to_string(descriptor);
-    if (ftruncate(descriptor, 0) != 0 || pwrite(descriptor, data, size, 0) != static_cast<ssize_t>(size))
-        std::abort();
-    return path.c_str();
-}
-
-void expect(bool condition) {
-    if (!condition)
-        std::abort();
-}
 
 /// The same bytes through the lexer, a character at a time and a number at a time.
 void readNumbers(const char* path, bool asIntegers) {
@@ -44,7 +26,8 @@ void readNumbers(const char* path, bool asIntegers) {
 void NSLog(const char*, ...) {}
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const char* path = fileOf(data, size);
+    static vx::fuzz::MemoryFile file("x_loader");
+    const char* path = file.fill(data, size);
     VX_GLMeshXLoader loader;
     if (loader.Load(path)) {
         const VX_GLMeshData& mesh = *loader.m_Meshes[0];
