@@ -40,8 +40,16 @@
 #include <VX_OpenGL64/targets/VX_GLVBOTarget.h>
 #include <VX_OpenGL64/targets/VX_GLVBOVertex.h>
 #include <VX_OpenGL64/textures/VX_GLTagTexture.h>
+#include <VX_OpenGL64/textures/VX_GLTexture.h>
+#include <VX_OpenGL64/textures/VX_GLTexture2D.h>
+#include <VX_OpenGL64/textures/VX_GLTextureBase.h>
+#include <VX_OpenGL64/textures/VX_GLTextureCubeMap2D.h>
+#include <VX_OpenGL64/textures/VX_GLTextureRect.h>
 #include <VX_OpenGL64/textures/VX_GLUtility.h>
 #include <VX_OpenGL64/textures/files/VX_GLDDSTextureLoader2D.h>
+#include <VX_OpenGL64/textures/files/VX_GLTextureFile.h>
+#include <VX_OpenGL64/textures/files/VX_GLTextureLoader.h>
+#include <VX_OpenGL64/textures/files/VX_GLTexturePixelFormat.h>
 #include <VX_Platform/AppKit/NSAlert.h>
 #include <VX_Platform/AppKit/NSApplication.h>
 #include <VX_Platform/AppKit/NSCursor.h>
@@ -55,6 +63,7 @@
 #include <VX_Platform/CoreVideo/CVDisplayLink.h>
 #include <VX_Platform/Foundation/NSAutoreleasePool.h>
 #include <VX_Platform/Foundation/NSDate.h>
+#include <VX_Platform/Foundation/NSException.h>
 #include <VX_Platform/Foundation/NSFileManager.h>
 #include <VX_Platform/Foundation/NSLog.h>
 #include <VX_Platform/Foundation/NSMutableArray.h>

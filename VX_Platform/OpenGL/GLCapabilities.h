@@ -13,6 +13,11 @@ struct GLCapabilities {
     bool clipVolumeHint = false;
     /// `GL_EXT_geometry_shader4`: the dialect and `glProgramParameteriEXT`. Mesa has neither.
     bool geometryShader4 = false;
+    /// `GL_APPLE_client_storage`. Without it GL_UNPACK_CLIENT_STORAGE_APPLE leaves GL_INVALID_ENUM behind,
+    /// and GL copies a texture's pixels at once.
+    bool clientStorage = false;
+    /// `GL_APPLE_texture_range`, with GL_TEXTURE_STORAGE_HINT_APPLE; the same symptom.
+    bool textureRange = false;
 };
 
 /// The record of the calling thread's current context, also of one that the host made by other means. Without
