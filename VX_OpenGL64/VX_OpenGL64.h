@@ -39,6 +39,8 @@
 #include <VX_OpenGL64/targets/VX_GLVBOIndex.h>
 #include <VX_OpenGL64/targets/VX_GLVBOTarget.h>
 #include <VX_OpenGL64/targets/VX_GLVBOVertex.h>
+#include <VX_OpenGL64/textures/VX_GLTagTexture.h>
+#include <VX_OpenGL64/textures/VX_GLUtility.h>
 #include <VX_Platform/AppKit/NSAlert.h>
 #include <VX_Platform/AppKit/NSApplication.h>
 #include <VX_Platform/AppKit/NSCursor.h>
