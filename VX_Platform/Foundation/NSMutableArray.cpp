@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <VX_Platform/Foundation/NSMutableArray.h>
 
+#include <VX_Platform/Foundation/NSException.h>
 #include <VX_Platform/Foundation/NSLog.h>
 
 NSMutableArray* NSMutableArray::init() {
@@ -20,7 +21,7 @@ NSObject* NSMutableArray::objectAtIndex(int index) const {
 
 void NSMutableArray::addObject(NSObject* object) {
     if (!object)
-        vx::fatal("NSMutableArray::addObject: the object is null");
+        NSException::raise(NSInvalidArgumentException, "NSMutableArray::addObject: the object is null");
     ++m_Changes;
     m_Objects.push_back(NSRef<NSObject>::retain(object));
 }

@@ -23,8 +23,8 @@ public:
     /// Returns the object at `index`, counted from 0; borrowed. An index outside the list is a caller's bug
     /// and ends the process.
     NSObject* objectAtIndex(int index) const;
-    /// Appends the object and retains it; one may be in the list more than once. Null is a caller's bug and
-    /// ends the process.
+    /// Appends the object and retains it; one may be in the list more than once. Null raises
+    /// NSInvalidArgumentException.
     void addObject(NSObject* object);
     /// Takes the object at `index` out, then releases it; those behind it move up. An index outside the list
     /// is a caller's bug and ends the process.

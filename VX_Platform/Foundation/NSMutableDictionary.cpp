@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include <VX_Platform/Foundation/NSMutableDictionary.h>
 
-#include <VX_Platform/Foundation/NSLog.h>
+#include <VX_Platform/Foundation/NSException.h>
 #include <VX_Platform/Foundation/NSString.h>
+
+NSMutableDictionary* NSMutableDictionary::dictionary() {
+    return (new NSMutableDictionary)->autorelease();
+}
 
 NSMutableDictionary* NSMutableDictionary::init() {
     return this;
@@ -14,7 +18,9 @@ void NSMutableDictionary::setObject(NSObject* object, const NSString* key) {
 
 void NSMutableDictionary::setObject(NSObject* object, const char* key) {
     if (!object || !key)
-        vx::fatal("NSMutableDictionary::setObject: the %s is null, key %s", key ? "object" : "key", key);
+        NSException::raise(NSInvalidArgumentException,
+                           "NSMutableDictionary::setObject: the %s is null, key %s", key ? "object" : "key",
+                           key);
     m_Objects[key] = NSRef<NSObject>::retain(object);
 }
 

@@ -12,13 +12,15 @@ class VX_EXPORT NSMutableDictionary : public NSObject {
 public:
     VX_RETURNS_OWN_TYPE(NSMutableDictionary)
 
+    /// Returns an empty dictionary, borrowed and autoreleased.
+    static NSMutableDictionary* dictionary();
     /// Sets an empty dictionary up and returns it.
     NSMutableDictionary* init() override;
 
     /// Returns the number of pairs.
     int count() const { return static_cast<int>(m_Objects.size()); }
     /// Puts the object, retained, under the key, in UTF-8 and up to its first NUL, and releases what was
-    /// there. Null for either is a caller's bug and ends the process.
+    /// there. Null for either raises NSInvalidArgumentException.
     void setObject(NSObject* object, const NSString* key);
     void setObject(NSObject* object, const char* key);
     /// Returns the object under the key, borrowed; null when there is none, or for a null key.

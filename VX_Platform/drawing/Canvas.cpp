@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include <VX_Platform/drawing/Canvas.h>
 
+#include <VX_Platform/drawing/PixelOrder.h>
+
 #include <cairo/cairo.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <limits>
 #include <numbers>
@@ -21,6 +24,16 @@ bool isSide(long long length) {
 bool holdsRows(const void* pixels, long long width, long long stride) {
     return pixels && reinterpret_cast<std::uintptr_t>(pixels) % 4 == 0 && stride % 4 == 0 &&
            stride >= width * 4 && stride <= std::numeric_limits<int>::max();
+}
+
+bool isExtent(const Canvas::Area& area) {
+    return std::isfinite(area.x) && std::isfinite(area.y) && area.width > 0 && std::isfinite(area.width) &&
+           area.height > 0 && std::isfinite(area.height);
+}
+
+// Within the canvas, whatever the number.
+int pixelAt(double place, int end) {
+    return place > 0 ? (place < end ? int(place) : end) : 0;
 }
 
 } // namespace
@@ -101,6 +114,18 @@ void Canvas::setOperator(Operator op) {
     cairo_set_operator(context(), op == Operator::copy ? CAIRO_OPERATOR_SOURCE : CAIRO_OPERATOR_OVER);
 }
 
+void Canvas::setAntialias(bool smooth) {
+    m_IsSmooth = smooth;
+    cairo_set_antialias(context(), smooth ? CAIRO_ANTIALIAS_DEFAULT : CAIRO_ANTIALIAS_NONE);
+}
+
+void Canvas::clipTo(double x, double y, double width, double height) {
+    const double left = std::floor(x), bottom = std::floor(y);
+    cairo_new_path(context());
+    cairo_rectangle(context(), left, bottom, std::ceil(x + width) - left, std::ceil(y + height) - bottom);
+    cairo_clip(context());
+}
+
 void Canvas::clear(const Color& color) {
     save();
     setColor(color);
@@ -114,7 +139,46 @@ void Canvas::fillRectangle(double x, double y, double width, double height) {
     cairo_rectangle(context(), x, y, width, height);
     cairo_set_antialias(context(), CAIRO_ANTIALIAS_NONE);
     cairo_fill(context());
-    cairo_set_antialias(context(), CAIRO_ANTIALIAS_DEFAULT);
+    setAntialias(m_IsSmooth);
+}
+
+Canvas::Area Canvas::fromTop(const Area& area) const {
+    return m_Origin == Origin::topLeft
+               ? area
+               : Area{area.x, m_Height - area.y - area.height, area.width, area.height};
+}
+
+void Canvas::drawCanvas(Canvas& other, const Area& part, const Area& into, double alpha) {
+    if (other.isEmpty() || !isExtent(part) || !isExtent(into))
+        return;
+    const Area from = other.fromTop(part), to = fromTop(into);
+    cairo_save(context());
+    cairo_identity_matrix(context());
+    cairo_rectangle(context(), to.x, to.y, to.width, to.height);
+    cairo_clip(context());
+    cairo_translate(context(), to.x, to.y);
+    cairo_scale(context(), to.width / from.width, to.height / from.height);
+    cairo_set_source_surface(context(), cairo_get_target(other.context()), -from.x, -from.y);
+    if (from.width != to.width || from.height != to.height)
+        cairo_pattern_set_extend(cairo_get_source(context()), CAIRO_EXTEND_PAD); // no soft edge
+    cairo_paint_with_alpha(context(), alpha);
+    cairo_restore(context());
+}
+
+Canvas::PixelArea Canvas::touchedBy(const Area& area) const {
+    const Area from = fromTop(area);
+    const int left = pixelAt(std::floor(from.x), m_Width),
+              right = pixelAt(std::ceil(from.x + from.width), m_Width);
+    const int top = pixelAt(std::floor(from.y), m_Height);
+    const int bottom = pixelAt(std::ceil(from.y + from.height), m_Height);
+    return {left, top, std::max(right - left, 0), std::max(bottom - top, 0)};
+}
+
+void Canvas::readPixels(const PixelArea& area, unsigned char* bytes) {
+    const unsigned char* const all = pixels();
+    for (int row = 0; row < area.height; ++row)
+        swapRedAndBlue(all + (area.y + row) * stride() + area.x * 4LL, bytes + row * (area.width * 4LL),
+                       std::size_t(area.width));
 }
 
 void Canvas::moveTo(double x, double y) {

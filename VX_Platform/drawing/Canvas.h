@@ -23,6 +23,14 @@ public:
     /// Whether what is drawn lies over what is there, or takes its place, alpha included.
     enum class Operator { sourceOver, copy };
 
+    struct Area {
+        double x, y, width, height;
+    };
+    /// Whole pixels, counted from the top left.
+    struct PixelArea {
+        int x = 0, y = 0, width = 0, height = 0;
+    };
+
     /// Longest side of a canvas.
     static constexpr long long kMaxSide = 32767;
 
@@ -53,10 +61,23 @@ public:
     /// `sourceOver` at first.
     void setOperator(Operator op);
 
+    /// Whether paths, their fills and strokes, get smooth edges; so at first.
+    void setAntialias(bool smooth);
+    /// Limits drawing to the rectangle until the `restore` that belongs to the last `save`, in whole pixels.
+    void clipTo(double x, double y, double width, double height);
+
     /// Gives every pixel the colour, whatever was there.
     void clear(const Color& color);
     /// Fills the pixels whose centres lie inside, with no blending at the edges. Drops the path.
     void fillRectangle(double x, double y, double width, double height);
+    /// Draws a part of another canvas, in its axes, into a rectangle: upright, and smoothed where the sizes
+    /// differ. What lies outside the other counts as clear.
+    void drawCanvas(Canvas& other, const Area& part, const Area& into, double alpha);
+    /// Copies the pixels that the rectangle touches, in rows without gaps and the top one first, red before
+    /// blue; `bytes` has room for them.
+    void readPixels(const PixelArea& area, unsigned char* bytes);
+    /// Which they are.
+    PixelArea touchedBy(const Area& area) const;
 
     // The path, which its fill or stroke uses up; both smooth their edges.
     void moveTo(double x, double y);
@@ -80,12 +101,14 @@ private:
     };
 
     void take(cairo_surface_t* surface);
+    Area fromTop(const Area& area) const;
 
     std::unique_ptr<cairo_t, ContextDeleter> m_Context;
     int m_Width = 0;
     int m_Height = 0;
     int m_Saves = 0;
     Origin m_Origin = Origin::topLeft;
+    bool m_IsSmooth = true;
 };
 
 } // namespace vx

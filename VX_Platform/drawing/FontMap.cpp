@@ -13,6 +13,7 @@ namespace vx {
 
 namespace {
 
+constexpr int kRegular = 400;
 constexpr int kBlack = 900;
 
 struct StandIn {
@@ -55,6 +56,16 @@ FontMap::FontMap() {
 
 void FontMap::ContextDeleter::operator()(PangoContext* context) const {
     g_object_unref(context);
+}
+
+const FontFace& FontMap::face(const std::string& family) {
+    constexpr std::size_t kRemembered = 64;
+    const auto known = m_Faces.find(family);
+    if (known != m_Faces.end())
+        return known->second;
+    if (m_Faces.size() >= kRemembered)
+        m_Faces.clear();
+    return m_Faces[family] = resolve(family, kRegular);
 }
 
 bool FontMap::hasFamily(const std::string& family) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <map>
 #include <memory>
 #include <string>
 
@@ -30,6 +31,8 @@ public:
     /// The face that serves a family's name: the family itself, else the first installed one that stands in
     /// for it, with the weight that this takes. An empty family when there is none.
     static FontFace resolve(const std::string& family, int weight);
+    /// The same, remembered by this map: asking fontconfig takes longer than drawing a line of text.
+    const FontFace& face(const std::string& family);
 
     /// What layouts are made in; borrowed.
     PangoContext* context() const { return m_Context.get(); }
@@ -41,6 +44,7 @@ private:
         void operator()(PangoContext* context) const;
     };
     std::unique_ptr<PangoContext, ContextDeleter> m_Context;
+    std::map<std::string, FontFace> m_Faces;
 };
 
 } // namespace vx

@@ -73,6 +73,10 @@ void TextLayout::keepToOneLine(double width, Ellipsis ellipsis) {
                                ellipsis == Ellipsis::middle ? PANGO_ELLIPSIZE_MIDDLE : PANGO_ELLIPSIZE_END);
 }
 
+bool TextLayout::runsRightToLeft() const {
+    return pango_layout_get_direction(m_Layout.get(), 0) == PANGO_DIRECTION_RTL;
+}
+
 TextLayout::Size TextLayout::size() const {
     int width = 0;
     int height = 0;

@@ -42,6 +42,8 @@ public:
     /// Line ends show as signs, and a text wider than `width` is cut with an ellipsis.
     void keepToOneLine(double width, Ellipsis ellipsis);
 
+    /// Whether its first letters run from right to left.
+    bool runsRightToLeft() const;
     /// The lines' size, with the room that letters may take above and below; 0 x 0 for no text.
     Size size() const;
     /// Draws with the box of `size` at its corner (x, y) that lies nearest to the canvas's origin; upright

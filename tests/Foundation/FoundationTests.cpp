@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include <VX_Platform/Foundation/NSAutoreleasePool.h>
+#include <VX_Platform/Foundation/NSException.h>
 #include <VX_Platform/Foundation/NSFileManager.h>
 #include <VX_Platform/Foundation/NSLog.h>
 #include <VX_Platform/Foundation/NSMutableArray.h>
+#include <VX_Platform/Foundation/NSMutableDictionary.h>
 #include <VX_Platform/Foundation/NSNotification.h>
 #include <VX_Platform/Foundation/NSNotificationCenter.h>
 #include <VX_Platform/Foundation/NSNotificationQueue.h>
@@ -201,7 +203,30 @@ TEST(NSMutableArrayDeathTest, RefusesWhatWouldReachPastItsEnd) {
     EXPECT_DEATH(duringWalk([&] { array->addObject(text("two")); }), "was changed while it was being walked");
     EXPECT_DEATH(duringWalk([&] { array->removeObjectAtIndex(0); }), "was changed while it was being walked");
     EXPECT_DEATH(array->objectAtIndex(1), "index 1 is outside a list of 1");
-    EXPECT_DEATH(array->addObject(nullptr), "null");
+}
+
+TEST(NSException, IsRaisedWithNameAndReasonAndSurvived) {
+    auto array = NSInit(new NSMutableArray);
+    auto dictionary = NSInit(new NSMutableDictionary);
+    const auto raised = [](const std::function<void()>& action) {
+        try {
+            action();
+        } catch (const NSException& exception) {
+            const NSException copy = exception;
+            EXPECT_EQ(copy.name()->string() + ": " + copy.reason()->string(), copy.what());
+            return std::string(static_cast<const std::exception&>(copy).what());
+        }
+        return std::string();
+    };
+    EXPECT_EQ(raised([&] { array->addObject(nullptr); }),
+              "NSInvalidArgumentException: NSMutableArray::addObject: the object is null");
+    EXPECT_EQ(raised([&] { dictionary->setObject(nullptr, "size"); }),
+              "NSInvalidArgumentException: NSMutableDictionary::setObject: the object is null, key size");
+    const char* noKey = nullptr;
+    EXPECT_NE(raised([&] { dictionary->setObject(array.get(), noKey); }), "");
+    EXPECT_EQ(raised([] { NSException::raise("Own", "%d of %@", 3, NSString::stringWithUTF8String("x")); }),
+              "Own: 3 of x");
+    EXPECT_TRUE(array->count() == 0 && dictionary->count() == 0);
 }
 
 namespace {
