@@ -22,20 +22,6 @@ std::string withSize(const std::string& path, int width, int height) {
     return fileName(path) + "  " + std::to_string(width) + " x " + std::to_string(height);
 }
 
-/// Puts the corner (u, v) of the texture at the place's bottom left and (u + du, v + dv) at its top right.
-void drawQuad(const Place& place, float u, float v, float du, float dv) {
-    glBegin(GL_QUADS);
-    glTexCoord2f(u, v);
-    glVertex2f(place.x, place.y);
-    glTexCoord2f(u + du, v);
-    glVertex2f(place.x + place.width, place.y);
-    glTexCoord2f(u + du, v + dv);
-    glVertex2f(place.x + place.width, place.y + place.height);
-    glTexCoord2f(u, v + dv);
-    glVertex2f(place.x, place.y + place.height);
-    glEnd();
-}
-
 /// Stretched over its texture with the bottom row first, colours multiplied by alpha.
 class PictureItem : public Item {
 public:
@@ -143,6 +129,19 @@ bool isDDS(const std::string& path) {
 }
 
 } // namespace
+
+void drawQuad(const Place& place, float u, float v, float du, float dv) {
+    glBegin(GL_QUADS);
+    glTexCoord2f(u, v);
+    glVertex2f(place.x, place.y);
+    glTexCoord2f(u + du, v);
+    glVertex2f(place.x + place.width, place.y);
+    glTexCoord2f(u + du, v + dv);
+    glVertex2f(place.x + place.width, place.y + place.height);
+    glTexCoord2f(u, v + dv);
+    glVertex2f(place.x, place.y + place.height);
+    glEnd();
+}
 
 std::unique_ptr<Item> makeFileItem(const std::string& path) {
     if (isDDS(path))

@@ -27,10 +27,16 @@ public:
     virtual void draw(const Place& place) = 0;
 };
 
+/// Puts the corner (u, v) of the texture that is bound at the place's bottom left, and (u + du, v + dv) at
+/// its top right.
+void drawQuad(const Place& place, float u, float v, float du, float dv);
+
 using Items = std::vector<std::unique_ptr<Item>>;
 
 /// A picture or a DDS file.
 std::unique_ptr<Item> makeFileItem(const std::string& path);
+/// A picture by each of the loaders, as it lies in its texture.
+void addLoaderItems(Items& items, const std::string& path);
 /// The cube map set that a file of one of its faces stands for.
 std::unique_ptr<Item> makeCubeMapItem(const std::string& path);
 /// The text by each of the five operations of the tag board maker.

@@ -30,15 +30,17 @@ bool Options::takeItem(int count, char** words, int& i) {
         items.push_back(makeFileItem(words[i]));
         return true;
     }
-    if (!value || (word != "--font" && word != "--text" && word != "--cube"))
+    if (!value || (word != "--font" && word != "--text" && word != "--cube" && word != "--loaders"))
         return false;
     ++i;
     if (word == "--font")
         font = value;
     else if (word == "--text")
         addTextItems(items, value, font);
-    else
+    else if (word == "--cube")
         items.push_back(makeCubeMapItem(value));
+    else
+        addLoaderItems(items, value);
     return true;
 }
 
@@ -59,7 +61,8 @@ int main(int count, char** words) {
     options.host.height = 720;
     if (!parse(count, words, options)) {
         std::fprintf(stderr,
-                     "usage: %s [FILE...] [--cube FACE-FILE] [--font NAME] [--text TEXT] [--pattern] %s\n",
+                     "usage: %s [FILE...] [--cube FACE-FILE] [--loaders FILE] [--font NAME] [--text TEXT] "
+                     "[--pattern] %s\n",
                      words[0], ExampleOptions::kUsage);
         return 2;
     }
