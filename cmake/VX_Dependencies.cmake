@@ -8,11 +8,8 @@ pkg_check_modules(VX_PKG REQUIRED IMPORTED_TARGET
 add_library(VX_dependencies INTERFACE)
 target_link_libraries(VX_dependencies INTERFACE PkgConfig::VX_PKG Threads::Threads)
 
-# Neither has a file for pkg-config everywhere.
 find_package(GIF REQUIRED)
 target_link_libraries(VX_dependencies INTERFACE GIF::GIF)
-find_path(VX_STB_INCLUDE stb/stb_image.h REQUIRED)
-target_include_directories(VX_dependencies SYSTEM INTERFACE ${VX_STB_INCLUDE})
 
 find_package(glm REQUIRED)
 

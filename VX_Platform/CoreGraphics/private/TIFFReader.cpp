@@ -37,6 +37,7 @@ public:
     bool readRow(void* row) override;
 
 private:
+    static int onWarning(TIFF* file, void* self, const char* module, const char* format, va_list arguments);
     static int onMessage(TIFF* file, void* self, const char* module, const char* format, va_list arguments);
     static tmsize_t readBytes(thandle_t plane, void* to, tmsize_t count);
     static toff_t seekTo(thandle_t plane, toff_t offset, int whence);
@@ -68,11 +69,18 @@ private:
     std::vector<std::array<unsigned char, 3>> m_Palette;
     std::uint32_t m_TileWidth = 0, m_TileHeight = 0; ///< 0 for strips
     std::size_t m_TileRowBytes = 0, m_TileBytes = 0;
+    bool m_IsCut = false;
     std::uint32_t m_Row = 0;
 };
 
 // Kept to itself: what matters is whether rows come.
 int TIFFDecoder::onMessage(TIFF*, void*, const char*, const char*, va_list) {
+    return 1;
+}
+
+// A field behind the end of the file is passed over by libtiff, which may or may not be missed.
+int TIFFDecoder::onWarning(TIFF*, void* self, const char*, const char* format, va_list) {
+    static_cast<TIFFDecoder*>(self)->m_IsCut |= std::strncmp(format, "IO error", 8) == 0;
     return 1;
 }
 
@@ -96,7 +104,7 @@ bool TIFFDecoder::openFile(Plane& plane) {
     plane.source = m_Source.get();
     TIFFOpenOptions* options = TIFFOpenOptionsAlloc();
     TIFFOpenOptionsSetErrorHandlerExtR(options, onMessage, this);
-    TIFFOpenOptionsSetWarningHandlerExtR(options, onMessage, this);
+    TIFFOpenOptionsSetWarningHandlerExtR(options, onWarning, this);
     // Headers only: rows are read into memory of ours.
     const std::uint64_t most = (std::uint64_t(64) << 20) + m_Source->length();
     TIFFOpenOptionsSetMaxSingleMemAlloc(options, tmsize_t(most));
@@ -117,6 +125,8 @@ std::uint32_t TIFFDecoder::field(std::uint32_t tag, std::uint32_t otherwise) con
 bool TIFFDecoder::open() {
     if (!openFile(m_Planes[0]))
         return fail("the file is damaged or cut short");
+    if (m_IsCut)
+        return cutShort();
     return takeSamples() && takeColors() && takeSize() && preparePlanes();
 }
 
