@@ -13,6 +13,9 @@ struct GLCapabilities {
     bool clipVolumeHint = false;
     /// `GL_EXT_geometry_shader4`: the dialect and `glProgramParameteriEXT`. Mesa has neither.
     bool geometryShader4 = false;
+    /// OpenGL 4.4, whose `glBindTextures` finds out what kind of texture a name is. Without it that is found
+    /// by trial, and a GL error of the host's that was not read is lost with it.
+    bool bindTextures = false;
 };
 
 /// The record of the calling thread's current context, also of one that the host made by other means. Without

@@ -10,6 +10,7 @@ vx::GLCapabilities vx::readGLCapabilities() {
     GLCapabilities found;
     found.clipVolumeHint = epoxy_has_gl_extension("GL_EXT_clip_volume_hint");
     found.geometryShader4 = epoxy_has_gl_extension("GL_EXT_geometry_shader4");
+    found.bindTextures = epoxy_gl_version() >= 44;
     return found;
 }
 
