@@ -12,6 +12,7 @@
 #include <mutex>
 
 class CIContext;
+class NSImage;
 class NSMutableArray;
 class NSOpenGLContext;
 class VX_GLChildView;
@@ -165,6 +166,19 @@ public:
     /// log, when no frame comes or the file cannot be written. GL: see `VX_GLSavePicture`; the default
     /// framebuffer is read, and the one bound before is bound again.
     bool SaveFrame(const char* path);
+    /// The picture in a 2D or a rectangle texture of the view's share group, taken to have the view's shape:
+    /// fitted into an image of width x height pixels, in the middle, on black. The texture's first row is
+    /// the lowest; its colours count as multiplied by its alpha. Borrowed, autoreleased.
+    ///
+    /// Call `SetNeedCIContext` before `prepareOpenGL`: without an image context the image is black. Null for
+    /// the name 0, and with one line in the log for one that is no such texture and where the context cannot
+    /// be had. Any thread; waits for the frame in progress, and for the GPU. What was current on the thread
+    /// is again, but for the view's own context without the render lock: see `RenderThreadUnLock`. GL:
+    /// glGetIntegerv, glIsTexture, glBindTextures, glBindTexture, glGetTexLevelParameteriv,
+    /// glPushClientAttrib, glPixelStorei, glBindBuffer, glGetTexImage, glPopClientAttrib; nothing stays
+    /// changed.
+    NSImage* CreateNSImageFromTexture(unsigned int texture, float width, float height);
+
     /// Whether `startRender` makes no display link, and frames come by `StepFrame` alone: for recording, and
     /// for tests. Set before `prepareOpenGL`, or while stopped.
     void SetStepped(bool stepped);
@@ -225,6 +239,7 @@ private:
     bool drawLocked(const Frame& frame);
     void saveIfAsked(const Frame& frame);
     bool savePicture(const char* path);
+    NSRef<NSImage> readTexture(unsigned int texture);
     void draw(const Frame& frame);
     void drawFrame(const Frame& frame);
     bool drawPicture(const Frame& frame);

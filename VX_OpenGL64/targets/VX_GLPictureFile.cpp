@@ -5,6 +5,7 @@
 #include <VX_Platform/CoreGraphics/private/PNGFile.h>
 #include <VX_Platform/Foundation/NSLog.h>
 #include <VX_Platform/OpenGL/private/CurrentContext.h>
+#include <VX_Platform/OpenGL/private/PlainPacking.h>
 
 #include <epoxy/gl.h>
 
@@ -13,27 +14,6 @@
 
 namespace {
 
-// Rows without gaps into our own memory, whatever the host has set.
-class PlainPacking {
-public:
-    PlainPacking() {
-        glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
-        for (const GLenum parameter : {GL_PACK_ROW_LENGTH, GL_PACK_SKIP_ROWS, GL_PACK_SKIP_PIXELS,
-                                       GL_PACK_SWAP_BYTES, GL_PACK_LSB_FIRST})
-            glPixelStorei(parameter, 0);
-        glPixelStorei(GL_PACK_ALIGNMENT, 1);
-        glGetIntegerv(GL_PIXEL_PACK_BUFFER_BINDING, &m_Buffer);
-        glBindBuffer(GL_PIXEL_PACK_BUFFER, 0);
-    }
-    ~PlainPacking() {
-        glBindBuffer(GL_PIXEL_PACK_BUFFER, static_cast<GLuint>(m_Buffer));
-        glPopClientAttrib();
-    }
-
-private:
-    GLint m_Buffer = 0;
-};
-
 bool save(const char* path, int x, int y, int width, int height, int channels) {
     if (!path || width < 1 || height < 1) {
         NSLog("A picture of %d x %d cannot be saved to %s", width, height, path ? path : "(null)");
@@ -41,7 +21,7 @@ bool save(const char* path, int x, int y, int width, int height, int channels) {
     }
     std::vector<unsigned char> pixels(static_cast<std::size_t>(width) * height * channels);
     {
-        const PlainPacking packing;
+        const vx::PlainPacking packing;
         glReadPixels(x, y, width, height, channels == 4 ? GL_RGBA : GL_RGB, GL_UNSIGNED_BYTE, pixels.data());
     }
     return vx::writePNGFile(path, width, height, channels, pixels.data());

@@ -18,6 +18,9 @@ struct GLCapabilities {
     bool clientStorage = false;
     /// `GL_APPLE_texture_range`, with GL_TEXTURE_STORAGE_HINT_APPLE; the same symptom.
     bool textureRange = false;
+    /// OpenGL 4.4, whose `glBindTextures` finds out what kind of texture a name is. Without it that is found
+    /// by trial, and a GL error of the host's that was not read is lost with it.
+    bool bindTextures = false;
 };
 
 /// The record of the calling thread's current context, also of one that the host made by other means. Without

@@ -158,11 +158,14 @@ void Canvas::drawCanvas(Canvas& other, const Area& part, const Area& into, doubl
     cairo_clip(context());
     cairo_translate(context(), to.x, to.y);
     cairo_scale(context(), to.width / from.width, to.height / from.height);
-    cairo_set_source_surface(context(), cairo_get_target(other.context()), -from.x, -from.y);
+    cairo_surface_t* source = cairo_surface_create_for_rectangle(cairo_get_target(other.context()), from.x,
+                                                                 from.y, from.width, from.height);
+    cairo_set_source_surface(context(), source, 0, 0);
     if (from.width != to.width || from.height != to.height)
         cairo_pattern_set_extend(cairo_get_source(context()), CAIRO_EXTEND_PAD); // no soft edge
     cairo_paint_with_alpha(context(), alpha);
     cairo_restore(context());
+    cairo_surface_destroy(source);
 }
 
 Canvas::PixelArea Canvas::touchedBy(const Area& area) const {

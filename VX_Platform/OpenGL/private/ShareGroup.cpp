@@ -12,6 +12,7 @@ vx::GLCapabilities vx::readGLCapabilities() {
     found.geometryShader4 = epoxy_has_gl_extension("GL_EXT_geometry_shader4");
     found.clientStorage = epoxy_has_gl_extension("GL_APPLE_client_storage");
     found.textureRange = epoxy_has_gl_extension("GL_APPLE_texture_range");
+    found.bindTextures = epoxy_gl_version() >= 44;
     return found;
 }
 
