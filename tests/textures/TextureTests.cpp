@@ -4,12 +4,9 @@
 #include <VX_OpenGL64/textures/VX_GLTextureCubeMap2D.h>
 #include <VX_OpenGL64/textures/VX_GLTextureRect.h>
 #include <VX_Platform/Foundation/NSString.h>
-#include <VX_Platform/OpenGL/GLCapabilities.h>
 #include <tests/support/GLTest.h>
-#include <tests/textures/GLCalls.h>
 #include <tests/textures/PictureFiles.h>
 
-#include <cstring>
 #include <memory>
 
 namespace {
@@ -21,8 +18,8 @@ std::vector<int> sizesOf(const VX_GLTexture& texture) {
 }
 
 std::vector<double> sizesOf(const VX_GLTextureBase& texture) {
-    return {texture.Size().width, texture.Size().height, texture.TexCoordSize().width,
-            texture.TexCoordSize().height};
+    const CGSize size = texture.Size(), end = texture.TexCoordSize();
+    return {size.width, size.height, end.width, end.height};
 }
 
 unsigned newTexture() {
@@ -32,19 +29,12 @@ unsigned newTexture() {
     return name;
 }
 
-struct Opened : VX_GLTextureBase {
-    using VX_GLTextureBase::ProtectedLoadFromData;
-};
-
-/// What the texture's rectangle family does with unpack state, from alignment 2 and row length 9.
-template <class Texture>
-std::vector<std::string> loadOnApple(Texture&& texture, GLenum target, GLenum format) {
-    glPixelStorei(GL_UNPACK_ALIGNMENT, 2);
-    glPixelStorei(GL_UNPACK_ROW_LENGTH, 9);
-    const std::vector<unsigned char> pixels(1000, 0x55);
-    glCalls.clear();
-    texture(target, GL_RGBA8, format, GL_UNSIGNED_BYTE, 3, 2, pixels.data());
-    return std::exchange(glCalls, {});
+/// The red of the pixels of the texture that is bound.
+Bytes redOf(GLenum target, std::size_t count) {
+    Bytes red(count);
+    glPixelStorei(GL_PACK_ALIGNMENT, 1);
+    glGetTexImage(target, 0, GL_RED, GL_UNSIGNED_BYTE, red.data());
+    return red;
 }
 
 } // namespace
@@ -52,11 +42,8 @@ std::vector<std::string> loadOnApple(Texture&& texture, GLenum target, GLenum fo
 TEST(VX_GLTexture, HoldsOneTextureAndItsLoadersSizes) {
     HeadlessContext gl(8, 8);
     LogCollector log;
-    const TemporaryFile file(pngBytes(3, 5, 3, noise(45).data()));
+    const TemporaryFile file(pngBytes(3, 5, 3, noise(45)));
     VX_GLTexture texture;
-    EXPECT_EQ(sizesOf(texture), ints(0, 0, 0, 0));
-    EXPECT_TRUE(texture.loadRectangleExtTextureFromPath(file.path()));
-    EXPECT_EQ(sizesOf(texture), ints(5, 3, 5, 3));
     const auto enabled = [&] {
         texture.enableTexture(true);
         int filter = 0;
@@ -66,10 +53,12 @@ TEST(VX_GLTexture, HoldsOneTextureAndItsLoadersSizes) {
         EXPECT_EQ(stateOf(GL_TEXTURE_2D, kRectangle), ints(0, 0));
         return ints(texture.txType(), texture.isMipmaped(), state[0], state[1], filter);
     };
+    EXPECT_EQ(sizesOf(texture), ints(0, 0, 0, 0));
+    EXPECT_TRUE(texture.loadRectangleExtTextureFromPath(file.path()));
+    EXPECT_EQ(sizesOf(texture), ints(5, 3, 5, 3));
     EXPECT_EQ(enabled(), ints(kRectangle, 0, 0, 1, GL_LINEAR));
     const unsigned rectangle = texture.name();
-    EXPECT_TRUE(texture.loadMipmapTextureFromPath(file.path(), true));
-    EXPECT_FALSE(glIsTexture(rectangle));
+    EXPECT_TRUE(texture.loadMipmapTextureFromPath(file.path(), true) && !glIsTexture(rectangle));
     EXPECT_EQ(enabled(), ints(GL_TEXTURE_2D, 1, 1, 0, GL_LINEAR_MIPMAP_LINEAR));
     EXPECT_EQ(sizesOf(texture), ints(8, 4, 5, 3));
     EXPECT_TRUE(texture.load2DTextureFromPath(file.path()));
@@ -100,9 +89,8 @@ TEST(VX_GLTextureBase, TakesTexturesOverAndGivesThemAway) {
         EXPECT_EQ(texture.Detach(), 0u);
         texture.Attach(GL_TEXTURE_3D, first, {1, 2}, {3, 4});
         texture.Attach(GL_TEXTURE_2D, first, {5, 6}, {7, 8});
-        EXPECT_TRUE(glIsTexture(first));
+        EXPECT_TRUE(glIsTexture(first) && texture.Target() == GL_TEXTURE_2D && texture.Name() == first);
         EXPECT_EQ(sizesOf(texture), (std::vector{5.0, 6.0, 7.0, 8.0}));
-        EXPECT_EQ(ints(texture.Target(), texture.Name()), ints(GL_TEXTURE_2D, first));
         texture.Attach(GL_TEXTURE_2D, second, {}, {});
         EXPECT_TRUE(!glIsTexture(first) && glIsTexture(second));
         texture.Attach(GL_TEXTURE_2D, 0, {}, {});
@@ -110,14 +98,13 @@ TEST(VX_GLTextureBase, TakesTexturesOverAndGivesThemAway) {
         texture.Attach(GL_TEXTURE_2D, newTexture(), {}, {});
         EXPECT_TRUE(glIsTexture(texture.Detach()));
         texture.Attach(GL_TEXTURE_2D, newTexture(), {}, {});
-        EXPECT_EQ(stateOf(GL_TEXTURE_BINDING_2D), ints(texture.Name()));
     }
     EXPECT_EQ(stateOf(GL_TEXTURE_BINDING_2D), ints(0)) << "deleted at its end";
 }
 
 TEST(VX_GLTextureBase, SubclassesLoadTheirOwnKind) {
     HeadlessContext gl(8, 8);
-    const TemporaryFile file(pngBytes(3, 5, 3, noise(45).data()));
+    const TemporaryFile file(pngBytes(3, 5, 3, noise(45)));
     NSString* path = NSString::stringWithUTF8String(file.path());
     VX_GLTexture2D plain;
     VX_GLTextureRect rectangle;
@@ -126,7 +113,6 @@ TEST(VX_GLTextureBase, SubclassesLoadTheirOwnKind) {
     EXPECT_FALSE(base.LoadFromPath(path, true) || base.Target() || base.Name());
     EXPECT_TRUE(static_cast<VX_GLTextureBase&>(plain).LoadFromPath(path, false) &&
                 rectangle.LoadFromPath(path));
-    EXPECT_EQ(sizesOf(plain), (std::vector{5.0, 3.0, 0.625, 0.75}));
     EXPECT_EQ(sizesOf(rectangle), (std::vector{5.0, 3.0, 1.0, 1.0}));
     EXPECT_FALSE(cube.LoadFromPath(nullptr, false));
     EXPECT_EQ(ints(plain.Target(), rectangle.Target(), cube.Target(), cube.Name()),
@@ -140,72 +126,39 @@ TEST(VX_GLTextureBase, SubclassesLoadTheirOwnKind) {
 TEST(VX_GLTextureBase, MakesTexturesOfData) {
     HeadlessContext gl(8, 8);
     LogCollector log;
+    Bytes pixels(64);
+    for (std::size_t i = 0; i < pixels.size(); ++i)
+        pixels[i] = static_cast<unsigned char>(i);
     glPixelStorei(GL_UNPACK_ALIGNMENT, 8);
-    const unsigned char rgb[2][2][3][3] = {{{{1, 2, 3}}}, {{{}, {}, {}}, {{}, {}, {7, 8, 9}}}};
-    const unsigned name = VX_GLTextureBase::Create3DTexture(GL_RGB8, GL_RGB, GL_UNSIGNED_BYTE, 3, 2, 2, rgb);
-    EXPECT_EQ(stateOf(GL_TEXTURE_BINDING_3D, GL_UNPACK_ALIGNMENT), ints(name, 8));
-    unsigned char back[2][2][3][3] = {};
-    glPixelStorei(GL_PACK_ALIGNMENT, 1);
-    glGetTexImage(GL_TEXTURE_3D, 0, GL_RGB, GL_UNSIGNED_BYTE, back);
-    EXPECT_EQ(std::memcmp(rgb, back, sizeof rgb), 0);
-    int wraps[3] = {};
-    for (const int i : {0, 1, 2})
-        glGetTexParameteriv(GL_TEXTURE_3D, i < 2 ? GL_TEXTURE_WRAP_S + GLenum(i) : GL_TEXTURE_WRAP_R,
-                            &wraps[i]);
-    EXPECT_EQ(ints(wraps[0], wraps[1], wraps[2]), ints(GL_REPEAT, GL_REPEAT, GL_CLAMP));
-    EXPECT_EQ(VX_GLTextureBase::Create3DTexture(GL_RGB8, GL_RGB, GL_UNSIGNED_BYTE, -1, 2, 2, rgb), 0u);
+    glPixelStorei(GL_UNPACK_ROW_LENGTH, 5);
+    VX_GLTextureRect rectangle;
+    EXPECT_TRUE(rectangle.LoadFromData(GL_RGBA8, GL_RGBA, GL_UNSIGNED_BYTE, 3, 2, pixels.data()));
+    EXPECT_EQ(redOf(kRectangle, 6), (Bytes{0, 4, 8, 12, 16, 20})) << "without gaps";
+    EXPECT_TRUE(rectangle.LoadFromData(GL_RGB8, GL_RGB, GL_UNSIGNED_BYTE, 3, 2, pixels.data()));
+    EXPECT_EQ(redOf(kRectangle, 6), (Bytes{0, 3, 6, 16, 19, 22})) << "with the caller's alignment";
+    EXPECT_EQ(sizesOf(rectangle), (std::vector{3.0, 2.0, 3.0, 2.0}));
+    VX_GLTexture texture;
+    EXPECT_TRUE(
+        texture.loadTextureFromData(GL_TEXTURE_2D, GL_RGB8, GL_RGB, GL_UNSIGNED_BYTE, 3, 2, pixels.data()));
+    EXPECT_EQ(redOf(GL_TEXTURE_2D, 6), (Bytes{0, 3, 6, 16, 19, 22}));
+    glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
+    const unsigned solid =
+        VX_GLTextureBase::Create3DTexture(GL_RGB8, GL_RGB, GL_UNSIGNED_BYTE, 3, 2, 2, pixels.data());
+    EXPECT_EQ(redOf(GL_TEXTURE_3D, 12), (Bytes{0, 3, 6, 9, 12, 15, 18, 21, 24, 27, 30, 33}));
+    EXPECT_EQ(stateOf(GL_TEXTURE_BINDING_3D, GL_UNPACK_ALIGNMENT, GL_TEXTURE_2D, kRectangle),
+              ints(solid, 8, 0, 0));
+    int wraps[2] = {};
+    glGetTexParameteriv(GL_TEXTURE_3D, GL_TEXTURE_WRAP_T, &wraps[0]);
+    glGetTexParameteriv(GL_TEXTURE_3D, GL_TEXTURE_WRAP_R, &wraps[1]);
+    EXPECT_EQ(ints(wraps[0], wraps[1]), ints(GL_REPEAT, GL_CLAMP));
+    EXPECT_EQ(VX_GLTextureBase::Create3DTexture(GL_RGB8, GL_RGB, GL_UNSIGNED_BYTE, -1, 2, 2, nullptr), 0u);
     EXPECT_TRUE(log.lines.empty());
 
-    Opened opened;
-    EXPECT_TRUE(
-        opened.ProtectedLoadFromData(GL_TEXTURE_2D, GL_RGBA8, GL_RGBA, GL_UNSIGNED_BYTE, 1, 1, nullptr));
-    const unsigned former = opened.Name();
-    EXPECT_FALSE(
-        opened.ProtectedLoadFromData(GL_TEXTURE_2D, GL_RGBA8, GL_RGBA, GL_UNSIGNED_BYTE, -3, 2, nullptr));
-    EXPECT_EQ(sizesOf(opened), (std::vector{-3.0, 2.0, -3.0, 2.0}));
-    EXPECT_EQ(ints(opened.Name(), glIsTexture(former), glIsTexture(former + 1)), ints(0, 0, 0));
-    EXPECT_EQ(log.lines, std::vector<std::string>{"WARNING: OpenGL Error 0x501 while creating texture with "
-                                                  "glTexImage2D(). invalid value"});
-}
-
-TEST(VX_GLTextureBase, TellsGLHowRowsLieAndBringsItBack) {
-    HeadlessContext gl(8, 8);
-    vx::currentGLCapabilities().clientStorage = vx::currentGLCapabilities().textureRange = true;
-    const TextureCalls calls;
-    VX_GLTexture texture;
-    VX_GLTextureRect rectangle;
-    const auto first = [&](auto... arguments) { texture.loadTextureFromData(arguments...); };
-    const auto second = [&](GLenum, auto... arguments) { rectangle.LoadFromData(arguments...); };
-    const auto store = [](GLenum state, int value) { return glCall("glPixelStorei", state, value); };
-    const auto expected = [&](int name, GLenum target, std::vector<std::string> middle, GLenum format) {
-        const auto parameter = [target](GLenum which, int value) {
-            return glCall("glTexParameteri", target, which, value);
-        };
-        std::vector<std::string> all = {glCall("glEnable", target),
-                                        glCall("glGenTextures", 1, &target),
-                                        glCall("glBindTexture", target, name),
-                                        parameter(GL_TEXTURE_MAG_FILTER, GL_LINEAR),
-                                        parameter(GL_TEXTURE_MIN_FILTER, GL_LINEAR),
-                                        parameter(GL_TEXTURE_STORAGE_HINT_APPLE, GL_STORAGE_CACHED_APPLE)};
-        all.insert(all.end(), middle.begin(), middle.end());
-        for (const std::string& call :
-             {glCall("glTexImage2D", target, 0, GL_RGBA8, 3, 2, 0, format, GL_UNSIGNED_BYTE, &target),
-              glCall("glGetError"), glCall("glDisable", target), store(GL_UNPACK_CLIENT_STORAGE_APPLE, 7),
-              store(GL_UNPACK_ROW_LENGTH, 9), store(GL_UNPACK_ALIGNMENT, 2)})
-            all.push_back(call);
-        return all;
-    };
-    const std::vector<std::string> clamped = {
-        store(GL_UNPACK_CLIENT_STORAGE_APPLE, 0),
-        glCall("glTexParameterf", kRectangle, GL_TEXTURE_WRAP_S, float(GL_CLAMP_TO_EDGE)),
-        glCall("glTexParameterf", kRectangle, GL_TEXTURE_WRAP_T, float(GL_CLAMP_TO_EDGE))};
-    std::vector<std::string> rgba = {store(GL_UNPACK_ALIGNMENT, 1), store(GL_UNPACK_ROW_LENGTH, 3)};
-    std::vector<std::string> other = {store(GL_UNPACK_ROW_LENGTH, 0)};
-    rgba.insert(rgba.end(), clamped.begin(), clamped.end());
-    other.insert(other.end(), clamped.begin(), clamped.end());
-    EXPECT_EQ(loadOnApple(first, GL_TEXTURE_2D, GL_RGBA),
-              expected(1, GL_TEXTURE_2D, {store(GL_UNPACK_CLIENT_STORAGE_APPLE, 0)}, GL_RGBA));
-    texture.discardData();
-    EXPECT_EQ(loadOnApple(first, kRectangle, GL_BGRA), expected(2, kRectangle, other, GL_BGRA));
-    EXPECT_EQ(loadOnApple(second, kRectangle, GL_RGBA), expected(3, kRectangle, rgba, GL_RGBA));
+    const unsigned former = rectangle.Name();
+    EXPECT_FALSE(rectangle.LoadFromData(GL_RGBA8, GL_RGBA, GL_UNSIGNED_BYTE, -3, 2, nullptr));
+    EXPECT_EQ(sizesOf(rectangle), (std::vector{-3.0, 2.0, -3.0, 2.0}));
+    EXPECT_EQ(ints(rectangle.Name(), glIsTexture(former)), ints(0, 0));
+    EXPECT_EQ(log.lines.back(),
+              "WARNING: OpenGL Error 0x501 while creating texture with glTexImage2D(). invalid value");
+    EXPECT_EQ(stateOf(GL_UNPACK_ALIGNMENT, GL_UNPACK_ROW_LENGTH, kRectangle), ints(8, 0, 0));
 }
