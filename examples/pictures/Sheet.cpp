@@ -71,9 +71,12 @@ Place Place::fitted(float aspect) const {
 }
 
 void Sheet::doStartRender() {
-    for (const auto& item : m_Items)
+    for (const auto& item : m_Items) {
         if (item->prepare())
             m_Shown.push_back({item.get(), makeCaption(item->caption())});
+        glPixelStorei(GL_UNPACK_ROW_LENGTH, 0); // which texts leave at their own width
+    }
+    m_HasShown = !m_Shown.empty();
 }
 
 void Sheet::doStopRender() {
@@ -95,7 +98,7 @@ void Sheet::renderPipeline(CGRect* bounds) {
     glMatrixMode(GL_MODELVIEW);
     glLoadIdentity();
     glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
-    if (isEmpty())
+    if (m_Shown.empty())
         return;
 
     const int count = int(m_Shown.size()), columns = columnsFor(count, width, height);

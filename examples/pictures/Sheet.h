@@ -16,7 +16,8 @@ public:
     void doStopRender() override;
     void renderPipeline(CGRect* bounds) override;
 
-    bool isEmpty() const { return m_Shown.empty(); }
+    /// Whether there was something to show when drawing began.
+    bool hasShown() const { return m_HasShown; }
 
 private:
     struct Shown {
@@ -25,4 +26,5 @@ private:
     };
     Items m_Items;
     std::vector<Shown> m_Shown;
+    bool m_HasShown = false;
 };

@@ -75,5 +75,5 @@ int main(int count, char** words) {
             return ends;
         });
     });
-    return status;
+    return sheet->hasShown() ? status : 1;
 }

@@ -87,6 +87,17 @@ TEST_F(ExampleTest, TheViewerTellsWhatAFileHasAndWhatItPassedBy) {
               std::string::npos);
 }
 
+TEST_F(ExampleTest, PicturesAreShownBesideThoseThatTellWhyTheyAreNot) {
+    const std::string cut = path("cut.png"), sheet = " --headless " + path("sheet.png");
+    std::ofstream(cut) << std::ifstream(PICTURE).rdbuf();
+    std::filesystem::resize_file(cut, 2000);
+    const Result result = run(PICTURES " --loaders " PICTURE " " + cut + " --text A --pattern" + sheet);
+    EXPECT_EQ(result.status, 0) << result.output;
+    EXPECT_NE(result.output.find(cut + ": the file is cut short"), std::string::npos) << result.output;
+    EXPECT_TRUE(Picture(path("sheet.png")).colours() > 100 && Picture(path("sheet.png")).borderIsOneColour());
+    EXPECT_EQ(run(PICTURES " " + cut + sheet).status, 1);
+}
+
 TEST_F(ExampleTest, WhatCannotBeDoneIsToldAndGivesItsStatus) {
     const std::string first = FIRST_PICTURE, viewer = MESH_VIEWER, recording = RECORDING;
     for (const char* bad :

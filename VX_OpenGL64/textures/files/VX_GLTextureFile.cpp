@@ -23,6 +23,15 @@ void tellWhy(const char* function, const char* path, const std::string& why) {
         NSLog("%s: %s: %s", function, path, why.c_str());
 }
 
+// A text or a drawn texture leaves the row length set. GL takes rows that overlap then, which no layout
+// mends.
+void tellOfShortRows(const char* function, const char* path, std::size_t rowLength, std::size_t width) {
+    if (rowLength > 0 && rowLength < width)
+        tellWhy(function, path,
+                "GL_UNPACK_ROW_LENGTH is " + std::to_string(rowLength) + ", below the texture's width of " +
+                    std::to_string(width) + ": set it to 0 first");
+}
+
 /// What one of the functions is told, and where it puts the sizes.
 struct Load {
     const char* function;
@@ -85,9 +94,11 @@ unsigned int VX_GLTextureLoader2D(NSString* path, CGSize* size, CGSize* texCoord
     const Load load{"VX_GLTextureLoader2D", size, texCoordSize};
     if (!path)
         return kNoTexture;
-    const auto canvas = load.read(path->UTF8String(), true, vx::currentUnpackLayout());
+    const vx::UnpackLayout layout = vx::currentUnpackLayout();
+    const auto canvas = load.read(path->UTF8String(), true, layout);
     if (!canvas)
         return kNoTexture;
+    tellOfShortRows(load.function, path->UTF8String(), layout.rowLength, canvas->width());
     GLuint name = 0;
     GLint former = 0;
     glGenTextures(1, &name);

@@ -13,8 +13,9 @@ class NSString;
 //
 // All of them block their caller while they read, on the thread of the current context that they need,
 // without a buffer bound to GL_PIXEL_UNPACK_BUFFER. Rows are laid out for the unpack alignment and row length
-// in force, skipped rows and pixels are made up for; GL_UNPACK_SWAP_BYTES applies. A damaged picture is none,
-// and nothing of it is uploaded. With diagnostics on the log tells why a picture did not load.
+// in force, skipped rows and pixels are made up for; GL_UNPACK_SWAP_BYTES applies. A row length below the
+// texture's width, as texts and drawn textures may leave it, cannot be made up for: rows would overlap. A
+// damaged picture is none, and nothing of it is uploaded. With diagnostics on the log tells of both.
 
 /// Loads a picture into the corner of a texture whose sides are powers of two. `size` receives the picture's
 /// size in pixels, `texCoordSize` the texture coordinates it ends at; both may be null. `mipmap` makes the
