@@ -47,6 +47,7 @@
 #include <VX_Platform/AppKit/NSView.h>
 #include <VX_Platform/AppKit/NSWindow.h>
 #include <VX_Platform/CoreGraphics/CGGeometry.h>
+#include <VX_Platform/CoreGraphics/CGImageSource.h>
 #include <VX_Platform/CoreGraphics/NativeWindow.h>
 #include <VX_Platform/CoreImage/CIContext.h>
 #include <VX_Platform/CoreVideo/CVDisplayLink.h>
