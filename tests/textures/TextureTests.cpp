@@ -61,6 +61,8 @@ TEST(VX_GLTexture, HoldsOneTextureAndItsLoadersSizes) {
     EXPECT_TRUE(texture.loadMipmapTextureFromPath(file.path(), true) && !glIsTexture(rectangle));
     EXPECT_EQ(enabled(), ints(GL_TEXTURE_2D, 1, 1, 0, GL_LINEAR_MIPMAP_LINEAR));
     EXPECT_EQ(sizesOf(texture), ints(8, 4, 5, 3));
+    texture.discardData();
+    EXPECT_EQ(ints(texture.isMipmaped(), texture.width()), ints(0, 0));
     EXPECT_TRUE(texture.load2DTextureFromPath(file.path()));
     EXPECT_EQ(enabled(), ints(GL_TEXTURE_2D, 0, 1, 0, GL_LINEAR));
 
@@ -158,6 +160,7 @@ TEST(VX_GLTextureBase, MakesTexturesOfData) {
     EXPECT_FALSE(rectangle.LoadFromData(GL_RGBA8, GL_RGBA, GL_UNSIGNED_BYTE, -3, 2, nullptr));
     EXPECT_EQ(sizesOf(rectangle), (std::vector{-3.0, 2.0, -3.0, 2.0}));
     EXPECT_EQ(ints(rectangle.Name(), glIsTexture(former)), ints(0, 0));
+    EXPECT_EQ(stateOf(GL_TEXTURE_BINDING_RECTANGLE_ARB), ints(0)) << "the new one is deleted too";
     EXPECT_EQ(log.lines.back(),
               "WARNING: OpenGL Error 0x501 while creating texture with glTexImage2D(). invalid value");
     EXPECT_EQ(stateOf(GL_UNPACK_ALIGNMENT, GL_UNPACK_ROW_LENGTH, kRectangle), ints(8, 0, 0));

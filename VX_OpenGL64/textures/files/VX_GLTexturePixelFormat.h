@@ -22,6 +22,7 @@ enum Texture2DPixelFormat : int {
 VX_EXPORT void _GLDoTexImage2D(unsigned int target, Texture2DPixelFormat pixelFormat, unsigned long width,
                                unsigned long height, const void* data);
 /// The same with all smaller levels made from it, averaged. GL: gluBuild2DMipmaps, which scales what is no
-/// power of two, or too large for the driver, and brings the unpack state back.
+/// power of two, or too large for the driver; of pictures so narrow that GLU would let GL read past its own
+/// memory, a copy is handed over under a glPixelStorei. The unpack state is brought back.
 VX_EXPORT void _GLDoTexImage2DMipMaps(unsigned int target, Texture2DPixelFormat pixelFormat,
                                       unsigned long width, unsigned long height, const void* data);

@@ -15,6 +15,10 @@ std::size_t stateOf(GLenum name) {
     return static_cast<std::size_t>(value);
 }
 
+std::size_t skippedBytes(std::size_t rowBytes, std::size_t bytesPerPixel) {
+    return stateOf(GL_UNPACK_SKIP_ROWS) * rowBytes + stateOf(GL_UNPACK_SKIP_PIXELS) * bytesPerPixel;
+}
+
 } // namespace
 
 vx::UnpackLayout vx::currentUnpackLayout() {
@@ -22,9 +26,13 @@ vx::UnpackLayout vx::currentUnpackLayout() {
 }
 
 const void* vx::unpackedFrom(const void* pixels, std::size_t rowBytes, std::size_t bytesPerPixel) {
-    const std::size_t skipped =
-        stateOf(GL_UNPACK_SKIP_ROWS) * rowBytes + stateOf(GL_UNPACK_SKIP_PIXELS) * bytesPerPixel;
-    return reinterpret_cast<const void*>(reinterpret_cast<std::uintptr_t>(pixels) - skipped);
+    return reinterpret_cast<const void*>(reinterpret_cast<std::uintptr_t>(pixels) -
+                                         skippedBytes(rowBytes, bytesPerPixel));
+}
+
+const void* vx::skippedInto(const void* given, std::size_t rowBytes, std::size_t bytesPerPixel) {
+    return reinterpret_cast<const void*>(reinterpret_cast<std::uintptr_t>(given) +
+                                         skippedBytes(rowBytes, bytesPerPixel));
 }
 
 void vx::setClientStorage(int value) {

@@ -11,6 +11,8 @@ namespace vx {
 UnpackLayout currentUnpackLayout();
 /// What GL has to be given to find the first row at `pixels`, be it told to skip rows or pixels.
 const void* unpackedFrom(const void* pixels, std::size_t rowBytes, std::size_t bytesPerPixel);
+/// The other way: where GL finds the first row of what it is given.
+const void* skippedInto(const void* given, std::size_t rowBytes, std::size_t bytesPerPixel);
 
 /// glPixelStorei of GL_UNPACK_CLIENT_STORAGE_APPLE, and glTexParameteri that asks for cached storage, where
 /// there is such a thing.

@@ -125,5 +125,11 @@ TEST(VX_GLDDSTextureLoader2D, ShowsItsBlocks) {
     VX_GLDDSTextureLoader2D byHand;
     byHand.DecompressDDS();
     EXPECT_TRUE(byHand.ReadDDS(white.path()) && byHand.ReadDDS(white.path()));
-    EXPECT_EQ(ints(byHand.m_DataSize, byHand.m_Components, byHand.m_MipMapCount), ints(40, 3, 4));
+    EXPECT_EQ(ints(byHand.m_DataSize, byHand.m_Components, byHand.m_MipMapCount, byHand.m_Format),
+              ints(40, 3, 4, GL_COMPRESSED_RGBA_S3TC_DXT1_EXT));
+    for (const auto& [fourCC, format] :
+         {std::pair("DXT3", GL_COMPRESSED_RGBA_S3TC_DXT3_EXT), {"DXT5", GL_COMPRESSED_RGBA_S3TC_DXT5_EXT}}) {
+        byHand.ReadDDS(TemporaryFile(ddsBytes(fourCC, 4, 4, 1, 16)).path());
+        EXPECT_EQ(ints(byHand.m_Components, byHand.m_Format), ints(4, format));
+    }
 }

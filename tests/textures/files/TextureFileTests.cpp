@@ -158,10 +158,11 @@ TEST(TextureFile, BringsEveryFormatToGLUnderAnyUnpackState) {
                 glBindTexture(GL_TEXTURE_2D, name);
                 EXPECT_EQ(pixelsOf(GL_TEXTURE_2D, kind.format, kind.type, kind.bytes), textureOf(kind, 8, 4))
                     << kind.channels << " " << unpack[0] << unpack[1] << unpack[2] << mipmap;
-                EXPECT_EQ(ints(levelOf(GL_TEXTURE_2D, 3, GL_TEXTURE_WIDTH),
+                EXPECT_EQ(ints(levelOf(GL_TEXTURE_2D, 0, GL_TEXTURE_INTERNAL_FORMAT),
+                               levelOf(GL_TEXTURE_2D, 3, GL_TEXTURE_WIDTH),
                                parameterOf(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER),
                                parameterOf(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T)),
-                          ints(mipmap, mipmap ? GL_LINEAR_MIPMAP_LINEAR : GL_LINEAR, GL_REPEAT));
+                          ints(kind.format, mipmap, mipmap ? GL_LINEAR_MIPMAP_LINEAR : GL_LINEAR, GL_REPEAT));
             }
             const unsigned name = VX_GLTextureLoader2DRect(text(file.path()), &sizes.size, &sizes.end);
             EXPECT_EQ(state(), before);
