@@ -5,6 +5,10 @@
 
 #include <pango/pangocairo.h>
 
+#include <array>
+#include <optional>
+#include <string>
+
 namespace vx {
 
 namespace {
@@ -42,7 +46,48 @@ void setFont(PangoLayout* layout, const FontFace& face, double size) {
     pango_font_description_free(description);
 }
 
+/// The layouts that a thread asked for lately, and what they were asked by.
+class KeptLayouts {
+public:
+    const TextLayout& find(std::string_view text, const FontFace& face, double size, double width) {
+        for (Entry& entry : m_Entries)
+            if (entry.layout && entry.size == size && entry.width == width &&
+                entry.face.weight == face.weight && entry.text == text && entry.face.family == face.family)
+                return *entry.layout;
+        Entry& entry = m_Entries[text.size() > kLongest ? 0 : m_Next];
+        m_Next = m_Next + 1 < kCount ? m_Next + 1 : 1;
+        entry.layout.emplace(text, face, size);
+        if (width >= 0.0)
+            entry.layout->wrapAt(width);
+        entry.text = text;
+        entry.face = face;
+        entry.size = size;
+        entry.width = width;
+        return *entry.layout;
+    }
+
+private:
+    static constexpr std::size_t kCount = 32;
+    /// Longer ones, in bytes, share the first place.
+    static constexpr std::size_t kLongest = 1024;
+
+    struct Entry {
+        std::optional<TextLayout> layout;
+        std::string text;
+        FontFace face;
+        double size = 0.0;
+        double width = 0.0;
+    };
+    std::array<Entry, kCount> m_Entries;
+    std::size_t m_Next = 1;
+};
+
 } // namespace
+
+const TextLayout& TextLayout::kept(std::string_view text, const FontFace& face, double size, double width) {
+    thread_local KeptLayouts layouts;
+    return layouts.find(text, face, size, width);
+}
 
 void TextLayout::LayoutDeleter::operator()(PangoLayout* layout) const {
     g_object_unref(layout);

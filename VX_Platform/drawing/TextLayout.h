@@ -33,6 +33,11 @@ public:
     TextLayout(std::string_view text, const FontFace& face, double size);
     static constexpr double kMaxFontSize = 10000.0;
 
+    /// The same, wrapped at a width if that is not below 0, out of what the calling thread has laid out
+    /// lately: most texts are measured and then drawn, and drawn again in the next picture. For the thread
+    /// alone, until it asks for the next one.
+    static const TextLayout& kept(std::string_view text, const FontFace& face, double size, double width);
+
     /// Breaks lines between words, or inside one that is too long, so that they fit into `width`. A paragraph
     /// that runs from right to left then ends its lines at the right end of the width.
     void wrapAt(double width);
