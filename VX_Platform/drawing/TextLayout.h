@@ -8,10 +8,13 @@
 #include <string_view>
 
 typedef struct _PangoLayout PangoLayout;
+typedef struct _cairo cairo_t;
+typedef struct _cairo_surface cairo_surface_t;
 
 namespace vx {
 
 class Canvas;
+class KeptLayouts;
 
 /// A text laid out in lines: shaped, in the direction its letters run, with other fonts where its own lacks a
 /// letter. Lengths are in pixels of the canvas. Belongs to the thread that made it.
@@ -59,7 +62,25 @@ private:
     struct LayoutDeleter {
         void operator()(PangoLayout* layout) const;
     };
+    friend class KeptLayouts;
+
+    struct SurfaceDeleter {
+        void operator()(cairo_surface_t* surface) const;
+    };
+    /// How much of each pixel the letters cover, once they have been drawn, for the next time.
+    struct Mask {
+        std::unique_ptr<cairo_surface_t, SurfaceDeleter> coverage;
+        int left = 0;
+        int top = 0;
+    };
+
+    const Mask* maskFor(cairo_t* context) const;
+    Mask makeMask() const;
+
     std::unique_ptr<PangoLayout, LayoutDeleter> m_Layout;
+    bool m_IsKept = false;
+    mutable int m_Draws = 0;
+    mutable Mask m_Mask;
 };
 
 } // namespace vx

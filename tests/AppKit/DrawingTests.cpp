@@ -148,6 +148,19 @@ TEST_F(Drawing, TextStandsUprightAtItsCornerAndInItsRectangle) {
         }
 }
 
+TEST_F(Drawing, TextThatIsDrawnAgainIsTheSame) {
+    const auto draw = [](double x) {
+        return rowsOf({60, 30}, false,
+                      [x] {
+                          fill(NSColor::yellowColor(), CGRectMake(0, 0, 30, 30));
+                          text("Aw\xC2\xA8", 20)->drawAtPoint({x, 3});
+                      })
+            .pixels;
+    };
+    const std::vector<unsigned> first = draw(4);
+    EXPECT_TRUE(draw(4) == first && draw(4) == first && draw(4.5) != draw(4));
+}
+
 TEST_F(Drawing, FontsAreThoseThatAreThereAndNullTextsRaise) {
     for (int turn = 0; turn < 2; ++turn) { // asked for, and remembered
         EXPECT_EQ(font("No Such Family", 20), nullptr);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <VX_Platform/Foundation/NSAutoreleasePool.h>
 #include <VX_Platform/OpenGL/GLCapabilities.h>
+#include <tests/support/HeadlessContext.h>
 #include <tests/support/ImagePixels.h>
 #include <tests/support/Pixels.h>
 #include <tests/support/ScriptedPipeline.h>
@@ -102,6 +103,12 @@ TEST_F(TextureImageTest, IsNullWithoutATextureAndBlackWithoutAnImageContext) {
         });
         EXPECT_TRUE(waitFor([&] { return top != 0; }));
         stage.onRender({});
+        HeadlessContext other(8, 8);
+        stage.view->RenderThreadLock();
+        other.context()->makeCurrentContext();
+        EXPECT_NE(stage.view->CreateNSImageFromTexture(stage.names[1], 9, 9), nullptr);
+        EXPECT_EQ(NSOpenGLContext::currentContext(), other.context());
+        stage.view->RenderThreadUnLock();
         EXPECT_TRUE(top == 0xff0000ffu && stage.disturbed == 0) << "in a hook";
     }
     ImageStage plain({64, 32}, false);
