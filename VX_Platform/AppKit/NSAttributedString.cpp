@@ -8,9 +8,6 @@
 #include <VX_Platform/Foundation/NSMutableDictionary.h>
 #include <VX_Platform/drawing/TextLayout.h>
 
-#include <atomic>
-#include <optional>
-
 namespace {
 
 template <class Attribute>
@@ -18,43 +15,21 @@ Attribute* attribute(const NSMutableDictionary* attributes, const char* key) {
     return attributes ? dynamic_cast<Attribute*>(attributes->objectForKey(key)) : nullptr;
 }
 
-std::uint64_t nextSerial() {
-    static std::atomic<std::uint64_t> last{0};
-    return ++last;
+constexpr double kUnwrapped = -1.0;
+
+vx::Color colorOf(const NSColor* color) {
+    return color ? vx::Color{color->redComponent(), color->greenComponent(), color->blueComponent(),
+                             color->alphaComponent()}
+                 : vx::Color{};
 }
 
 } // namespace
 
-/// The layout that the calling thread made last, kept since most texts are measured and then drawn. A layout
-/// is its thread's own, so it cannot be kept by the text.
 struct NSAttributedString::Layout {
-    static constexpr double kUnwrapped = -1.0;
-
     static const vx::TextLayout& of(const NSAttributedString& text, double width = kUnwrapped) {
-        thread_local Layout kept;
-        if (kept.m_Serial != text.m_Serial || kept.m_Width != width)
-            kept.make(text, width);
-        return *kept.m_Layout;
+        return vx::TextLayout::kept(text.m_String->string(), {text.m_Family, text.m_Weight}, text.m_Size,
+                                    width);
     }
-    static vx::Color color(const NSAttributedString& text) {
-        const NSColor* color = text.m_Color.get();
-        return color ? vx::Color{color->redComponent(), color->greenComponent(), color->blueComponent(),
-                                 color->alphaComponent()}
-                     : vx::Color{};
-    }
-
-private:
-    void make(const NSAttributedString& text, double width) {
-        m_Layout.emplace(text.m_String->string(), vx::FontFace{text.m_Family, text.m_Weight}, text.m_Size);
-        if (width != kUnwrapped)
-            m_Layout->wrapAt(width);
-        m_Serial = text.m_Serial;
-        m_Width = width;
-    }
-
-    std::optional<vx::TextLayout> m_Layout;
-    std::uint64_t m_Serial = 0;
-    double m_Width = kUnwrapped;
 };
 
 NSAttributedString* NSAttributedString::initWithString(NSString* string, NSMutableDictionary* attributes) {
@@ -64,7 +39,6 @@ NSAttributedString* NSAttributedString::initWithString(NSString* string, NSMutab
                            "NSAttributedString::initWithString: the string is null");
     }
     m_String = NSRef<NSString>::retain(string);
-    m_Serial = nextSerial();
     m_Color = NSRef<NSColor>::retain(attribute<NSColor>(attributes, NSForegroundColorAttributeName));
     if (const NSFont* font = attribute<NSFont>(attributes, NSFontAttributeName)) {
         m_Family = font->m_Family;
@@ -85,22 +59,22 @@ NSSize NSAttributedString::size() const {
 
 void NSAttributedString::drawAtPoint(NSPoint point) const {
     if (m_String)
-        Layout::of(*this).draw(vx::focusedCanvas(), point.x, point.y, Layout::color(*this));
+        Layout::of(*this).draw(vx::focusedCanvas(), point.x, point.y, colorOf(m_Color.get()));
 }
 
 void NSAttributedString::drawInRect(NSRect rect) const {
     if (!m_String || !(rect.size.width > 0.0 && rect.size.height > 0.0))
         return;
     const bool wraps = m_LineBreakMode != NSLineBreakByClipping;
-    const vx::TextLayout& layout = Layout::of(*this, wraps ? rect.size.width : Layout::kUnwrapped);
-    const vx::TextLayout::Size size = layout.size();
+    const vx::TextLayout& lines = Layout::of(*this, wraps ? rect.size.width : kUnwrapped);
+    const vx::TextLayout::Size size = lines.size();
     vx::Canvas& canvas = vx::focusedCanvas();
     const bool isFlipped = canvas.origin() == vx::Canvas::Origin::topLeft;
     const double left =
-        !wraps && layout.runsRightToLeft() ? rect.origin.x + rect.size.width - size.width : rect.origin.x;
+        !wraps && lines.runsRightToLeft() ? rect.origin.x + rect.size.width - size.width : rect.origin.x;
     canvas.save();
     canvas.clipTo(rect.origin.x, rect.origin.y, rect.size.width, rect.size.height);
-    layout.draw(canvas, left, isFlipped ? rect.origin.y : rect.origin.y + rect.size.height - size.height,
-                Layout::color(*this));
+    lines.draw(canvas, left, isFlipped ? rect.origin.y : rect.origin.y + rect.size.height - size.height,
+               colorOf(m_Color.get()));
     canvas.restore();
 }

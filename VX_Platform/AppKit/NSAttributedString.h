@@ -6,7 +6,6 @@
 #include <VX_Platform/Foundation/NSObject.h>
 #include <VX_Platform/Foundation/NSString.h>
 
-#include <cstdint>
 #include <string>
 
 class NSColor;
@@ -55,7 +54,6 @@ private:
     struct VX_HIDDEN Layout;
 
     NSRef<NSString> m_String;
-    std::uint64_t m_Serial = 0;
     std::string m_Family = "Sans";
     int m_Weight = 400;
     double m_Size = 12.0;

@@ -179,6 +179,10 @@ Canvas::PixelArea Canvas::touchedBy(const Area& area) const {
 
 void Canvas::readPixels(const PixelArea& area, unsigned char* bytes) {
     const unsigned char* const all = pixels();
+    if (all && area.width == m_Width && area.width * 4LL == stride()) {
+        swapRedAndBlue(all + area.y * stride(), bytes, std::size_t(area.width) * std::size_t(area.height));
+        return;
+    }
     for (int row = 0; row < area.height; ++row)
         swapRedAndBlue(all + (area.y + row) * stride() + area.x * 4LL, bytes + row * (area.width * 4LL),
                        std::size_t(area.width));

@@ -5,6 +5,11 @@
 
 #include <pango/pangocairo.h>
 
+#include <array>
+#include <cmath>
+#include <optional>
+#include <string>
+
 namespace vx {
 
 namespace {
@@ -42,7 +47,66 @@ void setFont(PangoLayout* layout, const FontFace& face, double size) {
     pango_font_description_free(description);
 }
 
+// False when a pixel is not white.
+bool copyCoverage(Canvas& white, unsigned char* to, int stride) {
+    const unsigned char* const pixels = white.pixels();
+    for (int y = 0; pixels && y < white.height(); ++y)
+        for (int x = 0; x < white.width(); ++x) {
+            const unsigned char* const pixel = pixels + y * white.stride() + x * 4;
+            if (pixel[0] != pixel[3] || pixel[1] != pixel[3] || pixel[2] != pixel[3])
+                return false;
+            to[y * stride + x] = pixel[3];
+        }
+    return pixels != nullptr;
+}
+
 } // namespace
+
+/// The layouts that a thread asked for lately, and what they were asked by.
+class KeptLayouts {
+public:
+    const TextLayout& find(std::string_view text, const FontFace& face, double size, double width) {
+        for (Entry& entry : m_Entries)
+            if (entry.layout && entry.size == size && entry.width == width &&
+                entry.face.weight == face.weight && entry.text == text && entry.face.family == face.family)
+                return *entry.layout;
+        Entry& entry = m_Entries[text.size() > kLongest ? 0 : m_Next];
+        m_Next = m_Next + 1 < kCount ? m_Next + 1 : 1;
+        entry.layout.emplace(text, face, size);
+        if (width >= 0.0)
+            entry.layout->wrapAt(width);
+        entry.layout->m_IsKept = true;
+        entry.text = text;
+        entry.face = face;
+        entry.size = size;
+        entry.width = width;
+        return *entry.layout;
+    }
+
+private:
+    static constexpr std::size_t kCount = 32;
+    /// Longer ones, in bytes, share the first place.
+    static constexpr std::size_t kLongest = 1024;
+
+    struct Entry {
+        std::optional<TextLayout> layout;
+        std::string text;
+        FontFace face;
+        double size = 0.0;
+        double width = 0.0;
+    };
+    std::array<Entry, kCount> m_Entries;
+    std::size_t m_Next = 1;
+};
+
+const TextLayout& TextLayout::kept(std::string_view text, const FontFace& face, double size, double width) {
+    thread_local KeptLayouts layouts;
+    return layouts.find(text, face, size, width);
+}
+
+void TextLayout::SurfaceDeleter::operator()(cairo_surface_t* surface) const {
+    cairo_surface_destroy(surface);
+}
 
 void TextLayout::LayoutDeleter::operator()(PangoLayout* layout) const {
     g_object_unref(layout);
@@ -95,8 +159,48 @@ void TextLayout::draw(Canvas& canvas, double x, double y, const Color& color) co
         cairo_translate(context, 0, size().height);
         cairo_scale(context, 1, -1);
     }
-    pango_cairo_show_layout(context, m_Layout.get());
+    if (const Mask* mask = maskFor(context))
+        cairo_mask_surface(context, mask->coverage.get(), mask->left, mask->top);
+    else
+        pango_cairo_show_layout(context, m_Layout.get());
     cairo_restore(context);
+}
+
+// From the second time on, where a pixel of the mask is a pixel of the canvas.
+const TextLayout::Mask* TextLayout::maskFor(cairo_t* context) const {
+    if (!m_IsKept)
+        return nullptr;
+    if (++m_Draws == 2)
+        m_Mask = makeMask();
+    cairo_matrix_t axes;
+    cairo_get_matrix(context, &axes);
+    const bool isWhole = axes.xx == 1 && axes.yy == 1 && axes.xy == 0 && axes.yx == 0 &&
+                         axes.x0 == std::floor(axes.x0) && axes.y0 == std::floor(axes.y0);
+    return isWhole && m_Mask.coverage ? &m_Mask : nullptr;
+}
+
+// None for a text without letters, a large one, and one with letters that bring their own colours.
+TextLayout::Mask TextLayout::makeMask() const {
+    constexpr long long most = 1 << 17;
+    PangoRectangle ink;
+    pango_layout_get_pixel_extents(m_Layout.get(), &ink, nullptr);
+    if (ink.width < 1 || ink.height < 1 || 1LL * ink.width * ink.height > most)
+        return {};
+    Canvas white(ink.width, ink.height);
+    white.setColor({1, 1, 1, 1});
+    cairo_translate(white.context(), -ink.x, -ink.y);
+    pango_cairo_show_layout(white.context(), m_Layout.get());
+    Mask mask;
+    mask.coverage.reset(cairo_image_surface_create(CAIRO_FORMAT_A8, ink.width, ink.height));
+    mask.left = ink.x;
+    mask.top = ink.y;
+    cairo_surface_flush(mask.coverage.get());
+    unsigned char* to = cairo_image_surface_get_data(mask.coverage.get());
+    const int stride = cairo_image_surface_get_stride(mask.coverage.get());
+    if (!to || !copyCoverage(white, to, stride))
+        return {};
+    cairo_surface_mark_dirty(mask.coverage.get());
+    return mask;
 }
 
 } // namespace vx

@@ -8,10 +8,13 @@
 #include <string_view>
 
 typedef struct _PangoLayout PangoLayout;
+typedef struct _cairo cairo_t;
+typedef struct _cairo_surface cairo_surface_t;
 
 namespace vx {
 
 class Canvas;
+class KeptLayouts;
 
 /// A text laid out in lines: shaped, in the direction its letters run, with other fonts where its own lacks a
 /// letter. Lengths are in pixels of the canvas. Belongs to the thread that made it.
@@ -32,6 +35,11 @@ public:
     /// font's, from 1 to `kMaxFontSize`; what lies outside counts as the nearest.
     TextLayout(std::string_view text, const FontFace& face, double size);
     static constexpr double kMaxFontSize = 10000.0;
+
+    /// The same, wrapped at a width if that is not below 0, out of what the calling thread has laid out
+    /// lately: most texts are measured and then drawn, and drawn again in the next picture. For the thread
+    /// alone, until it asks for the next one.
+    static const TextLayout& kept(std::string_view text, const FontFace& face, double size, double width);
 
     /// Breaks lines between words, or inside one that is too long, so that they fit into `width`. A paragraph
     /// that runs from right to left then ends its lines at the right end of the width.
@@ -54,7 +62,25 @@ private:
     struct LayoutDeleter {
         void operator()(PangoLayout* layout) const;
     };
+    friend class KeptLayouts;
+
+    struct SurfaceDeleter {
+        void operator()(cairo_surface_t* surface) const;
+    };
+    /// How much of each pixel the letters cover, once they have been drawn, for the next time.
+    struct Mask {
+        std::unique_ptr<cairo_surface_t, SurfaceDeleter> coverage;
+        int left = 0;
+        int top = 0;
+    };
+
+    const Mask* maskFor(cairo_t* context) const;
+    Mask makeMask() const;
+
     std::unique_ptr<PangoLayout, LayoutDeleter> m_Layout;
+    bool m_IsKept = false;
+    mutable int m_Draws = 0;
+    mutable Mask m_Mask;
 };
 
 } // namespace vx

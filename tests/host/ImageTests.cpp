@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <VX_Platform/Foundation/NSAutoreleasePool.h>
 #include <VX_Platform/OpenGL/GLCapabilities.h>
+#include <tests/support/HeadlessContext.h>
 #include <tests/support/ImagePixels.h>
 #include <tests/support/Pixels.h>
 #include <tests/support/ScriptedPipeline.h>
@@ -11,49 +12,48 @@ namespace {
 
 using TextureImageTest = HeadlessTest;
 
-NSRef<NSAutoreleasePool> newPool() {
-    return NSInit(new NSAutoreleasePool);
-}
-
-/// A view with an image context and three textures of two rows, the lower one green and half as strong.
+/// A view with an image context, and in its frames a cube map and two textures of two rows: 2D and rectangle,
+/// the lower row green and half as strong. A frame finds out whether its state has been disturbed.
 struct ImageStage : Stage {
     explicit ImageStage(CGSize size, bool hasImageContext = true) : Stage(Draws::byItself, size, false) {
         if (hasImageContext)
             view->SetNeedCIContext();
         attachPipeline();
         step();
-        onRender([this] { checkStateAndFrame(); });
+        onRender([this] { checkState(); });
         waitFor([this] { return ready.load(); });
     }
-    void checkStateAndFrame() {
-        if (!ready) {
+    void checkState() {
+        const auto state = [] {
+            return stateOf(GL_TEXTURE_BINDING_2D, GL_TEXTURE_BINDING_RECTANGLE, GL_TEXTURE_BINDING_CUBE_MAP,
+                           GL_PACK_ROW_LENGTH, GL_PIXEL_PACK_BUFFER_BINDING);
+        };
+        if (!ready)
             makeTextures();
-            glBindTexture(GL_TEXTURE_2D, 0);
-            glBindTexture(GL_TEXTURE_RECTANGLE_ARB, names[2]);
-            glPixelStorei(GL_PACK_ROW_LENGTH, 7);
-            glBindBuffer(GL_PIXEL_PACK_BUFFER, 77);
-        } else if (const GLenum error = glGetError(); error != GL_INVALID_ENUM && !takesErrors)
-            ++disturbed;
-        disturbed += stateOf(GL_TEXTURE_BINDING_2D, GL_TEXTURE_BINDING_RECTANGLE_ARB, GL_PACK_ROW_LENGTH,
-                             GL_PIXEL_PACK_BUFFER_BINDING) != ints(0, names[2], 7, 77);
+        else
+            disturbed +=
+                state() != ints(0, names[2], 0, 7, 77) || (glGetError() != GL_INVALID_ENUM && byBinding);
         glEnable(0xFFFF); // an error of the host's own
         ready = true;
     }
     void makeTextures() {
         const unsigned char texels[] = {0, 128, 0, 128, 0, 128, 0, 128, 255, 0, 0, 255, 255, 0, 0, 255};
         glGenTextures(3, names);
-        for (const int i : {0, 1}) {
-            const GLenum target = i ? GL_TEXTURE_RECTANGLE_ARB : GL_TEXTURE_2D;
-            glBindTexture(target, names[i + 1]);
+        for (const int i : {1, 2}) {
+            const GLenum target = i == 1 ? GL_TEXTURE_2D : GL_TEXTURE_RECTANGLE;
+            glBindTexture(target, names[i]);
             glTexImage2D(target, 0, GL_RGBA, 2, 2, 0, GL_RGBA, GL_UNSIGNED_BYTE, texels);
         }
         glBindTexture(GL_TEXTURE_CUBE_MAP, names[0]);
+        glBindTexture(GL_TEXTURE_CUBE_MAP, 0);
+        glBindTexture(GL_TEXTURE_2D, 0);
+        glPixelStorei(GL_PACK_ROW_LENGTH, 7);
+        glBindBuffer(GL_PIXEL_PACK_BUFFER, 77);
     }
 
     unsigned names[3] = {};
-    std::atomic<bool> ready{false};
+    std::atomic<bool> ready{false}, byBinding{true};
     std::atomic<int> disturbed{0};
-    std::atomic<bool> takesErrors{false};
 };
 
 } // namespace
@@ -61,29 +61,22 @@ struct ImageStage : Stage {
 TEST_F(TextureImageTest, IsFittedIntoTheImageOnBlackWhileTheViewRenders) {
     for (const bool isWide : {true, false}) {
         ImageStage stage(isWide ? CGSizeMake(64, 32) : CGSizeMake(32, 64));
-        for (const int kind : {1, 2, -1, -2}) { // 2D and rectangle; again where the driver cannot be asked
-            const auto pool = newPool();
-            if (kind < 0) {
-                stage.takesErrors = true;
-                stage.view->RenderThreadLock();
-                stage.view->makeCurrentContext();
-                vx::currentGLCapabilities().bindTextures = false;
-                stage.view->RenderThreadUnLock();
-            }
+        for (const int turn : {1, 2, 3, 4}) { // the last two as on older drivers
+            const auto pool = NSInit(new NSAutoreleasePool);
+            stage.view->RenderThreadLock();
+            stage.view->makeCurrentContext();
+            vx::currentGLCapabilities().bindTextures = stage.byBinding = turn < 3;
+            stage.view->RenderThreadUnLock();
             const auto before = stage.view->GetDrawnFrames();
-            NSImage* image = stage.view->CreateNSImageFromTexture(stage.names[std::abs(kind)], 100, 100);
+            NSImage* image = stage.view->CreateNSImageFromTexture(stage.names[2 - turn % 2], 100, 100);
             ASSERT_NE(image, nullptr);
             EXPECT_EQ(NSOpenGLContext::currentContext(), nullptr);
-            const ImagePixels pixels(image);
-            ASSERT_TRUE(pixels.width == 100 && pixels.height == 100);
-            const auto at = [&](int across, int down) {
-                return isWide ? pixels.at(across, down) : pixels.at(down, across);
-            };
-            EXPECT_TRUE(at(50, 24) == 0xffu && at(50, 75) == 0xffu);
-            EXPECT_TRUE(at(50, 26) != 0xffu && at(50, 73) != 0xffu);
-            EXPECT_TRUE(at(0, 50) != 0xffu && at(99, 50) != 0xffu);
-            EXPECT_EQ(pixels.at(50, isWide ? 27 : 5), 0xff0000ffu) << "the texture's last row is the topmost";
-            EXPECT_EQ(pixels.at(50, isWide ? 72 : 95), 0x008000ffu);
+            const PixelRows rows = pixelsOf(image);
+            EXPECT_TRUE(rows.width == 100 && rows.height == 100);
+            EXPECT_EQ(rows.at(0, 0), 0xffu);
+            EXPECT_EQ(rows.inked(), isWide ? ints(0, 99, 25, 74) : ints(25, 74, 0, 99));
+            EXPECT_EQ(rows.at(50, isWide ? 27 : 5), 0xff0000ffu) << "the texture's last row is the topmost";
+            EXPECT_EQ(rows.at(50, isWide ? 72 : 95), 0x008000ffu);
             EXPECT_TRUE(waitFor([&] { return stage.view->GetDrawnFrames() > before + 1; }));
         }
         EXPECT_EQ(stage.disturbed, 0);
@@ -91,32 +84,34 @@ TEST_F(TextureImageTest, IsFittedIntoTheImageOnBlackWhileTheViewRenders) {
 }
 
 TEST_F(TextureImageTest, IsNullWithoutATextureAndBlackWithoutAnImageContext) {
-    const auto pool = newPool();
+    const auto pool = NSInit(new NSAutoreleasePool);
     LogCollector log;
     {
         ImageStage stage({64, 32});
-        EXPECT_EQ(stage.view->CreateNSImageFromTexture(0, 10, 10), nullptr);
-        EXPECT_EQ(log.count("CreateNSImage"), 0);
-        EXPECT_EQ(stage.view->CreateNSImageFromTexture(999, 10, 10), nullptr);
-        EXPECT_EQ(stage.view->CreateNSImageFromTexture(stage.names[0], 10, 10), nullptr) << "a cube map";
-        EXPECT_EQ(log.count("CreateNSImageFromTexture"), 2);
-        EXPECT_EQ(stage.disturbed, 0);
-        EXPECT_TRUE(
-            ImagePixels(stage.view->CreateNSImageFromTexture(stage.names[1], -1, 1e9f)).pixels.empty());
+        for (const unsigned name : {0u, 999u, stage.names[0]})
+            EXPECT_EQ(stage.view->CreateNSImageFromTexture(name, 10, 10), nullptr);
+        EXPECT_EQ(log.count("CreateNSImageFromTexture"), 2) << "nothing is told of the name 0";
+        EXPECT_TRUE(pixelsOf(stage.view->CreateNSImageFromTexture(stage.names[1], -1, 1e9f)).pixels.empty());
 
         std::atomic<unsigned> top{0};
         stage.onRender([&] {
+            stage.checkState();
             NSOpenGLContext* own = NSOpenGLContext::currentContext();
-            const auto inner = newPool();
             const unsigned pixel =
-                ImagePixels(stage.view->CreateNSImageFromTexture(stage.names[2], 64, 32)).at(9, 1);
+                pixelsOf(stage.view->CreateNSImageFromTexture(stage.names[2], 64, 32)).at(9, 1);
             top = NSOpenGLContext::currentContext() == own ? pixel : 1;
         });
         EXPECT_TRUE(waitFor([&] { return top != 0; }));
-        EXPECT_EQ(top, 0xff0000ffu) << "in a hook";
         stage.onRender({});
+        HeadlessContext other(8, 8);
+        stage.view->RenderThreadLock();
+        other.context()->makeCurrentContext();
+        EXPECT_NE(stage.view->CreateNSImageFromTexture(stage.names[1], 9, 9), nullptr);
+        EXPECT_EQ(NSOpenGLContext::currentContext(), other.context());
+        stage.view->RenderThreadUnLock();
+        EXPECT_TRUE(top == 0xff0000ffu && stage.disturbed == 0) << "in a hook";
     }
     ImageStage plain({64, 32}, false);
-    const ImagePixels black(plain.view->CreateNSImageFromTexture(plain.names[1], 4, 4));
+    const PixelRows black = pixelsOf(plain.view->CreateNSImageFromTexture(plain.names[1], 4, 4));
     EXPECT_EQ(black.pixels, std::vector<unsigned>(16, 0xffu));
 }

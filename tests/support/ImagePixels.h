@@ -5,36 +5,36 @@
 #include <VX_Platform/AppKit/NSImage.h>
 
 #include <algorithm>
-#include <utility>
 #include <vector>
 
 namespace vx::test {
 
-/// The pixels of an image as 0xRRGGBBAA, the top row first.
-struct ImagePixels {
-    explicit ImagePixels(NSImage* image) {
-        image->lockFocus();
-        const auto bitmap = NSInit(new NSBitmapImageRep, NSRect{{}, image->size()});
-        image->unlockFocus();
-        width = bitmap->pixelsWide();
-        height = bitmap->pixelsHigh();
-        const unsigned char* bytes = bitmap->bitmapData();
-        for (int i = 0; i < width * height; ++i, bytes += 4)
-            pixels.push_back(unsigned(bytes[0]) << 24 | bytes[1] << 16 | bytes[2] << 8 | bytes[3]);
-    }
+/// Pixels as 0xRRGGBBAA, the top row first.
+struct PixelRows {
     unsigned at(int x, int y) const { return pixels.at(std::size_t(y) * width + x); }
-    /// Rows (or columns) with anything in them: the first, and the one behind the last.
-    std::pair<int, int> inked(bool rows = true) const {
-        int first = 1 << 20, last = 0;
+    /// First and last column and row with a pixel that is not like the first one.
+    std::vector<int> inked() const {
+        std::vector<int> box = {width, -1, height, -1};
         for (int i = 0; i < width * height; ++i)
-            if (const int at = rows ? i / width : i % width; pixels[i])
-                first = std::min(first, at), last = std::max(last, at + 1);
-        return {first, last};
+            if (pixels[i] != pixels[0])
+                box = {std::min(box[0], i % width), std::max(box[1], i % width), std::min(box[2], i / width),
+                       i / width};
+        return box;
     }
-    bool operator==(const ImagePixels&) const = default;
 
-    int width, height;
+    int width = 0, height = 0;
     std::vector<unsigned> pixels;
 };
+
+inline PixelRows pixelsOf(NSImage* image) {
+    image->lockFocus();
+    const auto bitmap = NSInit(new NSBitmapImageRep, NSRect{{}, image->size()});
+    image->unlockFocus();
+    PixelRows rows = {bitmap->pixelsWide(), bitmap->pixelsHigh(), {}};
+    const unsigned char* bytes = bitmap->bitmapData();
+    for (int i = 0; i < rows.width * rows.height; ++i, bytes += 4)
+        rows.pixels.push_back(unsigned(bytes[0]) << 24 | bytes[1] << 16 | bytes[2] << 8 | bytes[3]);
+    return rows;
+}
 
 } // namespace vx::test
