@@ -14,6 +14,9 @@ namespace {
 /// What deflate can make of a byte.
 constexpr std::uint64_t DeflateRatio = 1032;
 
+/// How much of the compressed pixels is asked for at a time.
+constexpr std::size_t CompressedRead = 32768;
+
 /// Chunks that say nothing of the pixels as they are shown here; some of them unpack to megabytes.
 constexpr png_byte PassedOver[] =
     "bKGD\0cHRM\0eXIf\0gAMA\0hIST\0iCCP\0iTXt\0oFFs\0pCAL\0pHYs\0sBIT\0"
@@ -80,6 +83,7 @@ bool PNGDecoder::open() {
 
 void PNGDecoder::readHeader() {
     png_set_read_fn(m_PNG, this, readBytes);
+    png_set_compression_buffer_size(m_PNG, CompressedRead);
     png_set_user_limits(m_PNG, PNG_UINT_31_MAX, PNG_UINT_31_MAX);
     png_set_crc_action(m_PNG, PNG_CRC_ERROR_QUIT, PNG_CRC_ERROR_QUIT);
     png_set_keep_unknown_chunks(m_PNG, PNG_HANDLE_CHUNK_NEVER, PassedOver, sizeof PassedOver / 5);
@@ -97,8 +101,10 @@ bool PNGDecoder::takeInfo() {
 }
 
 void PNGDecoder::askForRows() {
-    png_set_expand(m_PNG);
-    if constexpr (std::endian::native == std::endian::little)
+    // What is asked for costs time in each row, even where it has nothing to do.
+    if (png_get_channels(m_PNG, m_Header) != m_Info.channels || m_Info.bitsPerPixel < 8)
+        png_set_expand(m_PNG);
+    if (std::endian::native == std::endian::little && m_Info.bitsPerChannel == 16)
         png_set_swap(m_PNG);
     png_set_interlace_handling(m_PNG);
     png_read_update_info(m_PNG, m_Header);
