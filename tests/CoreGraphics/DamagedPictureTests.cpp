@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <tests/CoreGraphics/PictureFiles.h>
+#include <tests/support/TemporaryFile.h>
 
 #include <gtest/gtest.h>
 
@@ -85,6 +86,73 @@ TEST(DamagedPicture, WhatAFileOfThatLengthCannotHoldIsRefusedAtOnce) {
         EXPECT_NE(why.find(claim.why), std::string::npos) << claim.name << ": " << why;
     }
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
+}
+
+TEST(DamagedPicture, FewBytesForManyPixelsAreNoDamage) {
+    for (const char* name : {"plain.jpg", "plain.png", "plain.tif", "plain.webp"}) {
+        std::string why;
+        const auto reader = vx::openPicture((VX_PICTURES "plain/" + std::string(name)).c_str(), &why);
+        ASSERT_TRUE(reader) << name << ": " << why;
+        Bytes row(reader->info().rowBytes());
+        for (std::uint32_t y = 0; y < reader->info().height; ++y)
+            ASSERT_TRUE(reader->readRow(row.data())) << name << ": " << reader->failure();
+    }
+}
+
+std::string textOf(const char* name) {
+    const Bytes bytes = bytesOf(VX_PICTURES + std::string(name));
+    return std::string(bytes.begin(), bytes.end());
+}
+
+std::string whyNot(const std::string& file) {
+    const vx::test::TemporaryFile onDisk(file);
+    std::string why;
+    const auto reader = vx::openPicture(onDisk.path(), &why);
+    return reader && samplesOf(reader.get()).empty() ? reader->failure() : why;
+}
+
+TEST(DamagedPicture, JPEGScansAreCountedAndForeignDataIsPassedOver) {
+    std::string file = textOf("progressive.jpg");
+    const std::size_t scan = file.find("\xff\xda"), end = file.find("\xff\xc4", scan);
+    const std::string again = file.substr(scan, end - scan);
+    for (int i = 0; i < 120; ++i)
+        file.insert(end, again);
+    EXPECT_EQ(whyNot(file), "the file has too many scans");
+
+    file = textOf("progressive.jpg");
+    file.insert(2, "\xff\xe1\xf0\x02" + std::string(0xf000, 'x'));
+    EXPECT_EQ(whyNot(file), "");
+    file.resize(40000);
+    EXPECT_EQ(whyNot(file), "the file is cut short");
+}
+
+TEST(DamagedPicture, RunsOutsideOfThePictureAreDamage) {
+    using namespace std::string_literals;
+    const std::string bmp = textOf("rle8.bmp"), tga = textOf("gray_runs.tga");
+    const std::string body = bmp.substr(0, bmp.size() - 2);
+    EXPECT_EQ(whyNot(body + "\x00\x01"s), "");
+    for (const std::string& order : {"\x01\x05"s, "\x00\x00"s, "\x00\x02\x00\x01"s})
+        EXPECT_EQ(whyNot(body + order + "\x00\x01"s), "the file is damaged: pixels beside the picture");
+    std::string wide = body;
+    wide.insert(wide.size() - 2, "\x08\x05"s); // in the last row, that is full
+    EXPECT_EQ(whyNot(wide + "\x00\x01"s), "the file is damaged: pixels beside the picture");
+
+    std::string run = tga.substr(0, 18) + std::string("\x9f\x07\x81\x07", 4); // 32 pixels and 2 of 35
+    EXPECT_EQ(whyNot(run), "the file is cut short");
+    EXPECT_EQ(whyNot(run + "\x80\x07"), "");
+    EXPECT_EQ(whyNot(run + "\x81\x07"), "the file is damaged: pixels behind the last row");
+}
+
+// The tiles of a narrow picture are many times its size.
+TEST(DamagedPicture, TilesFarLargerThanThePictureAreDamage) {
+    std::string file = textOf("tiles.tif");
+    for (const std::string& tag : {std::string("\x42\x01", 2), std::string("\x43\x01", 2)}) {
+        const std::size_t at = file.find(tag + '\x03');
+        ASSERT_NE(at == std::string::npos ? file.find(tag + '\x04') : at, std::string::npos);
+        file.replace((at == std::string::npos ? file.find(tag + '\x04') : at) + 8, 2,
+                     std::string("\xf0\xff", 2));
+    }
+    EXPECT_EQ(whyNot(file), "the file is damaged: tiles of another size than the picture's");
 }
 
 } // namespace

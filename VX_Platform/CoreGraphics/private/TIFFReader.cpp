@@ -13,8 +13,8 @@
 
 namespace {
 
-/// A tile may be this large however small its picture is.
-constexpr std::uint64_t SmallTile = std::uint64_t(1024) * 1024;
+/// A row of tiles may take this many bytes however small its picture is.
+constexpr std::uint64_t SmallTiles = std::uint64_t(64) << 20;
 
 struct TIFFEnd {
     void operator()(TIFF* file) const { TIFFClose(file); }
@@ -260,15 +260,17 @@ bool TIFFDecoder::prepareTiles(std::size_t lineBytes) {
     TIFF* file = m_Planes[0].file.get();
     TIFFGetField(file, TIFFTAG_TILEWIDTH, &m_TileWidth);
     TIFFGetField(file, TIFFTAG_TILELENGTH, &m_TileHeight);
-    const std::uint64_t area = std::uint64_t(m_TileWidth) * m_TileHeight;
-    if (area == 0 || area > std::max(SmallTile, 4 * pixels()))
-        return fail("the file is damaged: tiles of another size than the picture's");
+    if (m_TileWidth == 0 || m_TileHeight == 0)
+        return fail("the file is damaged: tiles without pixels");
     m_TileRowBytes = std::size_t(TIFFTileRowSize64(file));
     m_TileBytes = std::size_t(TIFFTileSize64(file));
     const std::size_t across = (m_Info.width - 1) / m_TileWidth + std::size_t(1);
     if (m_TileRowBytes == 0 || m_TileBytes < m_TileRowBytes * m_TileHeight ||
         across * m_TileRowBytes < lineBytes)
         return fail("the file is damaged: rows of another length");
+    const std::uint64_t planes = m_Planes.size(), whole = lineBytes * planes * m_Info.height;
+    if (m_TileBytes > std::max(SmallTiles, 4 * whole) / (across * planes))
+        return fail("the file is damaged: tiles of another size than the picture's");
     for (Plane& plane : m_Planes) {
         plane.line.resize(across * m_TileRowBytes);
         plane.tiles.resize(across * m_TileBytes);
