@@ -5,7 +5,7 @@
 #include <VX_Platform/Foundation/VX_Diagnostics.h>
 #include <tests/support/GLTest.h>
 #include <tests/support/TemporaryFile.h>
-#include <tests/textures/GLCalls.h>
+#include <tests/textures/CallCounter.h>
 
 #include <filesystem>
 
@@ -97,7 +97,7 @@ TEST(VX_GLDDSTextureLoader2D, RefusesOtherFilesAndLeavesNoneOpen) {
     const TemporaryFile other(ddsBytes("DX10", 4, 4, 1, 8)), head(good.substr(0, 127)), word("DDX " + good);
     const long before = openFiles();
     VX_GLDDSTextureLoader2D loader;
-    const TextureCalls calls;
+    const CallCounter calls;
     for (const char* path :
          {other.path(), head.path(), word.path(), "/tmp", "/nowhere", static_cast<const char*>(nullptr)}) {
         log.lines.clear();
@@ -106,7 +106,7 @@ TEST(VX_GLDDSTextureLoader2D, RefusesOtherFilesAndLeavesNoneOpen) {
     }
     VX_SetDiagnostics(false);
     EXPECT_FALSE(VX_GLTexture2D().LoadDDSFromPath(nullptr));
-    EXPECT_TRUE(glCalls.empty() && log.lines.size() == 1);
+    EXPECT_TRUE(calls.textures == 0 && log.lines.size() == 1);
     EXPECT_EQ(openFiles(), before);
 }
 

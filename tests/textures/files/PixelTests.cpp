@@ -102,7 +102,8 @@ TEST_P(PixelRows, LoseTheLowestBits) {
 
 TEST_P(PixelRows, AreStretchedLinearlyAndOpaqueAtTheEdges) {
     GLImageBitmap bitmap;
-    for (const auto& [width, height] : {std::pair(5, 3), {1, 3}, {300, 1}, {7, 8}, {4, 2}}) {
+    for (const auto& sides : {std::pair(5, 3), {1, 3}, {300, 1}, {7, 8}, {4, 2}}) {
+        const int width = sides.first, height = sides.second;
         const Bytes gray = noise(std::size_t(width * height));
         const Bytes pixels = stretched({unsigned(width), unsigned(height), 1, 8, 8}, gray, true, bitmap);
         const auto place = [](int at, int from, int to) {
