@@ -102,10 +102,11 @@ void Sheet::renderPipeline(CGRect* bounds) {
         return;
 
     const int count = int(m_Shown.size()), columns = columnsFor(count, width, height);
-    const float cellWidth = width / float(columns);
-    const float cellHeight = height / float((count + columns - 1) / columns);
+    const int rows = (count + columns - 1) / columns;
+    const float cellWidth = width / float(columns), cellHeight = height / float(rows);
     for (int i = 0; i < count; ++i) {
-        const float x = float(i % columns) * cellWidth, y = height - float(i / columns + 1) * cellHeight;
+        const int column = i % columns, row = i / columns;
+        const float x = float(column) * cellWidth, y = height - float(row + 1) * cellHeight;
         const Place room{x + kMargin, y + kCaptionHeight, cellWidth - 2 * kMargin,
                          cellHeight - kCaptionHeight - kMargin};
         const Place place = room.fitted(m_Shown[i].item->aspect());

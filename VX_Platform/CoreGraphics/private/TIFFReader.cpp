@@ -62,6 +62,9 @@ private:
     void writePalette(unsigned char* out) const;
 
     std::vector<Plane> m_Planes = std::vector<Plane>(1);
+    /// The value of a sample that is full.
+    std::uint64_t mostOfSample() const { return m_Bits > 0 ? (std::uint64_t(1) << m_Bits) - 1 : 1; }
+
     std::uint32_t m_Photometric = 0, m_Compression = 0, m_Bits = 0, m_Samples = 0, m_Colors = 0;
     std::uint32_t m_Alpha = 0; ///< which sample it is; 0 for none
     bool m_IsPremultiplied = false;
@@ -341,13 +344,13 @@ void TIFFDecoder::writePalette(unsigned char* out) const {
     for (std::size_t x = 0; x < m_Info.width; ++x, out += m_Info.channels) {
         std::copy_n(m_Palette[sample(x, 0)].begin(), 3, out);
         if (m_Alpha > 0)
-            out[3] = static_cast<unsigned char>(sample(x, m_Alpha) * 255 / ((1u << m_Bits) - 1));
+            out[3] = static_cast<unsigned char>(sample(x, m_Alpha) * 255 / mostOfSample());
     }
 }
 
 template <typename Out>
 void TIFFDecoder::writeSamples(Out* out) const {
-    const std::uint64_t most = (1u << m_Bits) - 1, full = std::numeric_limits<Out>::max();
+    const std::uint64_t most = mostOfSample(), full = std::numeric_limits<Out>::max();
     const std::size_t colors = m_Info.isGray() ? 1 : 3;
     for (std::size_t x = 0; x < m_Info.width; ++x) {
         const std::uint64_t alpha = m_Alpha > 0 ? sample(x, m_Alpha) : most;
