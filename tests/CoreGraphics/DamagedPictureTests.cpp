@@ -119,6 +119,10 @@ TEST(DamagedPicture, JPEGScansAreCountedAndForeignDataIsPassedOver) {
         file.insert(end, again);
     EXPECT_EQ(whyNot(file), "the file has too many scans");
 
+    file = textOf("baseline.jpg");
+    file.erase(file.size() - 30, 28); // the mark of the end stays
+    EXPECT_NE(whyNot(file).find("damaged"), std::string::npos);
+
     file = textOf("progressive.jpg");
     file.insert(2, "\xff\xe1\xf0\x02" + std::string(0xf000, 'x'));
     EXPECT_EQ(whyNot(file), "");

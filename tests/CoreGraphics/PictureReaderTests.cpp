@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <VX_Platform/CoreGraphics/CGImageSource.h>
+#include <VX_Platform/CoreGraphics/private/ByteSource.h>
 #include <tests/CoreGraphics/PictureFiles.h>
 #include <tests/support/TemporaryFile.h>
 
@@ -126,6 +127,7 @@ TEST(PictureReader, TheBudgetRefusesWhatIsLarger) {
     EXPECT_EQ(whyNot("P5 4 10 255 " + row), "");
     CGImageSourceSetPixelBudget(std::uint64_t(16384) * 16384);
     EXPECT_EQ(whyNot("P5 65536 4097 255 "), "65536 x 4097 pixels are over the budget");
+    EXPECT_EQ(whyNot("P5 65536 65536 255 "), "65536 x 65536 pixels are over the budget");
     EXPECT_EQ(whyNot("P5 65536 4096 255 "), "the file is cut short");
     EXPECT_EQ(whyNot("P5 0 4096 255 "), "it has no pixels");
     // Whatever the budget: a few bytes are enough for any size of a GIF.
@@ -156,6 +158,40 @@ TEST(PictureReader, PathsThatAreNoPicture) {
     EXPECT_TRUE(vx::openPicture(odd.c_str()));
     EXPECT_EQ(why(pipe.c_str()), "it is no regular file");
     std::filesystem::remove_all(folder);
+}
+
+TEST(PictureReader, ByteSourceReadsAFileFromAnywhere) {
+    std::string bytes;
+    for (unsigned i = 0; i < 100000; ++i)
+        bytes += static_cast<char>(i * 7 + i / 251);
+    std::string why;
+    const TemporaryFile file(bytes);
+    const auto source = vx::ByteSource::ofFile(file.path(), why);
+    std::uint32_t number = 1;
+    for (int i = 0; i < 20000; ++i) {
+        number = number * 1664525 + 1013904223;
+        const std::size_t at = source->position(), count = number >> 8 & (i % 5 ? 63 : 4095);
+        std::string read(count, 0);
+        read.resize(source->readSome(read.data(), count));
+        ASSERT_EQ(read, bytes.substr(at, count)) << "at " << at;
+        const bool isEnd = at + count >= bytes.size();
+        ASSERT_EQ(source->get(), isEnd ? -1 : static_cast<unsigned char>(bytes[at + count]))
+            << "behind " << at;
+        if (i % 3 == 0) // also to places at the ends of what has been read
+            source->seek(i % 2 ? number >> 15 : source->position() / 32768 * 32768 + i % 7);
+    }
+}
+
+TEST(PictureReader, OldRunsOfHDRFilesRepeatTheLastPixel) {
+    const std::string file =
+        "#?RADIANCE\nFORMAT=32-bit_rle_rgbe\n\n-Y 1 +X 300\n" +
+        std::string("\xff\x80\x40\x80\x80\xff\x40\x80\x01\x01\x01\x2a\x01\x01\x01\x01", 16);
+    const std::vector<int> samples =
+        samplesOf(std::span(reinterpret_cast<const unsigned char*>(file.data()), file.size()));
+    ASSERT_EQ(samples.size(), 900u);
+    for (std::size_t x = 2; x < 300; ++x)
+        ASSERT_EQ(samples[3 * x], samples[3]) << x;
+    EXPECT_LT(samples[3], samples[0]);
 }
 
 } // namespace
