@@ -63,7 +63,7 @@ private:
 
     std::vector<Plane> m_Planes = std::vector<Plane>(1);
     /// The value of a sample that is full.
-    std::uint64_t mostOfSample() const { return m_Bits > 0 ? (std::uint64_t(1) << m_Bits) - 1 : 1; }
+    std::uint64_t mostOfSample() const { return std::uint64_t(0xffff) >> (16 - m_Bits) | 1; }
 
     std::uint32_t m_Photometric = 0, m_Compression = 0, m_Bits = 0, m_Samples = 0, m_Colors = 0;
     std::uint32_t m_Alpha = 0; ///< which sample it is; 0 for none
