@@ -24,7 +24,6 @@ constexpr double kMinWidth = 300;
 
 constexpr double kMessageSize = 14;
 constexpr double kTextSize = 13;
-constexpr int kRegular = 400;
 constexpr int kBold = 700;
 
 constexpr Color kBackground = Color::rgb(0xf2f2f2);
@@ -44,7 +43,7 @@ Color faceColor(bool isDefault, bool pressed) {
 AlertPainter::AlertPainter(const AlertTexts& texts, double scale, int maxWidth, int maxHeight)
     : m_Scale(scale),
       m_Message(texts.message, {"Sans", kBold}, scaled(kMessageSize)),
-      m_InformativeText(texts.informativeText, {"Sans", kRegular}, scaled(kTextSize)) {
+      m_InformativeText(texts.informativeText, {"Sans", FontFace::kRegular}, scaled(kTextSize)) {
     const double count = double(texts.buttons.size());
     const double room = maxWidth - scaled(2 * kMargin) - scaled(kButtonGap) * (count - 1);
     for (const std::string& label : texts.buttons)
@@ -54,7 +53,7 @@ AlertPainter::AlertPainter(const AlertTexts& texts, double scale, int maxWidth, 
 }
 
 void AlertPainter::makeButton(const std::string& label, double maxWidth) {
-    TextLayout layout(label, {"Sans", kRegular}, scaled(kTextSize));
+    TextLayout layout(label, {"Sans", FontFace::kRegular}, scaled(kTextSize));
     const double padding = scaled(2 * kButtonPadding);
     layout.keepToOneLine(std::max(maxWidth - padding, 1.0), TextLayout::Ellipsis::middle);
     const double width = std::max(std::ceil(layout.size().width) + padding, scaled(kMinButtonWidth));

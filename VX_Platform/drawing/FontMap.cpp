@@ -13,7 +13,6 @@ namespace vx {
 
 namespace {
 
-constexpr int kRegular = 400;
 constexpr int kBlack = 900;
 
 struct StandIn {
@@ -65,7 +64,7 @@ const FontFace& FontMap::face(const std::string& family) {
         return known->second;
     if (m_Faces.size() >= kRemembered)
         m_Faces.clear();
-    return m_Faces[family] = resolve(family, kRegular);
+    return m_Faces[family] = resolve(family, FontFace::kRegular);
 }
 
 bool FontMap::hasFamily(const std::string& family) {

@@ -12,8 +12,10 @@ namespace vx {
 /// A family that fontconfig has, or one of its generic names ("Sans"), and a weight from 1 to 1000: 400 is
 /// regular, 700 bold.
 struct FontFace {
+    static constexpr int kRegular = 400;
+
     std::string family;
-    int weight = 400;
+    int weight = kRegular;
 };
 
 /// The fonts as one thread sees them; a thread's map is made once and lives as long as the thread, as making

@@ -11,7 +11,7 @@ namespace {
 enum Compression : std::uint32_t { Plain = 0, RLE8 = 1, RLE4 = 2, Masks = 3, AlphaMasks = 6 };
 
 /// The sparsest of run-length files pass over a row for two bytes.
-constexpr std::uint64_t RunLengthPixelsPerByte = 1024;
+constexpr std::uint64_t kRunLengthPixelsPerByte = 1024;
 
 /// Where one of the colours lies in a pixel of 16 or 32 bits.
 class ColorMask {
@@ -192,7 +192,8 @@ bool BMPDecoder::readPalette(std::uint64_t end) {
 
 bool BMPDecoder::preparePixels() {
     if (isRunLength()) {
-        const std::uint64_t least = std::max<std::uint64_t>(m_Info.height, pixels() / RunLengthPixelsPerByte);
+        const std::uint64_t least =
+            std::max<std::uint64_t>(m_Info.height, pixels() / kRunLengthPixelsPerByte);
         if (m_IsTopDown)
             return fail("run lengths from the top down are not known");
         if (!fileHolds(least) || !findRows())

@@ -11,9 +11,9 @@
 
 namespace {
 
-constexpr std::size_t BufferSize = 32768;
+constexpr std::size_t kBufferSize = 32768;
 /// From here on a read goes past the buffer.
-constexpr std::size_t LargeRead = 1024;
+constexpr std::size_t kLargeRead = 1024;
 
 } // namespace
 
@@ -68,9 +68,9 @@ bool vx::ByteSource::refill() {
     if (m_Descriptor < 0)
         return false;
     if (!m_Buffer)
-        m_Buffer.reset(new unsigned char[BufferSize]);
+        m_Buffer.reset(new unsigned char[kBufferSize]);
     m_WindowStart = position();
-    const std::size_t wanted = std::size_t(std::min<std::uint64_t>(BufferSize, m_Length - m_WindowStart));
+    const std::size_t wanted = std::size_t(std::min<std::uint64_t>(kBufferSize, m_Length - m_WindowStart));
     m_Window = m_At = m_Buffer.get();
     m_End = m_Window + readFile(m_Buffer.get(), wanted, m_WindowStart);
     return m_At < m_End;
@@ -81,7 +81,7 @@ std::size_t vx::ByteSource::readSome(void* to, std::size_t count) {
     count = std::size_t(std::min<std::uint64_t>(count, left()));
     std::size_t done = 0;
     while (done < count) {
-        if (m_At == m_End && m_Descriptor >= 0 && count - done >= LargeRead) {
+        if (m_At == m_End && m_Descriptor >= 0 && count - done >= kLargeRead) {
             const std::size_t got = readFile(out + done, count - done, position());
             seek(position() + got);
             return done + got;

@@ -10,7 +10,7 @@
 namespace {
 
 /// A GIF of a few bytes may fill any size.
-constexpr std::uint64_t GIFBudget = std::uint64_t(8192) * 8192;
+constexpr std::uint64_t kGIFBudget = std::uint64_t(8192) * 8192;
 
 /// The first frame, where it lies on the screen that the file speaks of.
 class GIFDecoder final : public vx::PictureDecoder {
@@ -85,7 +85,7 @@ bool GIFDecoder::open() {
     // Some files speak of a screen that is too small, or of none.
     if (!admit(std::max(m_Left + m_FrameWidth, std::uint32_t(m_File->SWidth)),
                std::max(m_Top + m_FrameHeight, std::uint32_t(m_File->SHeight)),
-               std::min(vx::pixelBudget(), GIFBudget)))
+               std::min(vx::pixelBudget(), kGIFBudget)))
         return false;
     m_Info.channels = m_Transparent == NO_TRANSPARENT_COLOR ? 3 : 4;
     m_Info.bitsPerPixel = unsigned(map->BitsPerPixel);
@@ -147,9 +147,9 @@ bool GIFDecoder::readLine(GifPixelType* line) {
 }
 
 bool GIFDecoder::readInterlaced() {
-    static constexpr std::uint32_t Starts[] = {0, 4, 2, 1}, Steps[] = {8, 8, 4, 2};
+    static constexpr std::uint32_t kStarts[] = {0, 4, 2, 1}, kSteps[] = {8, 8, 4, 2};
     for (int pass = 0; pass < 4; ++pass) {
-        for (std::uint32_t y = Starts[pass]; y < m_FrameHeight; y += Steps[pass]) {
+        for (std::uint32_t y = kStarts[pass]; y < m_FrameHeight; y += kSteps[pass]) {
             if (!readLine(m_Frame.data() + std::size_t(y) * m_FrameWidth))
                 return false;
         }

@@ -11,7 +11,7 @@
 namespace {
 
 /// The densest run-length rows have 16 pixels a byte; the oldest way of packing goes beyond that, seldom far.
-constexpr std::uint64_t PixelsPerByte = 256;
+constexpr std::uint64_t kHDRPixelsPerByte = 256;
 
 using Pixel = std::array<unsigned char, 4>;
 
@@ -52,7 +52,7 @@ bool HDRDecoder::open() {
     if (std::sscanf(line.c_str(), "-Y %9u +X %9u", &height, &width) != 2)
         return fail("its rows do not go from the left, from the top down");
     m_Info.bitsPerPixel = 32;
-    if (!admit(width, height) || !fileHolds(pixels() / PixelsPerByte))
+    if (!admit(width, height) || !fileHolds(pixels() / kHDRPixelsPerByte))
         return false;
     m_Line.resize(width);
     return true;

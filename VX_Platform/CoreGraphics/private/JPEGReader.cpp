@@ -13,9 +13,9 @@ namespace {
 
 /// Each block of 8 x 8 takes a bit at the least, and of the components that share a picture the densest has a
 /// block for 256 pixels or fewer.
-constexpr std::uint64_t PixelsPerByte = 8 * 256;
+constexpr std::uint64_t kJPEGPixelsPerByte = 8 * 256;
 /// Files have about ten. Each may pass over the whole picture for a few bytes.
-constexpr int MostScans = 100;
+constexpr int kMostScans = 100;
 
 class JPEGDecoder final : public vx::PictureDecoder {
 public:
@@ -114,7 +114,7 @@ void JPEGDecoder::skipInput(j_decompress_ptr jpeg, long count) {
 }
 
 void JPEGDecoder::watchScans(j_common_ptr jpeg) {
-    if (j_decompress_ptr(jpeg)->input_scan_number <= MostScans)
+    if (j_decompress_ptr(jpeg)->input_scan_number <= kMostScans)
         return;
     of(jpeg).fail("the file has too many scans");
     std::longjmp(of(jpeg).m_GivenUp, 1);
@@ -142,7 +142,7 @@ bool JPEGDecoder::takeInfo() {
     m_JPEG.out_color_space = ink ? JCS_CMYK : gray ? JCS_GRAYSCALE : JCS_RGB;
     m_Info.channels = gray ? 1 : 3;
     m_Info.bitsPerPixel = 8 * unsigned(m_JPEG.num_components);
-    return admit(m_JPEG.image_width, m_JPEG.image_height) && fileHolds(pixels() / PixelsPerByte);
+    return admit(m_JPEG.image_width, m_JPEG.image_height) && fileHolds(pixels() / kJPEGPixelsPerByte);
 }
 
 bool JPEGDecoder::readRow(void* row) {

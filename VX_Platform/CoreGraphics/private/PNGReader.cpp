@@ -12,13 +12,13 @@
 namespace {
 
 /// What deflate can make of a byte.
-constexpr std::uint64_t DeflateRatio = 1032;
+constexpr std::uint64_t kDeflateRatio = 1032;
 
 /// How much of the compressed pixels is asked for at a time.
-constexpr std::size_t CompressedRead = 32768;
+constexpr std::size_t kCompressedRead = 32768;
 
 /// Chunks that say nothing of the pixels as they are shown here; some of them unpack to megabytes.
-constexpr png_byte PassedOver[] =
+constexpr png_byte kPassedOver[] =
     "bKGD\0cHRM\0eXIf\0gAMA\0hIST\0iCCP\0iTXt\0oFFs\0pCAL\0pHYs\0sBIT\0"
     "sCAL\0sPLT\0sRGB\0tEXt\0tIME\0zTXt";
 
@@ -83,10 +83,10 @@ bool PNGDecoder::open() {
 
 void PNGDecoder::readHeader() {
     png_set_read_fn(m_PNG, this, readBytes);
-    png_set_compression_buffer_size(m_PNG, CompressedRead);
+    png_set_compression_buffer_size(m_PNG, kCompressedRead);
     png_set_user_limits(m_PNG, PNG_UINT_31_MAX, PNG_UINT_31_MAX);
     png_set_crc_action(m_PNG, PNG_CRC_ERROR_QUIT, PNG_CRC_ERROR_QUIT);
-    png_set_keep_unknown_chunks(m_PNG, PNG_HANDLE_CHUNK_NEVER, PassedOver, sizeof PassedOver / 5);
+    png_set_keep_unknown_chunks(m_PNG, PNG_HANDLE_CHUNK_NEVER, kPassedOver, sizeof kPassedOver / 5);
     png_read_info(m_PNG, m_Header);
 }
 
@@ -97,7 +97,7 @@ bool PNGDecoder::takeInfo() {
     const bool alpha = color & PNG_COLOR_MASK_ALPHA || png_get_valid(m_PNG, m_Header, PNG_INFO_tRNS);
     m_Info.channels = (color & PNG_COLOR_MASK_COLOR ? 3 : 1) + alpha;
     return admit(png_get_image_width(m_PNG, m_Header), png_get_image_height(m_PNG, m_Header)) &&
-           fileHolds(pixels() * m_Info.bitsPerPixel / 8 / DeflateRatio);
+           fileHolds(pixels() * m_Info.bitsPerPixel / 8 / kDeflateRatio);
 }
 
 void PNGDecoder::askForRows() {

@@ -152,12 +152,12 @@ void PSDDecoder::place(Sample* row, std::size_t plane) const {
 // Colours are stored as they look on white paper.
 template <typename Sample>
 void PSDDecoder::takeOffPaper(Sample* row) const {
-    constexpr std::int64_t Most = Sample(-1);
+    constexpr std::int64_t kMost = Sample(-1);
     for (std::uint32_t x = 0; x < m_Info.width; ++x, row += m_Info.channels) {
         const std::int64_t alpha = row[m_Info.channels - 1];
-        for (unsigned c = 0; alpha > 0 && alpha < Most && c + 1 < m_Info.channels; ++c) {
-            const std::int64_t ink = std::max<std::int64_t>(0, row[c] - (Most - alpha));
-            row[c] = static_cast<Sample>(std::min(Most, (ink * Most + alpha / 2) / alpha));
+        for (unsigned c = 0; alpha > 0 && alpha < kMost && c + 1 < m_Info.channels; ++c) {
+            const std::int64_t ink = std::max<std::int64_t>(0, row[c] - (kMost - alpha));
+            row[c] = static_cast<Sample>(std::min(kMost, (ink * kMost + alpha / 2) / alpha));
         }
     }
 }

@@ -53,7 +53,7 @@ struct Kind {
     vx::PictureDecoderMaker make;
 };
 
-constexpr Kind Kinds[] = {
+constexpr Kind kKinds[] = {
     {isPNG, vx::makePNGDecoder},
     {isJPEG, vx::makeJPEGDecoder},
     {isTIFF, vx::makeTIFFDecoder},
@@ -68,7 +68,7 @@ constexpr Kind Kinds[] = {
 };
 
 vx::PictureDecoderMaker makerFor(Head head) {
-    for (const Kind& kind : Kinds) {
+    for (const Kind& kind : kKinds) {
         if (kind.claims(head))
             return kind.make;
     }

@@ -9,10 +9,10 @@ namespace {
 
 using Color = std::array<unsigned char, 4>;
 
-constexpr std::size_t HeaderSize = 18;
+constexpr std::size_t kHeaderSize = 18;
 
 /// A packet makes 128 pixels at the most, of a byte and a pixel.
-constexpr std::uint64_t RunLength = 128;
+constexpr std::uint64_t kRunLength = 128;
 
 struct Header {
     explicit Header(const unsigned char* bytes)
@@ -43,7 +43,7 @@ struct Header {
     bool fromRight() const { return description & 16; }
     bool fromTop() const { return description & 32; }
     std::uint64_t pixelsStart() const {
-        return HeaderSize + idLength + (hasMap ? mapLength * std::uint64_t((mapDepth + 7) / 8) : 0);
+        return kHeaderSize + idLength + (hasMap ? mapLength * std::uint64_t((mapDepth + 7) / 8) : 0);
     }
 
     unsigned idLength, hasMap, type;
@@ -98,7 +98,7 @@ private:
 };
 
 bool TGADecoder::open() {
-    unsigned char bytes[HeaderSize];
+    unsigned char bytes[kHeaderSize];
     if (!m_Source->read(bytes, sizeof bytes))
         return cutShort();
     const Header header(bytes);
@@ -106,7 +106,7 @@ bool TGADecoder::open() {
         return false;
     m_Line.resize(m_Info.width * m_PixelBytes);
     if (header.isRunLength)
-        return fileHolds(pixels() / RunLength) && findRows();
+        return fileHolds(pixels() / kRunLength) && findRows();
     return m_Pixels + pixels() * m_PixelBytes <= m_Source->length() || cutShort();
 }
 
@@ -128,7 +128,7 @@ bool TGADecoder::takeHeader(const Header& header) {
 
 bool TGADecoder::readMap(const Header& header) {
     unsigned char bytes[4] = {};
-    m_Source->seek(HeaderSize + header.idLength);
+    m_Source->seek(kHeaderSize + header.idLength);
     m_Map.resize(header.mapLength);
     for (Color& color : m_Map) {
         if (!m_Source->read(bytes, (header.mapDepth + 7) / 8))
@@ -213,8 +213,8 @@ bool TGADecoder::readRow(void* row) {
 }
 
 const Color& TGADecoder::mapped(std::uint32_t index) const {
-    static constexpr Color Black = {0, 0, 0, 255};
-    return index >= m_MapFirst && index - m_MapFirst < m_Map.size() ? m_Map[index - m_MapFirst] : Black;
+    static constexpr Color kBlack = {0, 0, 0, 255};
+    return index >= m_MapFirst && index - m_MapFirst < m_Map.size() ? m_Map[index - m_MapFirst] : kBlack;
 }
 
 void TGADecoder::write(unsigned char* row) const {
@@ -234,7 +234,7 @@ void TGADecoder::write(unsigned char* row) const {
 } // namespace
 
 bool vx::mayBeTGA(std::span<const unsigned char> head) {
-    return head.size() == HeaderSize && Header(head.data()).looksRight();
+    return head.size() == kHeaderSize && Header(head.data()).looksRight();
 }
 
 std::unique_ptr<vx::PictureDecoder> vx::makeTGADecoder(std::unique_ptr<ByteSource> source) {

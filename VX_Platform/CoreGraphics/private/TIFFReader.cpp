@@ -14,7 +14,7 @@
 namespace {
 
 /// A row of tiles may take this many bytes however small its picture is.
-constexpr std::uint64_t SmallTiles = std::uint64_t(64) << 20;
+constexpr std::uint64_t kSmallTiles = std::uint64_t(64) << 20;
 
 struct TIFFEnd {
     void operator()(TIFF* file) const { TIFFClose(file); }
@@ -272,7 +272,7 @@ bool TIFFDecoder::prepareTiles(std::size_t lineBytes) {
         across * m_TileRowBytes < lineBytes)
         return fail("the file is damaged: rows of another length");
     const std::uint64_t planes = m_Planes.size(), whole = lineBytes * planes * m_Info.height;
-    if (m_TileBytes > std::max(SmallTiles, 4 * whole) / (across * planes))
+    if (m_TileBytes > std::max(kSmallTiles, 4 * whole) / (across * planes))
         return fail("the file is damaged: tiles of another size than the picture's");
     for (Plane& plane : m_Planes) {
         plane.line.resize(across * m_TileRowBytes);

@@ -10,11 +10,11 @@
 namespace {
 
 /// A lossy file says for each 16 x 16 pixels how they are foretold, in more than three bits.
-constexpr std::uint64_t LossyPixelsPerByte = 1024;
+constexpr std::uint64_t kLossyPixelsPerByte = 1024;
 /// In a lossless one 4096 pixels, each of them eight of the picture's, are copied for more than a byte.
-constexpr std::uint64_t LosslessPixelsPerByte = 8 * 4096;
+constexpr std::uint64_t kLosslessPixelsPerByte = 8 * 4096;
 /// One colour alone fills any size for no bytes at all: up to this many pixels that is let through.
-constexpr std::uint64_t OneColorPixels = std::uint64_t(2048) * 2048;
+constexpr std::uint64_t kOneColorPixels = std::uint64_t(2048) * 2048;
 
 class WebPDecoder final : public vx::PictureDecoder {
 public:
@@ -65,8 +65,8 @@ bool WebPDecoder::takeInfo(const WebPBitstreamFeatures& features) {
     m_Info.bitsPerPixel = 8 * m_Info.channels;
     const bool lossy = features.format == 1;
     return admit(std::uint64_t(features.width), std::uint64_t(features.height)) &&
-           ((!lossy && pixels() <= OneColorPixels) ||
-            fileHolds(pixels() / (lossy ? LossyPixelsPerByte : LosslessPixelsPerByte)));
+           ((!lossy && pixels() <= kOneColorPixels) ||
+            fileHolds(pixels() / (lossy ? kLossyPixelsPerByte : kLosslessPixelsPerByte)));
 }
 
 bool WebPDecoder::decode() {
