@@ -11,16 +11,13 @@ public:
 
     /// Discards what was there and loads the picture as `VX_GLTextureLoader2DRect` does, which tells
     /// arguments, GL and state. Returns as `VX_GLTexture2D::LoadFromPath`.
-#ifdef __clang__
-#pragma clang diagnostic push
-#pragma clang diagnostic ignored "-Woverloaded-virtual" // hidden on purpose
-#endif
     bool LoadFromPath(NSString* path);
-#ifdef __clang__
-#pragma clang diagnostic pop
-#endif
     /// As `VX_GLTexture::loadTextureFromData` with the target GL_TEXTURE_RECTANGLE. The sizes become those
     /// given, whatever comes of it.
     bool LoadFromData(unsigned int internalFormat, unsigned int format, unsigned int type, int width,
                       int height, const void* data);
+
+private:
+    // Hidden, without a warning of newer compilers: a rectangle texture has no mipmaps.
+    using VX_GLTextureBase::LoadFromPath;
 };
