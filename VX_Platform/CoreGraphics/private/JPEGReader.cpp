@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include <VX_Platform/CoreGraphics/private/PictureDecoder.h>
+#include <VX_Platform/CoreGraphics/private/GuardedDecoder.h>
 
-#include <csetjmp>
 #include <cstdio>
 #include <vector>
 
@@ -17,7 +16,7 @@ constexpr std::uint64_t kJPEGPixelsPerByte = 8 * 256;
 /// Files have about ten. Each may pass over the whole picture for a few bytes.
 constexpr int kMostScans = 100;
 
-class JPEGDecoder final : public vx::PictureDecoder {
+class JPEGDecoder final : public vx::GuardedDecoder {
 public:
     explicit JPEGDecoder(std::unique_ptr<vx::ByteSource> source);
     ~JPEGDecoder() override { jpeg_destroy_decompress(&m_JPEG); }
@@ -34,19 +33,10 @@ private:
     static void skipInput(j_decompress_ptr jpeg, long count);
     static void watchScans(j_common_ptr jpeg);
 
-    /// Does the work, which owns nothing; false where libjpeg gave up in it.
-    template <typename Work>
-    bool guarded(Work work) {
-        if (setjmp(m_GivenUp))
-            return false;
-        work();
-        return true;
-    }
     void readHeader();
     bool takeInfo();
     void convertInk(unsigned char* rgb) const;
 
-    std::jmp_buf m_GivenUp;
     jpeg_decompress_struct m_JPEG{};
     jpeg_error_mgr m_Errors{};
     jpeg_source_mgr m_Input{};
@@ -54,7 +44,7 @@ private:
     std::vector<unsigned char> m_Ink; ///< a row of cyan, magenta, yellow and black
 };
 
-JPEGDecoder::JPEGDecoder(std::unique_ptr<vx::ByteSource> source) : PictureDecoder(std::move(source)) {
+JPEGDecoder::JPEGDecoder(std::unique_ptr<vx::ByteSource> source) : GuardedDecoder(std::move(source)) {
     m_JPEG.err = jpeg_std_error(&m_Errors);
     m_JPEG.client_data = this;
     m_Errors.error_exit = onError;
@@ -71,7 +61,7 @@ void JPEGDecoder::onError(j_common_ptr jpeg) {
     char text[JMSG_LENGTH_MAX];
     jpeg->err->format_message(jpeg, text);
     of(jpeg).fail(std::string("the file is damaged: ") + text);
-    std::longjmp(of(jpeg).m_GivenUp, 1);
+    of(jpeg).giveUp();
 }
 
 // libjpeg shows something for any data and warns. Of what it warns of, some is found in good files.
@@ -93,7 +83,7 @@ boolean JPEGDecoder::fillInput(j_decompress_ptr jpeg) {
     const std::span<const unsigned char> bytes = of(jpeg).m_Source->take();
     if (bytes.empty()) {
         of(jpeg).cutShort();
-        std::longjmp(of(jpeg).m_GivenUp, 1);
+        of(jpeg).giveUp();
     }
     jpeg->src->next_input_byte = bytes.data();
     jpeg->src->bytes_in_buffer = bytes.size();
@@ -117,7 +107,7 @@ void JPEGDecoder::watchScans(j_common_ptr jpeg) {
     if (j_decompress_ptr(jpeg)->input_scan_number <= kMostScans)
         return;
     of(jpeg).fail("the file has too many scans");
-    std::longjmp(of(jpeg).m_GivenUp, 1);
+    of(jpeg).giveUp();
 }
 
 bool JPEGDecoder::open() {

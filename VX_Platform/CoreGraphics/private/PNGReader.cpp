@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include <VX_Platform/CoreGraphics/private/PictureDecoder.h>
+#include <VX_Platform/CoreGraphics/private/GuardedDecoder.h>
 
 #include <bit>
-#include <csetjmp>
 #include <cstring>
 #include <new>
 #include <vector>
@@ -22,9 +21,9 @@ constexpr png_byte kPassedOver[] =
     "bKGD\0cHRM\0eXIf\0gAMA\0hIST\0iCCP\0iTXt\0oFFs\0pCAL\0pHYs\0sBIT\0"
     "sCAL\0sPLT\0sRGB\0tEXt\0tIME\0zTXt";
 
-class PNGDecoder final : public vx::PictureDecoder {
+class PNGDecoder final : public vx::GuardedDecoder {
 public:
-    using PictureDecoder::PictureDecoder;
+    using GuardedDecoder::GuardedDecoder;
     ~PNGDecoder() override { png_destroy_read_struct(&m_PNG, &m_Header, nullptr); }
 
     bool open() override;
@@ -34,21 +33,12 @@ private:
     static void readBytes(png_structp png, png_bytep to, std::size_t count);
     static void onError(png_structp png, png_const_charp message);
 
-    /// Does the work, which owns nothing; false where libpng gave up in it.
-    template <typename Work>
-    bool guarded(Work work) {
-        if (setjmp(m_GivenUp))
-            return false;
-        work();
-        return true;
-    }
     void readHeader();
     bool takeInfo();
     void askForRows();
     void readAllPasses();
     bool readInterlaced(void* row);
 
-    std::jmp_buf m_GivenUp;
     png_structp m_PNG = nullptr;
     png_infop m_Header = nullptr;
     std::uint32_t m_Row = 0;
@@ -59,14 +49,14 @@ void PNGDecoder::readBytes(png_structp png, png_bytep to, std::size_t count) {
     auto* self = static_cast<PNGDecoder*>(png_get_io_ptr(png));
     if (!self->m_Source->read(to, count)) {
         self->cutShort();
-        std::longjmp(self->m_GivenUp, 1);
+        self->giveUp();
     }
 }
 
 void PNGDecoder::onError(png_structp png, png_const_charp message) {
     auto* self = static_cast<PNGDecoder*>(png_get_error_ptr(png));
     self->fail(std::string("the file is damaged: ") + message);
-    std::longjmp(self->m_GivenUp, 1);
+    self->giveUp();
 }
 
 bool PNGDecoder::open() {
