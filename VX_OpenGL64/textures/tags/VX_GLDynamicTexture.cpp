@@ -80,7 +80,8 @@ void VX_GLDynamicTexture::writeMipmap(const NSBitmapImageRep* bitmap, int width,
     vx::setUnpackingOf(pixels);
     if (m_Texture) {
         glBindTexture(GL_TEXTURE_2D, m_Texture);
-        glTexSubImage2D(GL_TEXTURE_2D, 0, 0, 0, width, height, format, type, pixels.data);
+        if (pixels.data) // else the canvas was too large, or memory short
+            glTexSubImage2D(GL_TEXTURE_2D, 0, 0, 0, width, height, format, type, pixels.data);
     } else {
         m_Texture = vx::makeMipmapTexture();
         glTexImage2D(GL_TEXTURE_2D, 0, static_cast<GLint>(format), width, height, 0, format, type,

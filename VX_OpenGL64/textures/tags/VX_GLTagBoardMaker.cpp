@@ -32,6 +32,13 @@ Text makeText(NSString* text, NSFont* font, NSColor* color, NSMutableParagraphSt
     return NSInit(new NSAttributedString, text, attributes.get());
 }
 
+/// Null where there is no such font.
+Text makeTextIn(NSString* fontName, float size, NSString* text, NSColor* color,
+                NSMutableParagraphStyle* style = nullptr) {
+    NSFont* font = NSFont::fontWithName(fontName, size);
+    return font ? makeText(text, font, color, style) : nullptr;
+}
+
 /// The text on a canvas of that size; without a background the canvas stays as it is.
 NSRef<NSBitmapImageRep> paint(CGSize canvas, NSColor* background, NSColor* color,
                               const std::function<void()>& draw) {
@@ -147,10 +154,9 @@ VX_GLTagTexture* VX_GLTagBoardMaker::renderTextForSingleLine(NSString* text, flo
                                                              NSColor* color, float width) {
     VX_NEEDS_CONTEXT();
     const auto pool = NSInit(new NSAutoreleasePool);
-    NSFont* font = NSFont::fontWithName(m_FontName.get(), size);
-    if (!font)
+    const Text made = makeTextIn(m_FontName.get(), size, text, color);
+    if (!made)
         return nullptr;
-    const Text made = makeText(text, font, color);
     const CGSize line = made->size();
     return makeRectangleTag(paint({width, line.height}, orBlack(bkColor), color, [&] {
                                 made->drawAtPoint({(width - line.width) * 0.5, 0.0});
@@ -161,10 +167,9 @@ VX_GLTagTexture* VX_GLTagBoardMaker::renderTextForMipmapLimited(NSString* text, 
                                                                 float maxWidth) {
     VX_NEEDS_CONTEXT();
     const auto pool = NSInit(new NSAutoreleasePool);
-    NSFont* font = NSFont::fontWithName(m_FontName.get(), size);
-    if (!font)
+    const Text made = makeTextIn(m_FontName.get(), size, text, color);
+    if (!made)
         return nullptr;
-    const Text made = makeText(text, font, color);
     const MipmapBoard board(limitedSize(made->size(), maxWidth));
     return board.makeTag(paint(board.canvas(), clear(), color, [&] { made->drawInRect(board.place); }).get());
 }
@@ -174,12 +179,11 @@ VX_GLTagTexture* VX_GLTagBoardMaker::renderTextForMipmapLimitedSingleLine(NSStri
                                                                           float) {
     VX_NEEDS_CONTEXT();
     const auto pool = NSInit(new NSAutoreleasePool);
-    NSFont* font = NSFont::fontWithName(m_FontName.get(), size);
-    if (!font)
-        return nullptr;
     const auto style = NSInit(new NSMutableParagraphStyle);
     style->setLineBreakMode(NSLineBreakByClipping);
-    const Text made = makeText(text, font, color, style.get());
+    const Text made = makeTextIn(m_FontName.get(), size, text, color, style.get());
+    if (!made)
+        return nullptr;
     const MipmapBoard board(made->size());
     return board.makeTag(
         paint(board.canvas(), orBlack(bkColor), color, [&] { made->drawInRect(board.place); }).get());
@@ -188,10 +192,9 @@ VX_GLTagTexture* VX_GLTagBoardMaker::renderTextForMipmapLimitedSingleLine(NSStri
 VX_GLTagTexture* VX_GLTagBoardMaker::renderTextForMipmap(NSString* text, float size, NSColor* color) {
     VX_NEEDS_CONTEXT();
     const auto pool = NSInit(new NSAutoreleasePool);
-    NSFont* font = NSFont::fontWithName(m_FontName.get(), size);
-    if (!font)
+    const Text made = makeTextIn(m_FontName.get(), size, text, color);
+    if (!made)
         return nullptr;
-    const Text made = makeText(text, font, color);
     const CGSize line = made->size();
     const MipmapBoard board({line.width + 2 * kMipmapMargin, line.height + 2 * kMipmapMargin});
     return board.makeTag(

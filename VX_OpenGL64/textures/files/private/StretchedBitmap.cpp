@@ -3,6 +3,7 @@
 
 #include <VX_OpenGL64/textures/files/private/PixelRows.h>
 #include <VX_OpenGL64/textures/files/private/RowReader.h>
+#include <VX_OpenGL64/textures/files/private/TextureCanvas.h>
 
 #include <epoxy/gl.h>
 
@@ -84,13 +85,6 @@ bool stretchRows(vx::RowReader& rows, const vx::PictureInfo& info, const Canvas&
     return true;
 }
 
-std::size_t doubledFromOne(std::size_t side) {
-    std::size_t power = 1;
-    while (power < side)
-        power *= 2;
-    return power;
-}
-
 GLImageBitmap describe(const vx::PictureInfo& info, bool powersOfTwo) {
     GLImageBitmap bitmap;
     bitmap.orgwidth = static_cast<int>(info.width);
@@ -101,8 +95,8 @@ GLImageBitmap describe(const vx::PictureInfo& info, bool powersOfTwo) {
     bitmap.type = GL_UNSIGNED_INT_8_8_8_8_REV;
     bitmap.bitsPerComponent = 8;
     bitmap.bytesPerPixel = 4;
-    bitmap.width = powersOfTwo ? doubledFromOne(info.width) : info.width;
-    bitmap.height = powersOfTwo ? doubledFromOne(info.height) : info.height;
+    bitmap.width = powersOfTwo ? vx::powerOfTwoSide(info.width) : info.width;
+    bitmap.height = powersOfTwo ? vx::powerOfTwoSide(info.height) : info.height;
     bitmap.rowBytes = bitmap.width * 4;
     bitmap.dataSize = static_cast<unsigned>(bitmap.rowBytes * bitmap.height);
     return bitmap;
