@@ -3,6 +3,7 @@
 
 #include <cmath>
 #include <cstring>
+#include <new>
 
 namespace {
 
@@ -45,6 +46,8 @@ unsigned int* VX_GLMeshData::AllocateIndex(int count) {
     delete[] m_Index;
     m_Index = nullptr;
     m_IndexCount = 0;
+    if (count < 0)
+        throw std::bad_array_new_length(); // which not every compiler says by itself
     m_Index = new unsigned int[count];
     m_IndexCount = count;
     return m_Index;
