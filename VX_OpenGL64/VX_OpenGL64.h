@@ -11,6 +11,7 @@
 #include <VX_OpenGL64/host/VX_GLHost.h>
 #include <VX_OpenGL64/host/VX_GLMainView.h>
 #include <VX_OpenGL64/host/VX_GLRenderpipeline.h>
+#include <VX_OpenGL64/host/VX_GLSharedView.h>
 #include <VX_OpenGL64/meshes/VXVector.h>
 #include <VX_OpenGL64/meshes/VX_GLMeshData.h>
 #include <VX_OpenGL64/meshes/VX_GLMeshDataRenderer.h>

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <VX_OpenGL64/host/VX_GLHost.h>
+#include <VX_OpenGL64/host/VX_GLSharedView.h>
 #include <VX_Platform/AppKit/NSEvent.h>
 #include <VX_Platform/Foundation/NSNotificationCenter.h>
 #include <VX_Platform/Foundation/NSString.h>
@@ -10,6 +11,7 @@
 
 #include <cmath>
 #include <csignal>
+#include <map>
 
 // Behind the others: its macros take common words.
 #include <X11/Xlib.h>
@@ -58,6 +60,63 @@ TEST(Window, ShowsFramesAtTheDisplaysRateFollowsItsSizeAndGoesToAnotherWindow) {
     ASSERT_TRUE(drawsOn(stage));
     EXPECT_EQ(shownPixel(second->nativeWindow().handle, 140, 110), 0x0000FFu);
     EXPECT_STREQ(CVDisplayLinkGetThrottleName(stage.view->displayLink()), "Present events");
+}
+
+TEST(Window, ChildrenInThisWindowAndInOthersDrawAllFramesAtTheMainViewsRate) {
+    struct Painter : ScriptedPipeline {
+        VX_RETURNS_OWN_TYPE(Painter)
+        void renderSubPipeline(CGRect*, VX_GLSharedView* view) override {
+            clearTo(0, 0, 1);
+            ++frames[view];
+        }
+        std::map<VX_GLSharedView*, std::uint64_t> frames;
+    };
+    Stage stage(Stage::Draws::byItself, {200, 150});
+    const auto painter = NSInit(new Painter);
+    const auto area = NSInit(new NSView, CGRectMake(0, 0, 200, 150));
+    const auto other = NSInit(new NSWindow, CGRectMake(400, 300, 150, 120), NSBorderlessWindowMask);
+    std::vector<NSRef<VX_GLSharedView>> children;
+    for (const double x : {20.0, 100.0, 0.0})
+        children.push_back(NSInit(new VX_GLSharedView, CGRectMake(x, 30, 60, 60), nullptr));
+    stage.window->setContentView(area.get());
+    area->addSubview(stage.view.get());
+    area->addSubview(children[0].get());
+    area->addSubview(children[1].get());
+    other->setContentView(children[2].get());
+    other->makeKeyAndOrderFront();
+    stage.view->RenderThreadLock();
+    for (const auto& child : children) {
+        child->setRenderpipeline(painter.get());
+        stage.view->addChildSharedView(child.get());
+    }
+    stage.view->RenderThreadUnLock();
+    stage.view->initChildShardedViews();
+    fill(stage, 0, 1, 0);
+    ASSERT_TRUE(drawsOn(stage));
+
+    const auto counts = [&] {
+        stage.view->RenderThreadLock();
+        std::vector<std::uint64_t> drawn = {stage.view->GetDrawnFrames()};
+        for (const auto& child : children)
+            drawn.push_back(painter->frames[child.get()]);
+        stage.view->RenderThreadUnLock();
+        return drawn;
+    };
+    const std::vector<std::uint64_t> before = counts();
+    std::this_thread::sleep_for(std::chrono::seconds(1));
+    const std::vector<std::uint64_t> after = counts();
+    for (std::size_t i = 0; i < after.size(); ++i)
+        EXPECT_EQ(after[i] - before[i], after[0] - before[0]) << "view " << i;
+    EXPECT_NEAR(double(after[0] - before[0]), 60.0, 5.0);
+    const unsigned long window = stage.window->nativeWindow().handle;
+    EXPECT_EQ(shownPixel(window, 5, 5), 0x00FF00u);
+    EXPECT_EQ(shownPixel(window, 50, 60), 0x0000FFu);
+    EXPECT_EQ(shownPixel(window, 130, 60), 0x0000FFu);
+    EXPECT_EQ(shownPixel(other->nativeWindow().handle, 140, 110), 0x0000FFu);
+    stage.view->stopRender();
+    stage.view->releaseResources();
+    stage.view->removeAllChildSharedViews();
+    other->close();
 }
 
 TEST(Window, ComesBackToTheDisplaysPaceFromEachStallOfTheServer) {
