@@ -28,6 +28,7 @@
 #include <VX_OpenGL64/meshes/shapes/VX_GLGeometrySphere.h>
 #include <VX_OpenGL64/meshes/shapes/VX_GLGeometryUVSphere.h>
 #include <VX_OpenGL64/output/VX_FinalOutputManager.h>
+#include <VX_OpenGL64/output/VX_GLScreenManager.h>
 #include <VX_OpenGL64/shaders/VX_FragmentShader.h>
 #include <VX_OpenGL64/shaders/VX_GLFilter.h>
 #include <VX_OpenGL64/shaders/VX_GLFilterManager.h>
@@ -67,8 +68,10 @@
 #include <VX_Platform/AppKit/NSImage.h>
 #include <VX_Platform/AppKit/NSMutableParagraphStyle.h>
 #include <VX_Platform/AppKit/NSResponder.h>
+#include <VX_Platform/AppKit/NSScreen.h>
 #include <VX_Platform/AppKit/NSView.h>
 #include <VX_Platform/AppKit/NSWindow.h>
+#include <VX_Platform/CoreGraphics/CGDirectDisplay.h>
 #include <VX_Platform/CoreGraphics/CGGeometry.h>
 #include <VX_Platform/CoreGraphics/CGImageSource.h>
 #include <VX_Platform/CoreGraphics/NativeWindow.h>

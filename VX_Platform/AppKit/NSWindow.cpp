@@ -5,6 +5,7 @@
 #include <VX_Platform/AppKit/NSEvent.h>
 #include <VX_Platform/AppKit/NSView.h>
 #include <VX_Platform/AppKit/private/RunningPlatform.h>
+#include <VX_Platform/AppKit/private/ScreenInternals.h>
 #include <VX_Platform/AppKit/private/WindowInternals.h>
 #include <VX_Platform/Foundation/NSNotification.h>
 #include <VX_Platform/Foundation/NSNotificationCenter.h>
@@ -81,6 +82,12 @@ NSString* NSWindow::title() const {
 
 CGRect NSWindow::frame() const {
     return m_Frame;
+}
+
+NSScreen* NSWindow::screen() const {
+    const std::vector<vx::DisplayInfo> displays = m_Internals->platform->displays();
+    const vx::DisplayInfo* const display = vx::displayUnder(displays, m_Frame);
+    return display ? NSScreen::Internals::screenOf(*display) : nullptr;
 }
 
 void NSWindow::setFrame(CGRect frame) {

@@ -9,6 +9,7 @@
 #include <memory>
 #include <string>
 
+class NSScreen;
 class NSView;
 
 enum NSWindowStyleMask : unsigned {
@@ -59,6 +60,9 @@ public:
 
     /// Returns where the content is now.
     CGRect frame() const;
+    /// Returns the display that shows most of the frame, also while the window is not shown; borrowed,
+    /// autoreleased. Null where no display is.
+    NSScreen* screen() const;
     /// Moves and sizes the content, to 1 x 1 pixels at least. A window manager may grant something else,
     /// which the run loop then tells. The content view follows, and the hooks and notifications below are
     /// called.
@@ -67,8 +71,9 @@ public:
     /// are the window manager's to grant.
     void setStyleMask(unsigned styleMask);
 
-    /// Covers the display of that name entirely, without a border, until `leaveDisplay` or another display.
-    /// False, and nothing changes, where there is no such display.
+    /// Covers the display of that name, or else the one at the output of that name, entirely, without a
+    /// border, until `leaveDisplay` or another display. False, and nothing changes, where there is no such
+    /// display.
     bool fillDisplay(const char* name);
     /// Back to the frame and style of before; nothing where the window fills no display.
     void leaveDisplay();

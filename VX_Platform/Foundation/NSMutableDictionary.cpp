@@ -2,6 +2,7 @@
 #include <VX_Platform/Foundation/NSMutableDictionary.h>
 
 #include <VX_Platform/Foundation/NSException.h>
+#include <VX_Platform/Foundation/NSMutableArray.h>
 #include <VX_Platform/Foundation/NSString.h>
 
 NSMutableDictionary* NSMutableDictionary::dictionary() {
@@ -37,6 +38,13 @@ void NSMutableDictionary::removeObjectForKey(const char* key) {
     const auto removed = NSRef<NSObject>::retain(objectForKey(key)); // ends when the pair is gone
     if (removed)
         m_Objects.erase(key);
+}
+
+NSMutableArray* NSMutableDictionary::allKeys() const {
+    NSMutableArray* const keys = (new NSMutableArray)->init()->autorelease();
+    for (const auto& [key, object] : m_Objects)
+        keys->addObject(NSString::stringWithUTF8String(key.c_str()));
+    return keys;
 }
 
 void NSMutableDictionary::enumerate(const std::function<void(const char*, NSObject*)>& visit) const {

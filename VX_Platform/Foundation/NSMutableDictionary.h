@@ -7,6 +7,8 @@
 #include <map>
 #include <string>
 
+class NSMutableArray;
+
 /// Objects by text key; copies its keys and retains its objects. One thread at a time.
 class VX_EXPORT NSMutableDictionary : public NSObject {
 public:
@@ -28,6 +30,8 @@ public:
     NSObject* objectForKey(const char* key) const;
     /// Releases the object under the key; nothing when there is none, or for a null key.
     void removeObjectForKey(const char* key);
+    /// Returns the keys (`NSString`) in the order of their bytes, borrowed, autoreleased.
+    NSMutableArray* allKeys() const;
     /// Calls `visit` for each pair in the order of the keys' bytes, both borrowed. The dictionary must not
     /// change meanwhile.
     void enumerate(const std::function<void(const char* key, NSObject* object)>& visit) const;

@@ -19,23 +19,31 @@ double overlap(const CGRect& a, const CGRect& b) {
 
 } // namespace
 
-std::uint32_t displayIdOf(const std::string& name) {
+std::uint32_t displayIdOf(const std::string& output) {
     static std::mutex lock;
     static auto* ids = new std::map<std::string, std::uint32_t>;
     std::lock_guard guard(lock);
-    return ids->try_emplace(name, static_cast<std::uint32_t>(ids->size() + 1)).first->second;
+    return ids->try_emplace(output, static_cast<std::uint32_t>(ids->size() + 1)).first->second;
 }
 
-DisplayInfo displayShowing(const std::vector<DisplayInfo>& displays, CGRect frame) {
+const DisplayInfo* displayUnder(const std::vector<DisplayInfo>& displays, CGRect frame) {
     const auto most =
         std::max_element(displays.begin(), displays.end(), [&](const DisplayInfo& a, const DisplayInfo& b) {
             return overlap(a.bounds, frame) < overlap(b.bounds, frame);
         });
-    return most == displays.end() ? DisplayInfo() : *most;
+    return most != displays.end() && overlap(most->bounds, frame) > 0.0 ? &*most : nullptr;
+}
+
+DisplayInfo displayShowing(const std::vector<DisplayInfo>& displays, CGRect frame) {
+    if (const DisplayInfo* display = displayUnder(displays, frame))
+        return *display;
+    return displays.empty() ? DisplayInfo() : displays.front();
 }
 
 const DisplayInfo* displayNamed(const std::vector<DisplayInfo>& displays, const std::string& name) {
-    const auto found = std::ranges::find(displays, name, &DisplayInfo::name);
+    auto found = std::ranges::find(displays, name, &DisplayInfo::name);
+    if (found == displays.end())
+        found = std::ranges::find(displays, name, &DisplayInfo::output);
     return found == displays.end() ? nullptr : &*found;
 }
 

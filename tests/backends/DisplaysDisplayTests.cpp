@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 // On a server with two displays: DUMMY0 at 60 Hz and, right of it from x = 1280, DUMMY1 at 75 Hz.
+#include <VX_OpenGL64/output/VX_GLScreenManager.h>
 #include <VX_Platform/AppKit/private/RunningPlatform.h>
 #include <VX_Platform/Foundation/NSDate.h>
 #include <VX_Platform/Foundation/NSNotification.h>
 #include <VX_Platform/Foundation/NSNotificationCenter.h>
+#include <VX_Platform/Foundation/NSString.h>
 #include <tests/support/ScriptedPipeline.h>
 
 #include <gtest/gtest.h>
@@ -11,6 +13,13 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
+#include <filesystem>
+
+// Behind the others: its macros take common words.
+#include <X11/Xatom.h>
+#include <X11/Xlib.h>
+#include <X11/extensions/Xrandr.h>
 
 using vx::test::Stage;
 using vx::test::waitFor;
@@ -39,8 +48,31 @@ double countedRate(Stage& stage) {
            static_cast<double>(end.hostTime - begin.hostTime);
 }
 
-void xrandr(const char* arguments) {
-    ASSERT_EQ(std::system(("xrandr " + std::string(arguments)).c_str()), 0);
+void xrandr(const std::string& arguments) {
+    ASSERT_EQ(std::system(("xrandr " + arguments).c_str()), 0);
+}
+
+// Puts an EDID on an output that names its display, as a cable would.
+void nameDisplay(int index, const char* thirteenBytes) {
+    unsigned char edid[128] = {0, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0};
+    edid[57] = 0xFC;
+    std::memcpy(edid + 59, thirteenBytes, 13);
+    Display* const server = XOpenDisplay(nullptr);
+    XRRScreenResources* const all = XRRGetScreenResourcesCurrent(server, DefaultRootWindow(server));
+    XRRChangeOutputProperty(server, all->outputs[index], XInternAtom(server, "EDID", False), XA_INTEGER, 8,
+                            PropModeReplace, edid, sizeof edid);
+    XRRFreeScreenResources(all);
+    XCloseDisplay(server);
+}
+
+std::string nameOf(VX_GLScreenManager* manager, int index) {
+    const CGDirectDisplayID* const display = manager->queryActiveDisplay(index);
+    NSString* const name = display ? manager->screenNameForDisplay(*display) : nullptr;
+    return name ? name->UTF8String() : "(none)";
+}
+
+int descriptors() {
+    return int(std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {}));
 }
 
 } // namespace
@@ -88,4 +120,69 @@ TEST(X11Displays, AWindowMovedWhileDrawingIsDrawnAtTheRateOfItsDisplay) {
         << "after a second the rate that was measured is told";
     stage.window->leaveDisplay();
     EXPECT_EQ(stage.window->frame().size.width, 64.0);
+}
+
+TEST(X11Displays, TwelveOutputsAreFoundByNamePlaceAndWindow) {
+    Stage stage;
+    double lefts[13] = {};
+    std::string layout;
+    for (int i = 0; i < 12; ++i) {
+        // Widths from 200 in steps of 16, heights from 150 in steps of 8, all at 60 Hz.
+        const int width = 200 + 16 * i, height = 150 + 8 * i, h = width + 100, v = height + 50;
+        const std::string mode = "wall" + std::to_string(i), output = "DUMMY" + std::to_string(i);
+        xrandr("--newmode " + mode + " " + std::to_string(h * v * 60e-6) + " " + std::to_string(width) + " " +
+               std::to_string(width + 20) + " " + std::to_string(width + 60) + " " + std::to_string(h) + " " +
+               std::to_string(height) + " " + std::to_string(height + 10) + " " +
+               std::to_string(height + 20) + " " + std::to_string(v));
+        xrandr("--addmode " + output + " " + mode);
+        layout +=
+            " --output " + output + " --mode " + mode + " --pos " + std::to_string(int(lefts[i])) + "x0";
+        lefts[i + 1] = lefts[i] + width;
+    }
+    xrandr(layout);
+    nameDisplay(3, "Beamer left\n ");
+    nameDisplay(4, "Beamer\n      ");
+    nameDisplay(5, "Beamer\n      ");
+    nameDisplay(6, "\xFF\xFE\x80 no text\n ");
+
+    const auto manager = NSInit(new VX_GLScreenManager);
+    const int before = descriptors();
+    for (int i = 0; i < 300; ++i)
+        EXPECT_EQ(NSInit(new VX_GLScreenManager)->queryActiveDisplays(), 10);
+    EXPECT_EQ(descriptors(), before);
+    const char* names[] = {"DUMMY0", "DUMMY1", "DUMMY2", "Beamer left", "Beamer",
+                           "Beamer", "DUMMY6", "DUMMY7", "DUMMY8",      "DUMMY9"};
+    for (int i = 0; i < 10; ++i) {
+        const CGRect bounds = manager->bounds(i);
+        EXPECT_EQ(nameOf(manager.get(), i), names[i]);
+        EXPECT_TRUE(bounds.origin.x == lefts[i] && bounds.size.width == 200 + 16 * i) << i;
+        EXPECT_EQ(manager->pixelWidthHeightByIndex(i).height, 150 + 8 * i);
+    }
+    NSString* const twins = NSString::stringWithUTF8String("Beamer");
+    EXPECT_EQ(manager->searchDisplayIDByLocalDeviceName(twins), manager->queryActiveDisplay(4));
+    EXPECT_TRUE(stage.window->fillDisplay("DUMMY5")) << "a twin is reached by its output";
+    EXPECT_TRUE(comes(stage, [&] { return stage.window->frame().origin.x == lefts[5]; }));
+    EXPECT_EQ(manager->searchDisplayIDFromWindow(stage.window.get()), *manager->queryActiveDisplay(5));
+    CGDirectDisplayID found = 0;
+    EXPECT_TRUE(manager->searchDisplayIDFromPoint({lefts[12] - 1, 0}, &found));
+    EXPECT_STREQ(manager->screenNameForDisplay(found)->UTF8String(), "DUMMY11");
+
+    const CGDirectDisplayID gone = *manager->queryActiveDisplay(3);
+    xrandr("--output DUMMY3 --off");
+    EXPECT_EQ(nameOf(manager.get(), 3), "(none)");
+    EXPECT_EQ(manager->queryActiveDisplays(), 10);
+    EXPECT_EQ(nameOf(manager.get(), 3), "Beamer");
+    xrandr("--output DUMMY3 --mode wall3 --pos " + std::to_string(int(lefts[3])) + "x0");
+    manager->queryActiveDisplays();
+    EXPECT_EQ(*manager->queryActiveDisplay(3), gone) << "it keeps its identifier";
+    xrandr("--output DUMMY4 --same-as DUMMY5 --mode wall4");
+    EXPECT_EQ(manager->queryActiveDisplays(), 10) << "mirrored ones are listed as well";
+    stage.window->leaveDisplay();
+    std::string off;
+    for (int i = 0; i < 12; ++i)
+        off += " --output DUMMY" + std::to_string(i) + " --off";
+    xrandr(off);
+    EXPECT_EQ(manager->queryActiveDisplays(), 0);
+    EXPECT_EQ(manager->searchDisplayIDByLocalDeviceName(twins), nullptr);
+    EXPECT_EQ(manager->searchDisplayIDFromWindow(stage.window.get()), 0u);
 }

@@ -20,7 +20,7 @@ bool HeadlessDesktop::plug(const std::string& name, CGRect bounds, double refres
     }
     {
         std::lock_guard guard(m_Lock);
-        const DisplayInfo display{displayIdOf(name), name, bounds, refreshRate};
+        const DisplayInfo display{displayIdOf(name), name, name, bounds, refreshRate};
         const auto known = std::ranges::find(m_Displays, name, &DisplayInfo::name);
         if (known != m_Displays.end())
             *known = display;

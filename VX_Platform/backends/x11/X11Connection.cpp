@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <VX_Platform/backends/x11/X11Connection.h>
 
+#include <VX_Platform/backends/x11/EDID.h>
+
 #include <X11/Xlib.h>
 #include <X11/extensions/Xrandr.h>
 
@@ -23,6 +25,21 @@ double refreshRate(const XRRScreenResources* resources, RRMode mode) {
     return 60.0;
 }
 
+std::string ownName(::Display* connection, RROutput output) {
+    constexpr long kMostWords = 32 * 1024 / 4; // 255 extension blocks
+    Atom type = None;
+    int bits = 0;
+    unsigned long count = 0, left = 0;
+    unsigned char* bytes = nullptr;
+    const Atom edid = XInternAtom(connection, RR_PROPERTY_RANDR_EDID, False);
+    XRRGetOutputProperty(connection, output, edid, 0, kMostWords, False, False, AnyPropertyType, &type, &bits,
+                         &count, &left, &bytes);
+    const std::string name = bits == 8 && bytes ? nameInEDID({bytes, count}) : std::string();
+    if (bytes)
+        XFree(bytes);
+    return name;
+}
+
 // What an output shows now; nothing for one that is off.
 std::optional<DisplayInfo> activeDisplay(::Display* connection, XRRScreenResources* resources, RROutput id) {
     std::optional<DisplayInfo> display;
@@ -30,22 +47,16 @@ std::optional<DisplayInfo> activeDisplay(::Display* connection, XRRScreenResourc
     XRRCrtcInfo* crtc =
         output && output->crtc ? XRRGetCrtcInfo(connection, resources, output->crtc) : nullptr;
     if (crtc && crtc->mode) {
-        const std::string name(output->name, output->nameLen);
-        display =
-            DisplayInfo{displayIdOf(name), name, CGRectMake(crtc->x, crtc->y, crtc->width, crtc->height),
-                        refreshRate(resources, crtc->mode)};
+        const std::string plug(output->name, output->nameLen), name = ownName(connection, id);
+        display = DisplayInfo{displayIdOf(plug), plug, name.empty() ? plug : name,
+                              CGRectMake(crtc->x, crtc->y, crtc->width, crtc->height),
+                              refreshRate(resources, crtc->mode)};
     }
     if (crtc)
         XRRFreeCrtcInfo(crtc);
     if (output)
         XRRFreeOutputInfo(output);
     return display;
-}
-
-DisplayInfo wholeScreen(::Display* connection) {
-    const int screen = DefaultScreen(connection);
-    return {displayIdOf("X screen"), "X screen",
-            CGRectMake(0, 0, DisplayWidth(connection, screen), DisplayHeight(connection, screen)), 60.0};
 }
 
 } // namespace
@@ -76,8 +87,10 @@ X11Connection::~X11Connection() {
 
 std::vector<DisplayInfo> X11Connection::displays() const {
     std::vector<DisplayInfo> found;
-    if (hasEnded())
-        return {wholeScreen(m_Display)};
+    if (hasEnded() || m_DisplayEvents < 0)
+        return found;
+    // An output may go while it is asked.
+    const ConnectionGuard::Quiet quiet(*m_Guard);
     const Window root = DefaultRootWindow(m_Display);
     XRRScreenResources* resources = XRRGetScreenResourcesCurrent(m_Display, root);
     const RROutput primary = resources ? XRRGetOutputPrimary(m_Display, root) : 0;
@@ -88,8 +101,6 @@ std::vector<DisplayInfo> X11Connection::displays() const {
     }
     if (resources)
         XRRFreeScreenResources(resources);
-    if (found.empty())
-        found.push_back(wholeScreen(m_Display));
     return found;
 }
 

@@ -23,7 +23,7 @@ public:
     const ConnectionGuard& guard() const { return *m_Guard; }
     /// Whether the server has ended the connection: nothing is drawn or asked for any more.
     bool hasEnded() const { return m_Guard->hasEnded(); }
-    /// Present displays, the primary one first; one named "X screen" where the server knows no outputs.
+    /// The displays that are on, the primary one first; none where the server knows no outputs.
     std::vector<DisplayInfo> displays() const;
     /// The display that shows most of a window.
     DisplayInfo displayOf(unsigned long window) const;
