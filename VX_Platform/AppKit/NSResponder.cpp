@@ -46,6 +46,17 @@ void passOn(const NSResponder* from, NSEvent* event) {
 
 } // namespace
 
+std::weak_ptr<NSResponder> NSResponder::weak() {
+    if (!m_Self)
+        m_Self = std::shared_ptr<NSResponder>(this, [](NSResponder*) {});
+    return m_Self;
+}
+
+void NSResponder::dealloc() {
+    m_Self = nullptr;
+    NSObject::dealloc();
+}
+
 void NSResponder::handle(NSEvent* event) {
     // What is told may end its receiver.
     const NSRef<NSResponder> keep = NSRef<NSResponder>::retain(this);

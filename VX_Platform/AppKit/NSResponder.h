@@ -3,6 +3,8 @@
 
 #include <VX_Platform/Foundation/NSObject.h>
 
+#include <memory>
+
 class NSEvent;
 
 /// What can be told of key and mouse events. All of it on the main thread; no context is current unless the
@@ -31,9 +33,17 @@ public:
     /// Returns who is told next; borrowed, null at the end of the chain.
     virtual NSResponder* nextResponder() const { return nullptr; }
 
+    /// Returns a handle that does not retain: empty once the object has ended.
+    std::weak_ptr<NSResponder> weak();
+    void dealloc() override;
+
     /// Calls the hook that belongs to the event's type; nothing for a type without one.
     void handle(NSEvent* event);
 
 protected:
     ~NSResponder() override = default;
+
+private:
+    /// Owns nothing; made when first asked for.
+    std::shared_ptr<NSResponder> m_Self;
 };

@@ -24,6 +24,7 @@ NSScreen* NSScreen::mainScreen() {
 NSScreen* NSScreen::Internals::screenOf(const vx::DisplayInfo& display) {
     auto* const screen = new NSScreen;
     screen->m_Id = display.id;
+    screen->m_Output = display.output;
     screen->m_Name = display.name;
     screen->m_Frame = display.bounds;
     screen->m_RefreshRate = display.refreshRate;

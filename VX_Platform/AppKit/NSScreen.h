@@ -38,6 +38,7 @@ protected:
 
 private:
     CGDirectDisplayID m_Id = 0;
+    std::string m_Output;
     std::string m_Name;
     CGRect m_Frame;
     double m_RefreshRate = 0.0;

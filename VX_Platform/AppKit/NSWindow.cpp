@@ -104,6 +104,10 @@ bool NSWindow::fillDisplay(const char* name) {
     return name && m_Internals->backend->fillDisplay(name);
 }
 
+bool NSWindow::fillDisplay(const NSScreen* screen) {
+    return screen && fillDisplay(NSScreen::Internals::outputOf(screen));
+}
+
 void NSWindow::leaveDisplay() {
     const NSRef<NSWindow> keep = NSRef<NSWindow>::retain(this);
     m_Internals->backend->leaveDisplay();
@@ -129,10 +133,10 @@ void NSWindow::setContentView(NSView* view) {
 }
 
 void NSWindow::makeKeyAndOrderFront() {
-    if (m_Closed)
+    if (!m_Internals->backend->show(canBecomeKeyWindow()))
         return;
+    m_Closed = false;
     m_Visible = true;
-    m_Internals->backend->show();
 }
 
 void NSWindow::orderOut() {

@@ -75,6 +75,8 @@ public:
     /// border, until `leaveDisplay` or another display. False, and nothing changes, where there is no such
     /// display.
     bool fillDisplay(const char* name);
+    /// The same for that very display, also where others have its name.
+    bool fillDisplay(const NSScreen* screen);
     /// Back to the frame and style of before; nothing where the window fills no display.
     void leaveDisplay();
 
@@ -85,8 +87,13 @@ public:
     /// Returns that view, borrowed, or null.
     NSView* contentView() const { return m_ContentView; }
 
-    /// Shows the window, in front and with the keyboard. Nothing after `close`.
+    /// Shows the window, in front and with the keyboard, also one that has been closed. Nothing where the
+    /// window system or another client has ended it.
     void makeKeyAndOrderFront();
+    /// Hook: false shows the window without giving it the keyboard.
+    virtual bool canBecomeKeyWindow() { return true; }
+    /// Returns where the content of a window with that frame is: the same, since frames are the content's.
+    CGRect contentRectForFrameRect(CGRect frame) const { return frame; }
     /// Takes the window from the screen; its views stay prepared and go on drawing.
     void orderOut();
     /// Whether the window has been shown and not taken from the screen again.
@@ -99,7 +106,7 @@ public:
     /// Posts `NSWindowWillCloseNotification`, takes the window from the screen and its content view out of
     /// it. The run loop ends when the last shown window has closed. Harmless when repeated.
     void close();
-    /// Whether `close` has been called; there is no way back.
+    /// Whether `close` has been called since the window was last shown.
     bool isClosed() const { return m_Closed; }
 
     /// Hook: false keeps the window open.

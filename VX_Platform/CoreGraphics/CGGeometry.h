@@ -38,3 +38,8 @@ inline CGSize CGSizeMake(double width, double height) {
 inline CGRect CGRectMake(double x, double y, double width, double height) {
     return {{x, y}, {width, height}};
 }
+
+inline bool CGRectEqualToRect(CGRect a, CGRect b) {
+    return a.origin.x == b.origin.x && a.origin.y == b.origin.y && a.size.width == b.size.width &&
+           a.size.height == b.size.height;
+}

@@ -46,7 +46,8 @@ public:
     /// Frame of the content in desktop coordinates.
     virtual void setFrame(CGRect frame) = 0;
     virtual CGRect frame() const = 0;
-    virtual void show() = 0;
+    /// In front, and with the keyboard if that is wanted; false where the window is gone for good.
+    virtual bool show(bool withKeyboard) = 0;
     virtual void hide() = 0;
     virtual void setStyle(WindowStyle style) = 0;
     /// Covers the display of that name entirely until `leaveDisplay` or another display; false where there is
@@ -54,6 +55,8 @@ public:
     virtual bool fillDisplay(const std::string& display) = 0;
     /// Back to frame and style of before; nothing where the window fills no display.
     virtual void leaveDisplay() = 0;
+    /// Displays have come, gone or changed.
+    virtual void displaysChanged() {}
     virtual NativeWindow nativeWindow() const = 0;
 };
 

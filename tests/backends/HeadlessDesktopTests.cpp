@@ -55,15 +55,15 @@ struct Desktop {
 TEST(HeadlessDesktop, OneWindowHasTheKeyboardAtATime) {
     Desktop d;
     auto a = d.window("a"), b = d.window("b"), c = d.window("c");
-    a->show();
-    b->show();
-    b->show();
+    a->show(true);
+    b->show(true);
+    b->show(true);
     EXPECT_EQ(d.events.take(), "a key; a not key; b key; ");
     c->hide();
     EXPECT_EQ(d.events.take(), "") << "it was never shown";
     b->hide();
     EXPECT_EQ(d.events.take(), "b not key; a key; ");
-    b->show();
+    b->show(true);
     d.events.take();
     b.reset();
     EXPECT_EQ(d.events.take(), "a key; ") << "one that has ended hears nothing";

@@ -27,6 +27,10 @@ X11Input::~X11Input() {
     xcb_disconnect(m_Connection);
 }
 
+std::uint32_t X11Input::root() const {
+    return m_Screen->root;
+}
+
 std::uint32_t X11Input::atom(const char* name) {
     const auto cookie = xcb_intern_atom(m_Connection, 0, std::uint16_t(std::strlen(name)), name);
     return owned(xcb_intern_atom_reply(m_Connection, cookie, nullptr))->atom;

@@ -38,6 +38,8 @@ public:
     /// Asks the window to close, as a window manager does.
     void close(const Window& window);
 
+    /// The window that shows the whole screen.
+    std::uint32_t root() const;
     /// A part of the window, of its own coordinates, as rows of 0xrrggbb, top row first.
     std::vector<std::uint32_t> pixels(const Window& part);
 

@@ -100,8 +100,10 @@ public:
             window->sendEvent(NSEvent::eventWithFields(fieldsOf(event), window.get()));
     }
     void displaysChanged() override {
-        for (const NSRef<NSWindow>& window : presentWindows())
+        for (const NSRef<NSWindow>& window : presentWindows()) {
+            NSWindow::Internals::backendOf(window.get())->displaysChanged();
             NSWindow::Internals::displaysChanged(window.get());
+        }
         post(NSApplicationDidChangeScreenParametersNotification);
     }
     void serverEnded() override {

@@ -8,4 +8,6 @@
 struct NSScreen::Internals {
     /// Borrowed, autoreleased.
     static NSScreen* screenOf(const vx::DisplayInfo& display);
+    /// Where the display is plugged in, valid as long as the screen.
+    static const char* outputOf(const NSScreen* screen) { return screen->m_Output.c_str(); }
 };

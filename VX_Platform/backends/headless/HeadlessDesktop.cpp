@@ -95,14 +95,15 @@ CGRect HeadlessDesktop::frameOf(const HeadlessWindow* window) const {
     return entryOf(window)->frame;
 }
 
-void HeadlessDesktop::raise(HeadlessWindow* window) {
+void HeadlessDesktop::raise(HeadlessWindow* window, bool withKeyboard) {
     {
         std::lock_guard guard(m_Lock);
         entryOf(window)->shown = true;
         std::stable_partition(m_Windows.begin(), m_Windows.end(),
                               [window](const Entry& entry) { return entry.window != window; });
     }
-    moveKeyTo(window);
+    if (withKeyboard)
+        moveKeyTo(window);
 }
 
 void HeadlessDesktop::lower(HeadlessWindow* window) {

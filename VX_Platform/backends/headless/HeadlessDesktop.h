@@ -25,8 +25,8 @@ public:
     void remove(HeadlessWindow* window);
     void move(HeadlessWindow* window, CGRect frame);
     CGRect frameOf(const HeadlessWindow* window) const;
-    /// In front of the others and with the keyboard.
-    void raise(HeadlessWindow* window);
+    /// In front of the others, and with the keyboard if that is wanted.
+    void raise(HeadlessWindow* window, bool withKeyboard);
     /// The keyboard goes to the frontmost of the windows that are still shown.
     void lower(HeadlessWindow* window);
 
@@ -58,7 +58,10 @@ public:
     void setTitle(const char*) override {}
     void setFrame(CGRect frame) override { m_Desktop->move(this, frame); }
     CGRect frame() const override { return m_Desktop->frameOf(this); }
-    void show() override { m_Desktop->raise(this); }
+    bool show(bool withKeyboard) override {
+        m_Desktop->raise(this, withKeyboard);
+        return true;
+    }
     void hide() override { m_Desktop->lower(this); }
     void setStyle(WindowStyle) override {}
     NativeWindow nativeWindow() const override { return {}; }

@@ -28,7 +28,7 @@ public:
     }
     CGRect frame() const override { return m_Frame; }
     // Whether it is shown, and how it is framed, is its owner's business.
-    void show() override {}
+    bool show(bool) override { return true; }
     void hide() override {}
     void setStyle(WindowStyle) override {}
     bool fillDisplay(const std::string&) override { return false; }

@@ -5,6 +5,7 @@
 
 #include <SDL.h>
 #include <SDL_syswm.h>
+#include <X11/Xlib.h>
 
 #include <algorithm>
 #include <utility>
@@ -96,16 +97,40 @@ CGRect SDLWindow::frame() const {
     return CGRectMake(x, y, width, height);
 }
 
-void SDLWindow::show() {
+bool SDLWindow::show(bool withKeyboard) {
     if (!isThere())
-        return;
+        return false;
     SDL_ShowWindow(m_Window);
-    SDL_RaiseWindow(m_Window);
+    if (withKeyboard)
+        SDL_RaiseWindow(m_Window);
+    coverPanels(fillsDisplay());
+    return true;
 }
 
 void SDLWindow::hide() {
     if (isThere())
         SDL_HideWindow(m_Window);
+}
+
+// What a window manager takes from windows that are shown, and forgets when they are hidden.
+void SDLWindow::coverPanels(bool cover) {
+    SDL_SysWMinfo info;
+    SDL_VERSION(&info.version);
+    if (!isThere() || !(SDL_GetWindowFlags(m_Window) & SDL_WINDOW_SHOWN) ||
+        !SDL_GetWindowWMInfo(m_Window, &info))
+        return;
+    Display* const display = info.info.x11.display;
+    XEvent event{};
+    event.xclient.type = ClientMessage;
+    event.xclient.window = info.info.x11.window;
+    event.xclient.message_type = XInternAtom(display, "_NET_WM_STATE", False);
+    event.xclient.format = 32;
+    event.xclient.data.l[0] = cover ? 1 : 0; // add, or remove
+    event.xclient.data.l[1] = static_cast<long>(XInternAtom(display, "_NET_WM_STATE_FULLSCREEN", False));
+    event.xclient.data.l[3] = 1; // asked by an application
+    XSendEvent(display, DefaultRootWindow(display), False, SubstructureNotifyMask | SubstructureRedirectMask,
+               &event);
+    XFlush(display);
 }
 
 // SDL's own full screen knows only the displays of its start, so that filling one is a matter of frame and

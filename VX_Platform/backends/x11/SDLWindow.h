@@ -30,7 +30,7 @@ public:
     void setTitle(const char* title) override;
     void setFrame(CGRect frame) override;
     CGRect frame() const override;
-    void show() override;
+    bool show(bool withKeyboard) override;
     void hide() override;
     void setStyle(WindowStyle style) override;
     NativeWindow nativeWindow() const override;
@@ -50,6 +50,7 @@ private:
     void applyStyle();
     std::vector<DisplayInfo> displays() const override { return m_Displays(); }
     void fillingChanged() override { applyStyle(); }
+    void coverPanels(bool cover) override;
 
     const SDLSession& m_Session;
     PlatformEvents& m_Events;

@@ -1,0 +1,183 @@
+// SPDX-License-Identifier: MIT
+// On a server with two displays: DUMMY0 and, right of it from x = 1280, DUMMY1.
+#include <VX_OpenGL64/output/VX_GLFilledScreenWindow.h>
+#include <VX_Platform/AppKit/NSScreen.h>
+#include <VX_Platform/Foundation/NSAutoreleasePool.h>
+#include <VX_Platform/Foundation/NSMutableArray.h>
+#include <tests/support/Pixels.h>
+#include <tests/support/ScriptedPipeline.h>
+#include <tests/support/X11Input.h>
+
+#include <sys/wait.h>
+#include <unistd.h>
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+
+// Behind the others: its macros take common words.
+#include <X11/Xatom.h>
+#include <X11/Xlib.h>
+
+using namespace vx::test;
+
+namespace {
+
+constexpr std::uint32_t kAttributes[] = {NSOpenGLPFADoubleBuffer, NSOpenGLPFAColorSize, 24, 0};
+
+// A window manager, and a panel along the top of each display.
+class Desktop {
+public:
+    Desktop() {
+        m_Manager = fork();
+        if (m_Manager == 0) {
+            execlp("openbox", "openbox", "--sm-disable", nullptr);
+            _exit(127);
+        }
+        for (const auto& [left, width] : {std::pair(0, 1280), std::pair(1280, 1024)})
+            addPanel(left, width);
+        XSync(m_Server, False);
+    }
+    ~Desktop() {
+        kill(m_Manager, SIGTERM);
+        waitpid(m_Manager, nullptr, 0);
+        XCloseDisplay(m_Server);
+    }
+    bool isManaged() const {
+        return !property(DefaultRootWindow(m_Server), "_NET_SUPPORTING_WM_CHECK").empty();
+    }
+    bool coversPanels(unsigned long window) const {
+        return property(window, "_NET_WM_STATE") == std::vector{atom("_NET_WM_STATE_FULLSCREEN")};
+    }
+
+private:
+    Atom atom(const char* name) const { return XInternAtom(m_Server, name, False); }
+    std::vector<Atom> property(Window window, const char* name) const {
+        Atom type = 0;
+        int bits = 0;
+        unsigned long count = 0, left = 0;
+        unsigned char* value = nullptr;
+        XGetWindowProperty(m_Server, window, atom(name), 0, 99, False, AnyPropertyType, &type, &bits, &count,
+                           &left, &value);
+        const auto* const words = reinterpret_cast<const Atom*>(value);
+        const std::vector<Atom> all(words, words + count);
+        if (value)
+            XFree(value);
+        return all;
+    }
+    void addPanel(int left, int width) {
+        constexpr long kHeight = 30;
+        const Window panel = XCreateSimpleWindow(m_Server, DefaultRootWindow(m_Server), left, 0, width,
+                                                 kHeight, 0, 0, 0x808080);
+        const Atom dock = atom("_NET_WM_WINDOW_TYPE_DOCK");
+        XChangeProperty(m_Server, panel, atom("_NET_WM_WINDOW_TYPE"), XA_ATOM, 32, PropModeReplace,
+                        reinterpret_cast<const unsigned char*>(&dock), 1);
+        const long strut[12] = {0, 0, kHeight, 0, 0, 0, 0, 0, left, left + width - 1, 0, 0};
+        XChangeProperty(m_Server, panel, atom("_NET_WM_STRUT_PARTIAL"), XA_CARDINAL, 32, PropModeReplace,
+                        reinterpret_cast<const unsigned char*>(strut), 12);
+        XMapRaised(m_Server, panel);
+    }
+
+    Display* m_Server = XOpenDisplay(nullptr);
+    pid_t m_Manager = 0;
+};
+
+int entries(const char* folder) {
+    return int(std::distance(std::filesystem::directory_iterator(folder), {}));
+}
+
+int windowsOfTheServer() {
+    Display* const server = XOpenDisplay(nullptr);
+    std::function<int(Window)> count = [&](Window window) {
+        Window root = 0, parent = 0, *children = nullptr;
+        unsigned number = 0;
+        if (!XQueryTree(server, window, &root, &parent, &children, &number))
+            return 0;
+        int all = int(number);
+        for (unsigned i = 0; i < number; ++i)
+            all += count(children[i]);
+        if (children)
+            XFree(children);
+        return all;
+    };
+    const int all = count(DefaultRootWindow(server));
+    XCloseDisplay(server);
+    return all;
+}
+
+class FilledDisplay : public testing::TestWithParam<bool> {
+protected:
+    static bool runUntil(Stage& stage, const std::function<bool()>& condition) {
+        return waitFor(condition, [&] {
+            stage.step();
+            std::this_thread::sleep_for(std::chrono::milliseconds(2));
+        });
+    }
+    // The four corner pixels of a display, as the server shows them.
+    static bool isCovered(const CGRect& display, unsigned long color) {
+        X11Input server;
+        const int right = int(display.origin.x + display.size.width) - 1;
+        const int bottom = int(display.origin.y + display.size.height) - 1;
+        for (const int x : {int(display.origin.x), right})
+            for (const int y : {int(display.origin.y), bottom})
+                if (server.pixels({server.root(), x, y, 1, 1})[0] != color)
+                    return false;
+        return true;
+    }
+};
+
+} // namespace
+
+TEST_P(FilledDisplay, IsCoveredFromCornerToCornerMoveAfterMoveAndNothingIsLeftBehind) {
+    const char* const more = std::getenv("VX_TEST_MOVES");
+    const int moves = more ? std::atoi(more) : 6;
+    std::unique_ptr<Desktop> desktop;
+    if (GetParam())
+        desktop = std::make_unique<Desktop>();
+    Stage stage(Stage::Draws::byItself, {200, 150});
+    stage.onRender([] { clearTo(0, 1, 0); });
+    ASSERT_TRUE(runUntil(stage, [&] { return !desktop || desktop->isManaged(); }));
+    const auto window =
+        NSInit(new VX_GLFilledScreenWindow, NSScreen::mainScreen()->frame(), NSBorderlessWindowMask);
+    int windows = 0, threads = 0, files = 0, views = 0, pipelines = 0;
+    for (int i = 0; i < moves; ++i) {
+        const auto pool = NSInit(new NSAutoreleasePool);
+        auto* const screen = static_cast<NSScreen*>(NSScreen::screens()->objectAtIndex(i % 2));
+        window->setFrame(screen->frame());
+        window->attachGLViewWithPixelFormat(stage.view.get(), kAttributes, stage.pipeline.get());
+        window->makeKeyAndOrderFront();
+        const auto isFilled = [&] {
+            return stage.view->GetDrawnFrames() > 2 && isCovered(screen->frame(), 0x00FF00) &&
+                   (!desktop || desktop->coversPanels(window->nativeWindow().handle));
+        };
+        EXPECT_TRUE(runUntil(stage, isFilled)) << "move " << i;
+        stage.view->RenderThreadLock();
+        const CGSize size = stage.pipeline->lastBounds.size;
+        stage.view->RenderThreadUnLock();
+        EXPECT_TRUE(size.width == screen->frame().size.width && size.height == screen->frame().size.height);
+
+        window->detachGLViewWithPixelFormat(kAttributes);
+        EXPECT_TRUE(runUntil(stage, [&] {
+            return stage.view->displayLink() && stage.view->GetDrawnFrames() > 2 &&
+                   stage.view->bounds().size.width == 200.0;
+        }));
+        stage.step();
+        if (i == 1) { // each has been used once
+            windows = windowsOfTheServer();
+            threads = entries("/proc/self/task");
+            files = entries("/proc/self/fd");
+            views = stage.view->retainCount();
+            pipelines = stage.pipeline->retainCount();
+        }
+    }
+    EXPECT_EQ(windowsOfTheServer(), windows);
+    EXPECT_EQ(entries("/proc/self/task"), threads);
+    EXPECT_EQ(entries("/proc/self/fd"), files);
+    EXPECT_EQ(stage.view->retainCount(), views);
+    EXPECT_EQ(stage.pipeline->retainCount(), pipelines);
+    stage.view->retain();
+    stage.pipeline->autorelease();
+}
+
+INSTANTIATE_TEST_SUITE_P(X11, FilledDisplay, testing::Values(false, true), [](const auto& info) {
+    return info.param ? "UnderAWindowManagerWithPanels" : "WithoutAWindowManager";
+});
