@@ -180,6 +180,17 @@ TEST(PictureReader, ByteSourceReadsAFileFromAnywhere) {
         if (i % 3 == 0) // also to places at the ends of what has been read
             source->seek(i % 2 ? number >> 15 : source->position() / 32768 * 32768 + i % 7);
     }
+    vx::ByteSource memory({reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size()});
+    const std::size_t spots[] = {0, 1, 32767, 32768, 32769, bytes.size() - 1, bytes.size(), bytes.size() + 1};
+    for (int pair = 0; pair < 2 * 2 * 64; ++pair) { // of each two of them, beside what has been read or not
+        vx::ByteSource& either = pair / 128 ? memory : *source;
+        const std::size_t at = spots[pair % 2 ? pair / 2 % 8 : pair / 16 % 8];
+        char read[3];
+        either.seek(at);
+        ASSERT_EQ(either.position(), std::min(at, bytes.size()));
+        const std::size_t count = either.readSome(read, sizeof read);
+        ASSERT_EQ(std::string(read, count), bytes.substr(std::min(at, bytes.size()), 3)) << pair;
+    }
 }
 
 TEST(PictureReader, OldRunsOfHDRFilesRepeatTheLastPixel) {
