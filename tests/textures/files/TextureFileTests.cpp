@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include <VX_OpenGL64/textures/files/VX_GLDDSTextureLoader2D.h>
+#include <VX_OpenGL64/textures/files/VX_GLTextureFailure.h>
 #include <VX_OpenGL64/textures/files/VX_GLTextureFile.h>
 #include <VX_OpenGL64/textures/files/VX_GLTextureLoader.h>
 #include <VX_OpenGL64/textures/files/VX_GLTexturePixelFormat.h>
@@ -11,6 +13,8 @@
 
 #include <filesystem>
 #include <fstream>
+#include <functional>
+#include <thread>
 
 namespace {
 
@@ -120,7 +124,9 @@ struct Sizes {
 struct FaceFolder {
     FaceFolder() { std::filesystem::create_directory(path); }
     ~FaceFolder() { std::filesystem::remove_all(path); }
+    /// In the place of 8 x 8 pixels a picture of 7 x 7, to be filled up.
     void add(const std::string& name, unsigned side) const {
+        side -= side == 8;
         std::ofstream(path + "/" + name, std::ios::binary) << pngBytes(4, side, side, noise(side * side * 4));
     }
     const std::string path = testing::TempDir() + "vx faces \u00e9";
@@ -347,4 +353,39 @@ TEST(VX_GLTextureLoader, TellsWhatItCannotLoadAndPassesFacesBy) {
     EXPECT_EQ(state(), before);
     EXPECT_EQ(facesOf(name), ints(1, 2, 0, 8, 16, 0));
     EXPECT_TRUE(log.lines.size() == 6 && !loader.bitmap().data && loader.width() == 16);
+}
+
+TEST(TextureFailure, TellsWhatWentWrongInTheLastLoad) {
+    HeadlessContext gl(8, 8);
+    const LogCollector log;
+    const TemporaryFile none("P6 no picture"), good(fileOf(kKinds[3])), torn(fileOf(kKinds[4]).substr(0, 90));
+    const TemporaryFile blocks("DDS " + std::string(80, 0) + "DXT1" + std::string(40, 0));
+    const FaceFolder folder;
+    folder.add("sky_5.png", 4);
+    const std::string sky = folder.path + "/sky", cut = torn.path() + std::string(": the file is cut short");
+    VX_GLTextureLoader loader;
+    VX_GLDDSTextureLoader2D dds;
+    const std::pair<std::function<void()>, std::string> loads[] = {
+        {[&] { VX_GLTextureLoader2D(text(torn.path()), nullptr, nullptr, false); }, cut},
+        {[&] { VX_GLTextureLoader2D(text(good.path()), nullptr, nullptr, false); }, ""},
+        {[&] { VX_GLTextureLoader2DRect(nullptr, nullptr, nullptr); }, "there is no path"},
+        {[&] { loader.load2DTextureFromPath(torn.path(), true); }, cut},
+        {[&] { loader.loadRectangleExtTextureFromPath(good.path()); }, ""},
+        {[&] { loader.loadRectangleExtTextureFromPath(nullptr); }, "there is no path"},
+        {[&] { loader.loadCubeMapTextureFromPath((sky + ".png").c_str()); },
+         sky + "_4.png: No such file or directory"},
+        {[&] { VX_GLTextureLoaderCubeMap2D(text(sky), nullptr, nullptr, false); },
+         sky + ": its name has no \"_\""},
+        {[&] { dds.Load(none.path()); }, none.path() + std::string(": it does not begin with \"DDS \"")},
+        {[&] { dds.ReadDDS(blocks.path()); }, ""},
+        {[&] { glEnable(0xFFFF), loader.load2DTextureFromPath(good.path(), true); },
+         good.path() + std::string(": OpenGL error 0x0500")},
+        {[&] { glEnable(0xFFFF), VX_GLTextureLoader2DRect(text(good.path()), nullptr, nullptr); },
+         good.path() + std::string(": OpenGL error 0x0500")},
+    };
+    for (const auto& [load, failure] : loads) {
+        load();
+        EXPECT_EQ(VX_GLTextureFailure(), failure);
+    }
+    std::thread([] { EXPECT_STREQ(VX_GLTextureFailure(), "") << "of another thread"; }).join();
 }
