@@ -50,6 +50,7 @@
 #include <VX_OpenGL64/textures/VX_GLTextureRect.h>
 #include <VX_OpenGL64/textures/VX_GLUtility.h>
 #include <VX_OpenGL64/textures/files/VX_GLDDSTextureLoader2D.h>
+#include <VX_OpenGL64/textures/files/VX_GLTextureFailure.h>
 #include <VX_OpenGL64/textures/files/VX_GLTextureFile.h>
 #include <VX_OpenGL64/textures/files/VX_GLTextureLoader.h>
 #include <VX_OpenGL64/textures/files/VX_GLTexturePixelFormat.h>

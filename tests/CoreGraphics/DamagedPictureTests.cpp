@@ -130,6 +130,29 @@ TEST(DamagedPicture, JPEGScansAreCountedAndForeignDataIsPassedOver) {
     EXPECT_EQ(whyNot(file), "the file is cut short");
 }
 
+TEST(DamagedPicture, OneColorInAWebPIsLetThroughUpTo2048x2048) {
+    std::string file = textOf("lossless.webp"), why;
+    const auto refused = [&](const std::string& size) {
+        file.replace(file.find('\x2f') + 1, 4, size);
+        vx::openPicture(std::span(reinterpret_cast<const unsigned char*>(file.data()), file.size()), &why);
+        return why;
+    };
+    EXPECT_EQ(refused("\xff\xc7\xff\x01"), "");
+    EXPECT_EQ(refused(std::string("\x00\xc8\xff\x01", 4)),
+              "a file of 62 bytes cannot hold 2049 x 2048 pixels");
+}
+
+TEST(DamagedPicture, CompressionOfOS2IsReadForRunsAlone) {
+    std::string file = textOf("rle8.bmp");
+    const std::vector<int> samples = samplesOf(bytesOf(VX_PICTURES "rle8.bmp"));
+    file.insert(54, 24, '\0');
+    file[10] = static_cast<char>(file[10] + 24);
+    file[14] = 64;
+    EXPECT_EQ(samplesOf(Bytes(file.begin(), file.end())), samples);
+    file[28] = 16, file[30] = 3; // colour masks, in other headers
+    EXPECT_EQ(whyNot(file), "its compression is not read");
+}
+
 TEST(DamagedPicture, RunsOutsideOfThePictureAreDamage) {
     using namespace std::string_literals;
     const std::string bmp = textOf("rle8.bmp"), tga = textOf("gray_runs.tga");

@@ -20,22 +20,25 @@ inline Bytes bytesOf(const std::string& path) {
     return Bytes(std::istreambuf_iterator<char>(file), {});
 }
 
-/// A line of list.txt.
+/// A line of list.txt, and the samples' CRC-32 of the same in uploads.txt.
 struct PictureFile {
-    std::string name, scene;
+    std::string name;
     PictureInfo info;
-    int tolerance = 0;
+    std::uint32_t crc = 0;
 
     std::string path() const { return VX_PICTURES + name; }
 };
 
 inline std::vector<PictureFile> pictureFiles() {
     std::vector<PictureFile> files;
-    std::ifstream list(VX_PICTURES "list.txt");
-    for (PictureFile file; list >> file.name >> file.scene >> file.info.width >> file.info.height >>
-                           file.info.channels >> file.info.bitsPerChannel >> file.info.bitsPerPixel >>
-                           file.tolerance;)
-        files.push_back(file);
+    std::ifstream list(VX_PICTURES "list.txt"), crcs(VX_PICTURES "uploads.txt");
+    std::string scene, difference, rest;
+    for (PictureFile f; list >> f.name >> scene >> f.info.width >> f.info.height >> f.info.channels >>
+                        f.info.bitsPerChannel >> f.info.bitsPerPixel >> difference;) {
+        crcs >> rest >> std::hex >> f.crc;
+        std::getline(crcs, rest);
+        files.push_back(f);
+    }
     return files;
 }
 

@@ -2,8 +2,8 @@
 #include <VX_OpenGL64/textures/files/VX_GLDDSTextureLoader2D.h>
 
 #include <VX_OpenGL64/textures/files/private/DDSFile.h>
+#include <VX_OpenGL64/textures/files/private/LoadFailure.h>
 #include <VX_Platform/Foundation/NSLog.h>
-#include <VX_Platform/Foundation/VX_Diagnostics.h>
 #include <VX_Platform/OpenGL/private/CurrentContext.h>
 
 #include <epoxy/gl.h>
@@ -34,9 +34,10 @@ unsigned int VX_GLDDSTextureLoader2D::Load(const char* path) {
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR_MIPMAP_LINEAR);
     glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_REPLACE);
-    const int levels = upload();
-    if (VX_GetDiagnostics() && (levels < 1 || levels < m_MipMapCount))
-        NSLog("VX_GLDDSTextureLoader2D::Load: %s: %d levels claimed, %d there", path, m_MipMapCount, levels);
+    if (const int levels = upload(path); levels < 1 || levels < m_MipMapCount)
+        vx::tellOfFailure(
+            "VX_GLDDSTextureLoader2D::Load", path,
+            std::to_string(m_MipMapCount) + " levels claimed, " + std::to_string(levels) + " there");
     freeData();
     glBindTexture(GL_TEXTURE_2D, 0);
     glPixelStorei(GL_UNPACK_ALIGNMENT, alignment);
@@ -45,11 +46,11 @@ unsigned int VX_GLDDSTextureLoader2D::Load(const char* path) {
 }
 
 bool VX_GLDDSTextureLoader2D::ReadDDS(const char* path) {
+    vx::beginLoad();
     vx::DDSFile file;
     std::string why;
     if (!vx::readDDSFile(path, file, why)) {
-        if (VX_GetDiagnostics())
-            NSLog("VX_GLDDSTextureLoader2D::ReadDDS: %s: %s", path ? path : "(null)", why.c_str());
+        vx::tellOfFailure("VX_GLDDSTextureLoader2D::ReadDDS", path, why);
         return false;
     }
     freeData();
@@ -65,18 +66,20 @@ bool VX_GLDDSTextureLoader2D::ReadDDS(const char* path) {
 
 void VX_GLDDSTextureLoader2D::DecompressDDS() {
     VX_NEEDS_CONTEXT();
-    upload();
+    upload(nullptr);
 }
 
-int VX_GLDDSTextureLoader2D::upload() {
+int VX_GLDDSTextureLoader2D::upload(const char* path) {
     int index = 0;
     for (const vx::DDSLevel& level :
          vx::levelsOfDDS(m_Width, m_Height, m_Data ? m_MipMapCount : 0, m_Format, m_DataSize)) {
         glCompressedTexImage2D(GL_TEXTURE_2D, index++, m_Format, level.width, level.height, 0,
                                static_cast<GLsizei>(level.size), m_Data + level.offset);
-        if (const GLenum error = glGetError(); error != GL_NO_ERROR)
+        if (const GLenum error = glGetError(); error != GL_NO_ERROR) {
             NSLog("WARNING: OpenGL Error 0x%x while loading texture with glCompressedTexImage2D(). %s", error,
                   gluErrorString(error));
+            vx::keepGLError(path, error);
+        }
     }
     return index;
 }

@@ -28,7 +28,8 @@ public:
     ///
     /// 0, without a GL call, for a file that cannot be read, does not begin with "DDS ", ends inside its
     /// header or has another FourCC. A level that GL refuses is told to the log, and the others are tried; a
-    /// level that is not wholly in the file is passed by. The name is returned in both cases.
+    /// level that is not wholly in the file is passed by. The name is returned in both cases. What went wrong
+    /// is told by `VX_GLTextureFailure`.
     unsigned int Load(const char* path);
 
     /// Reads the file into the fields, without GL; what was there before is freed. Returns false as `Load`
@@ -55,6 +56,6 @@ public:
     unsigned int m_Texture = 0;
 
 private:
-    int upload();
+    int upload(const char* path);
     void freeData();
 };

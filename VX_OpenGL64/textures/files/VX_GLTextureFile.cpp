@@ -2,11 +2,11 @@
 #include <VX_OpenGL64/textures/files/VX_GLTextureFile.h>
 
 #include <VX_OpenGL64/textures/files/private/CubeMapFiles.h>
+#include <VX_OpenGL64/textures/files/private/LoadFailure.h>
 #include <VX_OpenGL64/textures/files/private/TextureCanvas.h>
 #include <VX_OpenGL64/textures/private/UnpackState.h>
 #include <VX_Platform/Foundation/NSLog.h>
 #include <VX_Platform/Foundation/NSString.h>
-#include <VX_Platform/Foundation/VX_Diagnostics.h>
 #include <VX_Platform/OpenGL/private/CurrentContext.h>
 
 #include <epoxy/gl.h>
@@ -18,18 +18,21 @@ namespace {
 // In the place of a name. Callers take it for one.
 constexpr unsigned kNoTexture = GL_INVALID_VALUE;
 
-void tellWhy(const char* function, const char* path, const std::string& why) {
-    if (VX_GetDiagnostics())
-        NSLog("%s: %s: %s", function, path, why.c_str());
-}
-
 // A text or a drawn texture leaves the row length set. GL takes rows that overlap then, which no layout
 // mends.
 void tellOfShortRows(const char* function, const char* path, std::size_t rowLength, std::size_t width) {
     if (rowLength > 0 && rowLength < width)
-        tellWhy(function, path,
-                "GL_UNPACK_ROW_LENGTH is " + std::to_string(rowLength) + ", below the texture's width of " +
-                    std::to_string(width) + ": set it to 0 first");
+        vx::tellOfFailure(function, path,
+                          "GL_UNPACK_ROW_LENGTH is " + std::to_string(rowLength) +
+                              ", below the texture's width of " + std::to_string(width) +
+                              ": set it to 0 first");
+}
+
+bool beginLoadOf(const NSString* path) {
+    vx::beginLoad();
+    if (!path)
+        vx::keepFailure(nullptr, "there is no path");
+    return path != nullptr;
 }
 
 /// What one of the functions is told, and where it puts the sizes.
@@ -43,7 +46,7 @@ struct Load {
                                           const vx::UnpackLayout& layout) const;
     void upload(unsigned target, const vx::TextureCanvas& canvas, bool mipmap) const;
     /// Whether GL took it. Then the sizes are told.
-    bool finish(const vx::TextureCanvas& canvas) const;
+    bool finish(const char* path, const vx::TextureCanvas& canvas) const;
 };
 
 std::optional<vx::TextureCanvas> Load::read(const char* path, bool powersOfTwo,
@@ -51,16 +54,17 @@ std::optional<vx::TextureCanvas> Load::read(const char* path, bool powersOfTwo,
     std::string why;
     const auto picture = vx::openPicture(path, &why);
     if (!picture) {
-        tellWhy(function, path, why);
+        vx::tellOfFailure(function, path, why);
         return {};
     }
     vx::TextureCanvas canvas(picture->info(), vx::pixelFormatOf(picture->info()), powersOfTwo, layout);
     if (!canvas) {
         NSLog("Texture Loader: Failed creating CGBitmapContext.");
+        vx::keepFailure(path, "there is not enough memory");
         return {};
     }
     if (!canvas.read(*picture)) {
-        tellWhy(function, path, picture->failure());
+        vx::tellOfFailure(function, path, picture->failure());
         return {};
     }
     return canvas;
@@ -72,9 +76,10 @@ void Load::upload(unsigned target, const vx::TextureCanvas& canvas, bool mipmap)
     give(target, canvas.format(), canvas.width(), canvas.height(), pixels);
 }
 
-bool Load::finish(const vx::TextureCanvas& canvas) const {
+bool Load::finish(const char* path, const vx::TextureCanvas& canvas) const {
     if (const GLenum error = glGetError(); error != GL_NO_ERROR) {
         NSLog("Texture Loader: OpenGL error 0x%04X", error);
+        vx::keepGLError(path, error);
         return false;
     }
     const auto width = static_cast<float>(canvas.width()), height = static_cast<float>(canvas.height());
@@ -92,7 +97,7 @@ bool Load::finish(const vx::TextureCanvas& canvas) const {
 unsigned int VX_GLTextureLoader2D(NSString* path, CGSize* size, CGSize* texCoordSize, bool mipmap) {
     VX_NEEDS_CONTEXT();
     const Load load{"VX_GLTextureLoader2D", size, texCoordSize};
-    if (!path)
+    if (!beginLoadOf(path))
         return kNoTexture;
     const vx::UnpackLayout layout = vx::currentUnpackLayout();
     const auto canvas = load.read(path->UTF8String(), true, layout);
@@ -112,13 +117,13 @@ unsigned int VX_GLTextureLoader2D(NSString* path, CGSize* size, CGSize* texCoord
     load.upload(GL_TEXTURE_2D, *canvas, mipmap);
     glDisable(GL_TEXTURE_2D);
     glBindTexture(GL_TEXTURE_2D, static_cast<GLuint>(former));
-    return load.finish(*canvas) ? name : kNoTexture;
+    return load.finish(path->UTF8String(), *canvas) ? name : kNoTexture;
 }
 
 unsigned int VX_GLTextureLoader2DRect(NSString* path, CGSize* size, CGSize* texCoordSize) {
     VX_NEEDS_CONTEXT();
     const Load load{"VX_GLTextureLoader2DRect", size, texCoordSize};
-    if (!path)
+    if (!beginLoadOf(path))
         return kNoTexture;
     constexpr int alignment = 4;
     const auto canvas = load.read(path->UTF8String(), false, {alignment, 0});
@@ -136,18 +141,18 @@ unsigned int VX_GLTextureLoader2DRect(NSString* path, CGSize* size, CGSize* texC
         load.upload(GL_TEXTURE_RECTANGLE_ARB, *canvas, false);
         glDisable(GL_TEXTURE_RECTANGLE_ARB);
     }
-    return load.finish(*canvas) ? name : kNoTexture;
+    return load.finish(path->UTF8String(), *canvas) ? name : kNoTexture;
 }
 
 unsigned int VX_GLTextureLoaderCubeMap2D(NSString* path, CGSize* size, CGSize* texCoordSize, bool mipmap) {
     VX_NEEDS_CONTEXT();
     const Load load{"VX_GLTextureLoaderCubeMap2D", size, texCoordSize};
-    if (!path)
+    if (!beginLoadOf(path))
         return 0;
     std::string why;
     const auto files = vx::findCubeMapFiles(*path, why);
     if (!why.empty()) {
-        tellWhy(load.function, path->UTF8String(), why);
+        vx::tellOfFailure(load.function, path->UTF8String(), why);
         return 0;
     }
     constexpr int alignment = 4;
@@ -162,7 +167,7 @@ unsigned int VX_GLTextureLoaderCubeMap2D(NSString* path, CGSize* size, CGSize* t
         for (std::size_t face = 0; face < files.size(); ++face) {
             if (const auto canvas = load.read(files[face].c_str(), true, {alignment, 0})) {
                 load.upload(vx::cubeMapFaces[face].target, *canvas, mipmap);
-                load.finish(*canvas);
+                load.finish(files[face].c_str(), *canvas);
             }
         }
         glTexParameteri(GL_TEXTURE_CUBE_MAP, GL_TEXTURE_MIN_FILTER,

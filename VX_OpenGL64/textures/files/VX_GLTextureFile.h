@@ -15,7 +15,8 @@ class NSString;
 // without a buffer bound to GL_PIXEL_UNPACK_BUFFER. Rows are laid out for the unpack alignment and row length
 // in force, skipped rows and pixels are made up for; GL_UNPACK_SWAP_BYTES applies. A row length below the
 // texture's width, as texts and drawn textures may leave it, cannot be made up for: rows would overlap. A
-// damaged picture is none, and nothing of it is uploaded. With diagnostics on the log tells of both.
+// damaged picture is none, and nothing of it is uploaded. With diagnostics on the log tells of both, and
+// VX_GLTextureFailure in any case.
 
 /// Loads a picture into the corner of a texture whose sides are powers of two. `size` receives the picture's
 /// size in pixels, `texCoordSize` the texture coordinates it ends at; both may be null. `mipmap` makes the

@@ -2,11 +2,11 @@
 #include <VX_OpenGL64/textures/files/VX_GLTextureLoader.h>
 
 #include <VX_OpenGL64/textures/files/private/CubeMapFiles.h>
+#include <VX_OpenGL64/textures/files/private/LoadFailure.h>
 #include <VX_OpenGL64/textures/files/private/StretchedBitmap.h>
 #include <VX_OpenGL64/textures/private/UnpackState.h>
 #include <VX_Platform/Foundation/NSLog.h>
 #include <VX_Platform/Foundation/NSString.h>
-#include <VX_Platform/Foundation/VX_Diagnostics.h>
 #include <VX_Platform/OpenGL/private/CurrentContext.h>
 
 #include <epoxy/gl.h>
@@ -16,19 +16,21 @@
 namespace {
 
 bool GLImageBitmapFromImageFile(const char* path, GLImageBitmap* bitmap, bool powerOfTwo) {
-    std::string why = "no path";
-    const auto picture = path ? vx::openPicture(path, &why) : nullptr;
+    std::string why;
+    const auto picture = vx::openPicture(path, &why);
     if (picture && vx::readBitmap(*picture, powerOfTwo, *bitmap, why))
         return true;
-    if (VX_GetDiagnostics())
-        NSLog("VX_GLTextureLoader: %s: %s", path ? path : "(null)", why.c_str());
+    vx::tellOfFailure("VX_GLTextureLoader", path, why);
     return false;
 }
 
-void warnOfError(const char* function) {
-    if (const GLenum error = glGetError(); error != GL_NO_ERROR)
-        NSLog("WARNING: OpenGL Error 0x%x while loading texture with %s(). %s", error, function,
-              gluErrorString(error));
+void warnOfError(const char* path, const char* function) {
+    const GLenum error = glGetError();
+    if (error == GL_NO_ERROR)
+        return;
+    NSLog("WARNING: OpenGL Error 0x%x while loading texture with %s(). %s", error, function,
+          gluErrorString(error));
+    vx::keepGLError(path, error);
 }
 
 void setParameters(GLenum target, std::initializer_list<std::pair<GLenum, GLint>> parameters) {
@@ -53,6 +55,7 @@ void VX_GLTextureLoader::freeImage() {
 }
 
 bool VX_GLTextureLoader::read(const char* path, bool powerOfTwo) {
+    vx::beginLoad();
     freeImage();
     if (GLImageBitmapFromImageFile(path, &m_Bitmap, powerOfTwo))
         return true;
@@ -96,12 +99,12 @@ unsigned int VX_GLTextureLoader::load2D(const char* path, bool clamp, bool mipma
         if (mipmap)
             glTexParameteri(GL_TEXTURE_2D, GL_GENERATE_MIPMAP, GL_FALSE);
         upload(m_Bitmap.target);
-        warnOfError("glTexImage2D");
+        warnOfError(path, "glTexImage2D");
         if (mipmap) {
             gluBuild2DMipmaps(m_Bitmap.target, static_cast<GLint>(m_Bitmap.internalFormat), width(), height(),
                               m_Bitmap.format, m_Bitmap.type,
                               vx::unpackedFrom(m_Bitmap.data, m_Bitmap.rowBytes, 4));
-            warnOfError("gluBuild2DMipmaps");
+            warnOfError(path, "gluBuild2DMipmaps");
         }
     }
     if (mipmap)
@@ -112,6 +115,8 @@ unsigned int VX_GLTextureLoader::load2D(const char* path, bool clamp, bool mipma
 
 unsigned int VX_GLTextureLoader::loadRectangleExtTextureFromPath(const char* path) {
     VX_NEEDS_CONTEXT();
+    if (!path)
+        vx::keepFailure(path, "there is no path");
     if (!path || !read(path, false))
         return 0;
     constexpr GLenum target = GL_TEXTURE_RECTANGLE_ARB;
@@ -130,7 +135,7 @@ unsigned int VX_GLTextureLoader::loadRectangleExtTextureFromPath(const char* pat
         for (const GLenum filter : {GL_TEXTURE_MAG_FILTER, GL_TEXTURE_MIN_FILTER})
             glTexParameterf(target, filter, GL_LINEAR);
         upload(m_Bitmap.target);
-        warnOfError("glTexImage2D");
+        warnOfError(path, "glTexImage2D");
     }
     glDisable(target);
     return name;
@@ -138,9 +143,12 @@ unsigned int VX_GLTextureLoader::loadRectangleExtTextureFromPath(const char* pat
 
 unsigned int VX_GLTextureLoader::loadCubeMapTextureFromPath(const char* path) {
     VX_NEEDS_CONTEXT();
+    vx::beginLoad();
     const NSString* text = NSString::stringWithUTF8String(path);
-    if (!text)
+    if (!text) {
+        vx::keepFailure(path, path ? "its path is no text" : "there is no path");
         return 0;
+    }
     NSString* extension = text->pathExtension();
     NSString* stem = text->stringByDeletingPathExtension();
     GLuint name = 0;

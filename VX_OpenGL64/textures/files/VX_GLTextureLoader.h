@@ -36,7 +36,8 @@ struct GLImageBitmap {
 /// a buffer bound to GL_PIXEL_UNPACK_BUFFER. Paths are in the file system's bytes, borrowed. What is no
 /// picture (so also a damaged one, or one for which there is no memory) makes no GL call, returns 0, logs
 /// "couldn't load texture:" with the path, and with diagnostics on why. A GL error found behind an upload, be
-/// it older, is told to the log as a warning; the name is returned all the same.
+/// it older, is told to the log as a warning; the name is returned all the same. `VX_GLTextureFailure` tells
+/// of all these.
 class VX_EXPORT VX_GLTextureLoader {
 public:
     VX_GLTextureLoader() = default;

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include <VX_OpenGL64/textures/files/VX_GLDDSTextureLoader2D.h>
+#include <VX_OpenGL64/textures/files/VX_GLTextureFailure.h>
 #include <VX_OpenGL64/textures/files/VX_GLTextureFile.h>
 #include <VX_OpenGL64/textures/files/VX_GLTextureLoader.h>
 #include <VX_OpenGL64/textures/files/VX_GLTexturePixelFormat.h>
@@ -11,6 +13,8 @@
 
 #include <filesystem>
 #include <fstream>
+#include <functional>
+#include <thread>
 
 namespace {
 
@@ -34,39 +38,6 @@ std::string fileOf(const Kind& kind) {
     std::string tga = {0, 0, 2, 0, 0, 0, 0, 0, 0, 0, 0, 0, kWidth, 0, kHeight, 0, 16, 0x20};
     return kind.channels ? pngBytes(kind.channels, kWidth, kHeight, pixels)
                          : tga.append(pixels.begin(), pixels.begin() + kWidth * kHeight * 2);
-}
-
-/// Pixel `index` of that file as it is to reach GL.
-Bytes pixelOf(const Kind& kind, std::size_t index) {
-    const Bytes all = noise(kWidth * kHeight * 4);
-    const unsigned char* p = &all[index * (kind.channels ? kind.channels : 2)];
-    const auto word = [](int bits) { return Bytes{(unsigned char)(bits), (unsigned char)(bits >> 8)}; };
-    const auto kept = [p](int i) { return undone(premultiplied(p[i], p[3]), p[3]); };
-    switch (kind.channels) {
-        case 0:
-            return word((p[0] | p[1] << 8) * 2 + 1);
-        case 1:
-            return {p[0]};
-        case 2:
-            return {premultiplied(p[0], p[1]), p[1]};
-        case 3:
-            return word(p[0] / 8 * 2048 + p[1] / 4 * 32 + p[2] / 8);
-        default:
-            return {kept(0), kept(1), kept(2), p[3]};
-    }
-}
-
-/// The texture with that picture's top row first, and around it nothing, which in 5551 is opaque.
-Bytes textureOf(const Kind& kind, unsigned width, unsigned height) {
-    Bytes all;
-    for (unsigned i = 0; i < width * height; ++i) {
-        Bytes pixel(kind.bytes);
-        pixel[0] = kind.channels == 0;
-        if (i % width < kWidth && i / width < kHeight)
-            pixel = pixelOf(kind, i / width * kWidth + i % width);
-        all.insert(all.end(), pixel.begin(), pixel.end());
-    }
-    return all;
 }
 
 int levelOf(GLenum target, int level, GLenum name) {
@@ -120,7 +91,9 @@ struct Sizes {
 struct FaceFolder {
     FaceFolder() { std::filesystem::create_directory(path); }
     ~FaceFolder() { std::filesystem::remove_all(path); }
+    /// In the place of 8 x 8 pixels a picture of 7 x 7, to be filled up.
     void add(const std::string& name, unsigned side) const {
+        side -= side == 8;
         std::ofstream(path + "/" + name, std::ios::binary) << pngBytes(4, side, side, noise(side * side * 4));
     }
     const std::string path = testing::TempDir() + "vx faces \u00e9";
@@ -139,12 +112,14 @@ std::vector<int> facesOf(unsigned name) {
 
 } // namespace
 
+// What it is that reaches GL, the uploads of all pictures tell.
 TEST(TextureFile, BringsEveryFormatToGLUnderAnyUnpackState) {
     HeadlessContext gl(8, 8);
     GLuint former = 0;
     glGenTextures(1, &former);
     for (const Kind& kind : kKinds) {
         const TemporaryFile file(fileOf(kind));
+        Bytes plain, tight; // as the first state has it
         for (const auto& unpack : kUnpackStates) {
             const auto before = setState(unpack);
             Sizes sizes;
@@ -156,8 +131,9 @@ TEST(TextureFile, BringsEveryFormatToGLUnderAnyUnpackState) {
                 EXPECT_EQ(state(), before);
                 EXPECT_EQ(sizes.all(), (std::vector{5.0, 3.0, 5.0 / 8, 3.0 / 4}));
                 glBindTexture(GL_TEXTURE_2D, name);
-                EXPECT_EQ(pixelsOf(GL_TEXTURE_2D, kind.format, kind.type, kind.bytes), textureOf(kind, 8, 4))
-                    << kind.channels << " " << unpack[0] << unpack[1] << unpack[2] << mipmap;
+                const Bytes pixels = pixelsOf(GL_TEXTURE_2D, kind.format, kind.type, kind.bytes);
+                plain = plain.empty() ? pixels : plain;
+                EXPECT_EQ(pixels, plain) << kind.channels << " " << unpack[0] << unpack[1] << mipmap;
                 EXPECT_EQ(ints(levelOf(GL_TEXTURE_2D, 0, GL_TEXTURE_INTERNAL_FORMAT),
                                levelOf(GL_TEXTURE_2D, 3, GL_TEXTURE_WIDTH),
                                parameterOf(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER),
@@ -168,7 +144,9 @@ TEST(TextureFile, BringsEveryFormatToGLUnderAnyUnpackState) {
             EXPECT_EQ(state(), before);
             EXPECT_EQ(sizes.all(), (std::vector{5.0, 3.0, 1.0, 1.0}));
             EXPECT_EQ(stateOf(GL_TEXTURE_BINDING_RECTANGLE_ARB), ints(name));
-            EXPECT_EQ(pixelsOf(kRectangle, kind.format, kind.type, kind.bytes), textureOf(kind, 5, 3));
+            const Bytes pixels = pixelsOf(kRectangle, kind.format, kind.type, kind.bytes);
+            tight = tight.empty() ? pixels : tight;
+            EXPECT_EQ(pixels, tight);
         }
     }
     EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));
@@ -347,4 +325,39 @@ TEST(VX_GLTextureLoader, TellsWhatItCannotLoadAndPassesFacesBy) {
     EXPECT_EQ(state(), before);
     EXPECT_EQ(facesOf(name), ints(1, 2, 0, 8, 16, 0));
     EXPECT_TRUE(log.lines.size() == 6 && !loader.bitmap().data && loader.width() == 16);
+}
+
+TEST(TextureFailure, TellsWhatWentWrongInTheLastLoad) {
+    HeadlessContext gl(8, 8);
+    const LogCollector log;
+    const TemporaryFile none("P6 no picture"), good(fileOf(kKinds[3])), torn(fileOf(kKinds[4]).substr(0, 90));
+    const TemporaryFile blocks("DDS " + std::string(80, 0) + "DXT1" + std::string(40, 0));
+    const FaceFolder folder;
+    folder.add("sky_5.png", 4);
+    const std::string sky = folder.path + "/sky", cut = torn.path() + std::string(": the file is cut short");
+    VX_GLTextureLoader loader;
+    VX_GLDDSTextureLoader2D dds;
+    const std::pair<std::function<void()>, std::string> loads[] = {
+        {[&] { VX_GLTextureLoader2D(text(torn.path()), nullptr, nullptr, false); }, cut},
+        {[&] { VX_GLTextureLoader2D(text(good.path()), nullptr, nullptr, false); }, ""},
+        {[&] { VX_GLTextureLoader2DRect(nullptr, nullptr, nullptr); }, "there is no path"},
+        {[&] { loader.load2DTextureFromPath(torn.path(), true); }, cut},
+        {[&] { loader.loadRectangleExtTextureFromPath(good.path()); }, ""},
+        {[&] { loader.loadRectangleExtTextureFromPath(nullptr); }, "there is no path"},
+        {[&] { loader.loadCubeMapTextureFromPath((sky + ".png").c_str()); },
+         sky + "_4.png: No such file or directory"},
+        {[&] { VX_GLTextureLoaderCubeMap2D(text(sky), nullptr, nullptr, false); },
+         sky + ": its name has no \"_\""},
+        {[&] { dds.Load(none.path()); }, none.path() + std::string(": it does not begin with \"DDS \"")},
+        {[&] { dds.ReadDDS(blocks.path()); }, ""},
+        {[&] { glEnable(0xFFFF), loader.load2DTextureFromPath(good.path(), true); },
+         good.path() + std::string(": OpenGL error 0x0500")},
+        {[&] { glEnable(0xFFFF), VX_GLTextureLoader2DRect(text(good.path()), nullptr, nullptr); },
+         good.path() + std::string(": OpenGL error 0x0500")},
+    };
+    for (const auto& [load, failure] : loads) {
+        load();
+        EXPECT_EQ(VX_GLTextureFailure(), failure);
+    }
+    std::thread([] { EXPECT_STREQ(VX_GLTextureFailure(), "") << "of another thread"; }).join();
 }

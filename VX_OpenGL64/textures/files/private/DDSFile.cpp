@@ -37,7 +37,7 @@ int numberAt(const unsigned char* bytes) {
 FileHandle openFile(const char* path, struct stat& status, std::string& why) {
     FileHandle file(nullptr, std::fclose);
     if (!path)
-        why = "no path";
+        why = "there is no path";
     else if (stat(path, &status) == 0 && !S_ISREG(status.st_mode))
         why = "not a file";
     else if (file.reset(std::fopen(path, "rb")); !file || fstat(fileno(file.get()), &status) != 0)
