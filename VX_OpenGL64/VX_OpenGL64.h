@@ -36,6 +36,7 @@
 #include <VX_OpenGL64/shaders/VX_GeometryShader.h>
 #include <VX_OpenGL64/shaders/VX_Program.h>
 #include <VX_OpenGL64/shaders/VX_VertexShader.h>
+#include <VX_OpenGL64/targets/VX_GLMultiSampleRenderTarget.h>
 #include <VX_OpenGL64/targets/VX_GLPictureFile.h>
 #include <VX_OpenGL64/targets/VX_GLPixelBufferObject.h>
 #include <VX_OpenGL64/targets/VX_GLRenderTarget.h>

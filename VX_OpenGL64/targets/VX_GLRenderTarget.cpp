@@ -42,6 +42,7 @@ void VX_GLRenderTarget::FreeTextures() {
         if (!m_DepthIsTexture || !glIsRenderbufferEXT(m_DepthBuffer))
             glDeleteRenderbuffersEXT(1, &m_DepthBuffer);
         m_DepthBuffer = 0;
+        m_DepthIsTexture = false;
     }
     if (m_FrameBuffer) {
         glDeleteFramebuffersEXT(1, &m_FrameBuffer);
