@@ -56,8 +56,8 @@ public:
     /// leave `m_RenderTarget` null, and then must not call what forwards to it.
     virtual bool NeedFrameBuffer();
     /// Number of colour textures, at attachments 0, 1, 2 and so on; 1 here. 0 with a
-    /// `VX_GLMultiSampleRenderTarget`, which has made its attachments by then: a plain texture in the place of
-    /// one leaves the framebuffer incomplete.
+    /// `VX_GLMultiSampleRenderTarget`, which has made its attachments by then: a plain texture in the place
+    /// of one leaves the framebuffer incomplete.
     virtual int GetMinRTCount();
     /// Whether the next texture is a 2D texture and not a rectangle texture; asked for each, false here.
     virtual bool IsRT2D();

@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include <VX_System/VX_SystemSimpleLex.h>
 #include <VX_System/private/LexCursor.h>
+#include <tests/support/CommaLocale.h>
 #include <tests/support/TemporaryFile.h>
 
 #include <gtest/gtest.h>
 
 #include <bit>
-#include <clocale>
 #include <cmath>
 #include <cstdlib>
-#include <filesystem>
 #include <random>
 #include <string>
 #include <string_view>
@@ -165,16 +164,8 @@ TEST(VX_SystemSimpleLex, BlocksLeaveNoTraceInTheText) {
 TEST(VX_SystemSimpleLex, NumbersAreThoseOfTheCLocaleInAnyLocale) {
     const std::vector<Number> known = numbers();
     expectNumbersOfTheCLocale(known);
-
-    const std::string folder = "/tmp/vx_locale_" + std::to_string(getpid());
-    const std::string command = "mkdir " + folder + " && localedef -i de_DE -f UTF-8 " + folder + "/de_DE";
-    ASSERT_EQ(std::system(command.c_str()), 0) << "localedef makes the locale with the comma";
-    setenv("LOCPATH", folder.c_str(), 1);
-    ASSERT_NE(std::setlocale(LC_ALL, "de_DE"), nullptr);
-    EXPECT_EQ(std::atof("1,5"), 1.5);
+    const vx::test::CommaLocale locale;
     expectNumbersOfTheCLocale(known);
-    std::setlocale(LC_ALL, "C");
-    std::filesystem::remove_all(folder);
 }
 
 TEST(VX_SystemSimpleLex, FilesThatAreNone) {

@@ -13,6 +13,8 @@ vx::GLCapabilities vx::readGLCapabilities() {
     found.clientStorage = epoxy_has_gl_extension("GL_APPLE_client_storage");
     found.textureRange = epoxy_has_gl_extension("GL_APPLE_texture_range");
     found.bindTextures = epoxy_gl_version() >= 44;
+    found.framebufferMultisample = epoxy_has_gl_extension("GL_EXT_framebuffer_multisample") ||
+                                   epoxy_has_gl_extension("GL_ARB_framebuffer_object");
     return found;
 }
 
