@@ -12,25 +12,18 @@
 namespace vx::test {
 
 /// While it lives, the process has a locale whose numbers have a comma.
-class CommaLocale {
-public:
+struct CommaLocale {
     CommaLocale() {
-        const std::string command =
-            "mkdir " + m_Folder + " && localedef -i de_DE -f UTF-8 " + m_Folder + "/de_DE";
+        const auto command = "mkdir " + folder + " && localedef -i de_DE -f UTF-8 " + folder + "/de_DE";
         EXPECT_EQ(std::system(command.c_str()), 0) << "localedef makes the locale";
-        setenv("LOCPATH", m_Folder.c_str(), 1);
-        EXPECT_NE(std::setlocale(LC_ALL, "de_DE"), nullptr);
-        EXPECT_EQ(std::atof("1,5"), 1.5);
+        setenv("LOCPATH", folder.c_str(), 1);
+        EXPECT_TRUE(std::setlocale(LC_ALL, "de_DE") && std::atof("1,5") == 1.5);
     }
     ~CommaLocale() {
         std::setlocale(LC_ALL, "C");
-        std::filesystem::remove_all(m_Folder);
+        std::filesystem::remove_all(folder);
     }
-    CommaLocale(const CommaLocale&) = delete;
-    CommaLocale& operator=(const CommaLocale&) = delete;
-
-private:
-    const std::string m_Folder = "/tmp/vx_locale_" + std::to_string(getpid());
+    const std::string folder = "/tmp/vx_locale_" + std::to_string(getpid());
 };
 
 } // namespace vx::test

@@ -9,7 +9,6 @@
 #include <VX_OpenGL64/targets/VX_GLVBOIndex.h>
 #include <VX_OpenGL64/targets/VX_GLVBOVertex.h>
 #include <tests/support/GLTest.h>
-#include <tests/targets/Attachments.h>
 
 using Target = VX_GLRenderTarget;
 
@@ -28,6 +27,29 @@ const struct Kind {
                &Target::DrawFullScreen, "Can't allocate TextureBuffer: AddTextureBuffer"},
               {GL_TEXTURE_2D, GL_TEXTURE_BINDING_2D, &Target::AddTexture2DBuffer, &Target::DrawFullScreen2D,
                "Can't allocate AddTexture2DBuffer"}};
+
+/// Type and name of what is attached.
+std::vector<int> attached(const Target& target, GLenum attachment) {
+    EXPECT_EQ(stateOf(GL_FRAMEBUFFER_BINDING_EXT), ints(0));
+    std::vector<int> found(2);
+    glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, target.m_FrameBuffer);
+    for (const int i : {0, 1})
+        glGetFramebufferAttachmentParameterivEXT(
+            GL_FRAMEBUFFER_EXT, attachment, GL_FRAMEBUFFER_ATTACHMENT_OBJECT_TYPE_EXT + GLenum(i), &found[i]);
+    glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, 0);
+    return found;
+}
+
+/// Wrapping, filters, mode of depth, size and format of the texture that is bound.
+std::vector<int> boundTexture(GLenum target) {
+    std::vector<int> values;
+    for (const GLenum name : {GL_TEXTURE_WRAP_S, GL_TEXTURE_WRAP_T, GL_TEXTURE_MIN_FILTER,
+                              GL_TEXTURE_MAG_FILTER, GL_DEPTH_TEXTURE_MODE})
+        glGetTexParameteriv(target, name, &values.emplace_back());
+    for (const GLenum name : {GL_TEXTURE_WIDTH, GL_TEXTURE_HEIGHT, GL_TEXTURE_INTERNAL_FORMAT})
+        glGetTexLevelParameteriv(target, 0, name, &values.emplace_back());
+    return values;
+}
 
 struct CountingTarget : Target {
     void FreeTextures() override {
@@ -96,15 +118,14 @@ TEST(VX_GLRenderTarget, MakesItsDepthAttachmentOrNone) {
     Target target;
     target.SetResolution(20, 10);
     target.CreateFrameBuffer();
-    EXPECT_EQ(attached(target.m_FrameBuffer, GL_DEPTH_ATTACHMENT_EXT),
-              ints(GL_RENDERBUFFER_EXT, target.m_DepthBuffer));
+    EXPECT_EQ(attached(target, GL_DEPTH_ATTACHMENT_EXT), ints(GL_RENDERBUFFER_EXT, target.m_DepthBuffer));
     int width = 0;
     glGetRenderbufferParameterivEXT(GL_RENDERBUFFER_EXT, GL_RENDERBUFFER_WIDTH_EXT, &width);
     EXPECT_EQ(width, 20) << "it stays bound";
 
     target.CreateFrameBufferDepthTexture2D();
     const unsigned depth = target.m_DepthBuffer;
-    EXPECT_EQ(attached(target.m_FrameBuffer, GL_DEPTH_ATTACHMENT_EXT), ints(GL_TEXTURE, depth));
+    EXPECT_EQ(attached(target, GL_DEPTH_ATTACHMENT_EXT), ints(GL_TEXTURE, depth));
     EXPECT_EQ(boundTexture(GL_TEXTURE_2D),
               ints(GL_CLAMP, GL_CLAMP, GL_NEAREST, GL_NEAREST, GL_INTENSITY, 20, 10, GL_DEPTH_COMPONENT24));
     glBindRenderbufferEXT(GL_RENDERBUFFER_EXT, depth); // another target's, of the same name
@@ -118,7 +139,7 @@ TEST(VX_GLRenderTarget, MakesItsDepthAttachmentOrNone) {
         EXPECT_NE((target.*create)(), unsigned(GL_FRAMEBUFFER_COMPLETE_EXT));
         target.m_UseDepth = false;
         EXPECT_EQ((target.*create)(), unsigned(GL_FRAMEBUFFER_COMPLETE_EXT)) << "without asking";
-        EXPECT_EQ(attached(target.m_FrameBuffer, GL_DEPTH_ATTACHMENT_EXT)[0], GL_NONE);
+        EXPECT_EQ(attached(target, GL_DEPTH_ATTACHMENT_EXT)[0], GL_NONE);
     }
 }
 
@@ -144,13 +165,13 @@ TEST(VX_GLRenderTarget, AddsTexturesAtTheNextAttachment) {
         }
         target.CreateFrameBuffer();
         const unsigned first = add(-1, -1), second = add(-1, -1);
-        EXPECT_EQ(attached(target.m_FrameBuffer, kColor + 1), ints(GL_TEXTURE, second));
+        EXPECT_EQ(attached(target, kColor + 1), ints(GL_TEXTURE, second));
         EXPECT_EQ(add(0, 10), 0u);
         EXPECT_EQ(log.lines.back(), kind.failure);
         EXPECT_EQ(stateOf(kind.binding), ints(0)) << "the refused texture is deleted";
         EXPECT_EQ(target.m_Textures, (std::vector<unsigned>{first, second, 0}));
         add(-1, -1); // may be refused too, as the driver likes, but its place counts
-        EXPECT_EQ(attached(target.m_FrameBuffer, kColor + 3)[0], GL_TEXTURE);
+        EXPECT_EQ(attached(target, kColor + 3)[0], GL_TEXTURE);
     }
 }
 
