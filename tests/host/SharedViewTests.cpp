@@ -4,6 +4,8 @@
 #include <tests/support/Pixels.h>
 #include <tests/support/ScriptedPipeline.h>
 
+#include <latch>
+
 using namespace vx::test;
 using SharedViewTest = HeadlessTest;
 
@@ -135,13 +137,32 @@ TEST_F(SharedViewTest, KeepsPropertiesOwnerAndContextAsItsLifeHasThem) {
 
     // The child's context stays current here, so another thread does not get it.
     drewWith = nullptr;
+    const auto begin = std::chrono::steady_clock::now();
     std::thread([&] { EXPECT_EQ(stage.frame(), "callBack render afterFlush"); }).join();
     EXPECT_EQ(drewWith, nullptr) << "costs the child its frame, and the main view none";
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(1)) << "nor any time";
     NSOpenGLContext::clearCurrentContext();
+
+    std::latch locked(1);
+    std::atomic<bool> frameEnds{false};
+    std::thread frame([&] {
+        stage.view->RenderThreadLock();
+        locked.count_down();
+        std::this_thread::sleep_for(std::chrono::milliseconds(30));
+        frameEnds = true;
+        stage.view->RenderThreadUnLock();
+    });
+    locked.wait();
+    child->prepareOpenGL();
+    EXPECT_TRUE(frameEnds);
+    frame.join();
+
+    child->initialization(nullptr);
+    stage.frame();
+    EXPECT_EQ(drewWith, nullptr) << "a child that got no context is not drawn over the main view";
 
     stage.view->removeAllChildSharedViews();
     stage.windows[0]->close();
-    child->initialization(nullptr);
     child = nullptr; // ends without an owner
 }
 
