@@ -107,7 +107,7 @@ TEST(Window, ChildrenInThisWindowAndInOthersDrawAllFramesAtTheMainViewsRate) {
     const std::vector<std::uint64_t> after = counts();
     for (std::size_t i = 0; i < after.size(); ++i)
         EXPECT_EQ(after[i] - before[i], after[0] - before[0]) << "view " << i;
-    EXPECT_NEAR(double(after[0] - before[0]), 60.0, 5.0);
+    EXPECT_GT(after[0] - before[0], 30u);
     const unsigned long window = stage.window->nativeWindow().handle;
     EXPECT_EQ(shownPixel(window, 5, 5), 0x00FF00u);
     EXPECT_EQ(shownPixel(window, 50, 60), 0x0000FFu);

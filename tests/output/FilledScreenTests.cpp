@@ -78,6 +78,10 @@ TEST_F(FilledScreen, TakesAViewInAndGivesItBackToItsWindowAsOftenAsWanted) {
     const std::string moved = "notify stop detach detach attach start ";
     stage.view->setFrame(CGRectMake(3, 5, 50, 40));
     const int views = stage.view->retainCount(), pipelines = stage.pipeline->retainCount();
+    bool current = true;
+    stage.pipeline->onStop = [&] {
+        current &= stage.view->existingOpenGLContext() && stage.view->existingOpenGLContext()->isCurrent();
+    };
     for (int i = 0; i < 5; ++i) {
         EXPECT_EQ(attach(), moved);
         EXPECT_TRUE(has(stage.view->frame(), 0, 0, 320, 200) && window->contentView() == stage.view.get());
@@ -89,6 +93,7 @@ TEST_F(FilledScreen, TakesAViewInAndGivesItBackToItsWindowAsOftenAsWanted) {
         EXPECT_EQ(window->MainGLView(), stage.view.get()) << "it still knows the view";
         EXPECT_TRUE(!window->isVisible() && drawsOn(50));
     }
+    EXPECT_TRUE(current) << "the pipeline could not delete its objects";
     stage.step(); // posts what holds the view
     EXPECT_EQ(stage.view->retainCount(), views);
     EXPECT_EQ(stage.pipeline->retainCount(), pipelines);
