@@ -13,26 +13,31 @@ bool isWordStart(char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
 }
 
+bool isLineEnd(char c) {
+    return c == '\n' || c == '\r';
+}
+
 } // namespace
 
 /// A pair of different line end characters is one line end.
 bool vx::GLSLTokens::skipLineEnd() {
-    if (!at("\n") && !at("\r"))
+    const char first = ahead();
+    if (!isLineEnd(first))
         return false;
-    m_Place += at("\r\n") || at("\n\r") ? 2 : 1;
+    m_Place += isLineEnd(ahead(1)) && ahead(1) != first ? 2 : 1;
     ++m_Line;
     return true;
 }
 
 bool vx::GLSLTokens::skipContinuation() {
-    if (!at("\\\n") && !at("\\\r"))
+    if (ahead() != '\\' || !isLineEnd(ahead(1)))
         return false;
     ++m_Place;
     return skipLineEnd();
 }
 
 void vx::GLSLTokens::skipLineComment() {
-    while (m_Place < m_Text.size() && !at("\n") && !at("\r")) {
+    while (m_Place < m_Text.size() && !isLineEnd(ahead())) {
         if (!skipContinuation())
             ++m_Place;
     }
@@ -40,21 +45,22 @@ void vx::GLSLTokens::skipLineComment() {
 
 void vx::GLSLTokens::skipBlockComment() {
     m_Place += 2;
-    while (m_Place < m_Text.size() && !at("*/")) {
+    while (m_Place < m_Text.size() && !atBlockEnd()) {
         if (!skipLineEnd())
             ++m_Place;
     }
-    m_Place += at("*/") ? 2 : 0;
+    m_Place += atBlockEnd() ? 2 : 0;
 }
 
 void vx::GLSLTokens::skipBlanks() {
     for (;;) {
-        if (at("//"))
-            skipLineComment();
-        else if (at("/*"))
-            skipBlockComment();
-        else if (at(" ") || at("\t") || at("\v") || at("\f"))
+        const char c = ahead();
+        if (c == ' ' || c == '\t' || c == '\v' || c == '\f')
             ++m_Place;
+        else if (c == '/' && ahead(1) == '/')
+            skipLineComment();
+        else if (c == '/' && ahead(1) == '*')
+            skipBlockComment();
         else if (!skipContinuation())
             return;
     }

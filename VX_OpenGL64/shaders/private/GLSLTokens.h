@@ -34,7 +34,11 @@ private:
     bool skipContinuation();
     void skipLineComment();
     void skipBlockComment();
-    bool at(std::string_view what) const { return m_Text.substr(m_Place, what.size()) == what; }
+    /// The character that many places ahead, 0 behind the end.
+    char ahead(std::size_t count = 0) const {
+        return count < m_Text.size() - m_Place ? m_Text[m_Place + count] : '\0';
+    }
+    bool atBlockEnd() const { return ahead() == '*' && ahead(1) == '/'; }
     GLSLToken taken(GLSLToken::Kind kind, std::size_t begin, int line);
 
     std::string_view m_Text;
