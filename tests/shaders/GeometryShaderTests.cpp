@@ -20,6 +20,7 @@ constexpr int Side = 16;
 /// Gives every input of the dialect a value of its own.
 const char* const kAllOutputs = R"(#version 120
 varying vec4 tint;
+varying vec2 size;
 void main() {
     gl_Position = gl_ClipVertex = gl_Vertex;
     tint = gl_FrontColor = gl_Color;
@@ -29,6 +30,7 @@ void main() {
     gl_FogFragCoord = gl_Vertex.x;
     gl_PointSize = gl_Vertex.y;
     gl_TexCoord[0] = gl_Color;
+    size = vec2(4);
     gl_TexCoord[1] = gl_Color.brga;
     gl_TexCoord[2] = gl_BackColor;
 })";
@@ -165,7 +167,6 @@ TEST(VX_GeometryShader, DrawsTextsOfBothKindsAsWorkedOutByHand) {
         Stages stages(read(file.path()));
         ASSERT_TRUE(stages.link(scene.inputType, scene.outputType, scene.verticesOut));
         stages.program.activeProgram();
-        stages.program.set1f("size", 2);
         stages.program.set1i("one", 1);
         scene.draw();
         EXPECT_EQ(shownPicture(), scene.picture);
