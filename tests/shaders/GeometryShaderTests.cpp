@@ -168,6 +168,7 @@ TEST(VX_GeometryShader, DrawsTextsOfBothKindsAsWorkedOutByHand) {
         ASSERT_TRUE(stages.link(scene.inputType, scene.outputType, scene.verticesOut));
         stages.program.activeProgram();
         stages.program.set1i("one", 1);
+        stages.program.set1i("two", 2);
         scene.draw();
         EXPECT_EQ(shownPicture(), scene.picture);
         EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));
@@ -212,8 +213,17 @@ TEST(VX_GeometryShader, HasAShaderForEachSetOfParameters) {
     triangles.reset();
     EXPECT_TRUE(glIsShader(ofTriangles)) << "for the next program";
     const GLuint own = shader->shader();
-    shader.reset();
+    shader->freeShader();
     EXPECT_FALSE(glIsShader(ofTriangles) || glIsShader(own));
+    VX_Program last;
+    last.attachShader(&stages.vertex, nullptr, true);
+    last.attachGeometryShader(shader.get(), GL_TRIANGLES, GL_POINTS, 3);
+    EXPECT_EQ(glGetError(), GLenum(GL_INVALID_VALUE)) << "there is no shader to attach";
+    EXPECT_TRUE(shader->loadAndCompile(kDialect.c_str()));
+    const GLuint former = linked(last, GL_TRIANGLES, GL_POINTS, 3);
+    EXPECT_TRUE(shader->loadAndCompile(kDialect.c_str()));
+    EXPECT_NE(linked(last, GL_TRIANGLES, GL_POINTS, 3), former) << "made of another text";
+    shader.reset();
     EXPECT_TRUE(glIsShader(ofPoints)) << "its program lives";
     EXPECT_EQ(pixelsSetBy(points), 3);
     points.freeProgram();
@@ -246,7 +256,7 @@ TEST(VX_GeometryShader, TellsWhatDependsOnTheParametersWithTheLink) {
         SCOPED_TRACE(&row - rows);
         LogCollector log;
         Stages stages(row.text);
-        EXPECT_TRUE(stages.compiled);
+        EXPECT_TRUE(stages.compiled && stages.geometry.failure().empty());
         const bool isGood = !*row.failure;
         EXPECT_EQ(stages.link(row.inputType, row.outputType, row.verticesOut), isGood);
         EXPECT_EQ(stages.program.m_Program != 0, isGood);

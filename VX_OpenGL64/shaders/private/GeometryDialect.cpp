@@ -110,9 +110,10 @@ private:
     void readDirective(const GLSLToken& hash);
     void readVersion(const GLSLToken& hash);
     void readExtension(const GLSLToken& hash);
+    void endDirective(const GLSLToken& end);
     void endStatement(std::size_t next);
     GLSLToken readLine(std::string& line, std::vector<GLSLToken>& words);
-    GLSLToken skipLine();
+    void skipLine();
     void blankLine(const GLSLToken& hash, const GLSLToken& end);
     std::size_t placeOf(const GLSLToken& token) const {
         return std::size_t(token.text.data() - m_Reading.text.data());
@@ -139,10 +140,17 @@ Reading TextReader::read() {
             readDirective(token);
         else if (token.kind != GLSLToken::LineEnd)
             readToken(token);
-        else if (std::exchange(m_IsDirective, false))
-            endStatement(placeOf(token));
+        else if (m_IsDirective)
+            endDirective(token);
     }
     return std::move(m_Reading);
+}
+
+void TextReader::endDirective(const GLSLToken& end) {
+    if (m_Former.is("varying")) // "#define VARYING varying", with "in" or "out" behind its name elsewhere
+        edit(Edit::Blank, m_Former);
+    endStatement(placeOf(end));
+    m_IsDirective = false;
 }
 
 void TextReader::readToken(const GLSLToken& token) {
@@ -218,13 +226,12 @@ GLSLToken TextReader::readLine(std::string& line, std::vector<GLSLToken>& words)
     return token;
 }
 
-GLSLToken TextReader::skipLine() {
+void TextReader::skipLine() {
     std::string line;
     std::vector<GLSLToken> words;
-    const GLSLToken end = readLine(line, words);
+    readLine(line, words);
     const auto isLayout = [](const GLSLToken& word) { return word.is("layout"); };
     m_Reading.hasLayout = m_Reading.hasLayout || std::any_of(words.begin(), words.end(), isLayout);
-    return end;
 }
 
 void TextReader::blankLine(const GLSLToken& hash, const GLSLToken& end) {
@@ -404,15 +411,15 @@ std::vector<std::string> vx::geometryShaderDrafts(std::string_view text) {
         drafts.emplace_back(text);
     if (reading.hasLayout)
         return drafts;
-    // More vertices than any input has: an index behind its end is for the link to find. Arrays of the text
-    // may have the size of one input.
+    // More vertices than any input has: an index behind its end is for the link to find. The others are for
+    // arrays that the text gives the size of one input, or no size.
     constexpr int Any = 32;
     if (isDialect(reading))
         drafts.push_back(adapted(reading, Any, nullptr));
     for (const int type : {GL_TRIANGLES, GL_TRIANGLES_ADJACENCY, GL_LINES_ADJACENCY, GL_LINES, GL_POINTS}) {
         const GeometryLayout layout{type, GL_TRIANGLE_STRIP, 1};
         const int vertices = findPrimitive(Inputs, type)->vertices;
-        drafts.push_back(adapted(reading, vertices, isDialect(reading) ? nullptr : &layout));
+        drafts.push_back(adapted(reading, vertices, &layout));
     }
     return drafts;
 }

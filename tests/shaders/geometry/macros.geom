@@ -5,10 +5,13 @@
 #define COLOR(i) gl_FrontColorIn[i]
 #define AT(array, i) array[i]
 #define INPUT varying in
+#define VARYING varying
 #define LAST \
     (gl_VerticesIn - 1)
 
 INPUT vec4 tint[];
+VARYING out vec4 nobodyReadsThis;
+uniform int two;
 
 vec4 middle(vec4 points[gl_VerticesIn]) {
     return (points[0] + points[LAST]) / 2.0;
@@ -31,6 +34,6 @@ void main() {
     emit(middle(P), COLOR(LAST));
     emit(middle(P) + up, COLOR(1));
     emit(AT(P, LAST), COLOR(1));
-    emit(AT(gl_PositionIn, 1) + up, AT(gl_FrontColorIn, 1));
+    emit(AT(gl_PositionIn, 1) + up, AT(tint, two - 1));
     EndPrimitive();
 }
