@@ -21,6 +21,11 @@ void printFailure(const char* line) {
     std::fflush(stdout);
 }
 
+/// The GLSL that a text in the dialect becomes.
+int versionOf(const vx::GLCapabilities& driver) {
+    return driver.glsl330 ? 330 : 150;
+}
+
 /// The first of the texts that compiles; 0 where none does, with what the driver has the least against in
 /// `failure`.
 GLuint compileAny(const std::vector<std::string>& texts, std::string& failure) {
@@ -53,8 +58,8 @@ bool VX_GeometryShader::loadAndCompile(const char* source) {
     const bool isAdapted = !driver.geometryShader4 && !vx::hasOwnLayout(source);
     m_Failure = vx::NoGeometryShaders;
     m_Shader = !driver.geometryShaders ? 0
-               : isAdapted             ? compileAny(vx::geometryShaderDrafts(source), m_Failure)
-                                       : compileAny({source}, m_Failure);
+               : isAdapted ? compileAny(vx::geometryShaderDrafts(source, versionOf(driver)), m_Failure)
+                           : compileAny({source}, m_Failure);
     if (m_Shader && isAdapted)
         m_Source = source;
     if (!m_Shader)
@@ -84,7 +89,8 @@ unsigned int VX_GeometryShader::shaderFor(const std::array<int, 3>& parameters, 
     failure = vx::layoutFault(layout);
     if (!failure.empty())
         return 0;
-    const std::string text = vx::adaptGeometryShader(m_Source, layout);
+    const std::string text =
+        vx::adaptGeometryShader(m_Source, layout, versionOf(vx::currentGLCapabilities()));
     const GLuint shader = vx::compileText(GL_GEOMETRY_SHADER_EXT, text.c_str(), failure);
     if (shader)
         m_Variants.emplace(parameters, shader);

@@ -17,11 +17,12 @@
 ///   stands; the parameters of `attachGeometryShader` are not looked at.
 /// - One of `#version 150` or higher without that word gets the parameters as its layout.
 /// - Any other one is in the dialect of the extension (`gl_PositionIn`, `gl_VerticesIn`, `varying in` and so
-///   on) and is compiled as GLSL 1.50 of the compatibility profile, with the parameters as its layout. It
-///   links with vertex and fragment shaders of GLSL 1.10 and 1.20. The driver's words name the lines of the
-///   text as it was given; `gl_PositionIn` is called `vx_PositionIn` in them, and so are the other words. A
-///   variable whose name became a word of the language since (`smooth`, `common`, `active`, `filter`) does
-///   not compile. Texture coordinates are those of sets 0 to 7, or 0 to 3 without GL_ARB_arrays_of_arrays.
+///   on) and is compiled as GLSL 3.30 of the compatibility profile, 1.50 below OpenGL 3.3, with the
+///   parameters as its layout. It links with vertex and fragment shaders of GLSL 1.10 and 1.20. The driver's
+///   words name the lines of the text as it was given; `gl_PositionIn` is called `vx_PositionIn` in them, and
+///   so are the other words. A variable whose name became a word of the language since (`smooth`, `common`,
+///   `active`, `filter`) does not compile. Texture coordinates are those of sets 0 to 7, or 0 to 3 without
+///   GL_ARB_arrays_of_arrays.
 ///
 /// In the last two cases there is a further GL shader for each set of parameters that the shader is attached
 /// with, made with the first program that uses them. They end with this object, in GL when the last program

@@ -16,10 +16,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string text(reinterpret_cast<const char*>(data), size);
     const bool isOwn = vx::hasOwnLayout(text);
     const vx::GeometryLayout layout{size % 2 ? GL_POINTS : GL_TRIANGLES_ADJACENCY, GL_LINE_STRIP, 7};
-    const std::string adapted = vx::adaptGeometryShader(text, layout);
+    const std::string adapted = vx::adaptGeometryShader(text, layout, size % 3 ? 330 : 150);
     expect((adapted == text) == isOwn && vx::hasOwnLayout(adapted));
     expect(lineEnds(adapted).ends_with(lineEnds(text)));
-    for (const std::string& draft : vx::geometryShaderDrafts(text))
+    for (const std::string& draft : vx::geometryShaderDrafts(text, 150))
         expect(!isOwn ? lineEnds(draft).ends_with(lineEnds(text)) : draft == text);
     return 0;
 }

@@ -99,9 +99,9 @@ TEST(GeometryDialect, BecomesWhatIsWrittenBesideIt) {
         const std::size_t head = cases.find('\n') + 1, arrow = cases.find("\n=>\n");
         const std::string text = cases.substr(head, arrow + 1 - head),
                           expected = replaced(cases.substr(arrow + 4, end - arrow - 4), "@\n", common),
-                          result = vx::adaptGeometryShader(text, kTriangles);
+                          result = vx::adaptGeometryShader(text, kTriangles, 150);
         EXPECT_EQ(result, expected) << cases.substr(0, head);
-        EXPECT_EQ(vx::adaptGeometryShader(result, kTriangles), result) << "now it has a layout";
+        EXPECT_EQ(vx::adaptGeometryShader(result, kTriangles, 150), result) << "now it has a layout";
         common = common.empty() ? expected.substr(expected.find('\n') + 1) : common;
         common.resize(std::min(common.size(), common.find("#line")));
     }
@@ -111,27 +111,30 @@ TEST(GeometryDialect, BecomesWhatIsWrittenBesideIt) {
 TEST(VX_GeometryShader, DrawsTextsOfBothKindsAsWorkedOutByHand) {
     int count = 0;
     for (const auto& file : std::filesystem::directory_iterator(VX_GEOMETRY_SHADERS)) {
-        if (file.path().extension() != ".geom")
-            continue;
-        ++count;
-        SCOPED_TRACE(file.path());
-        HeadlessContext gl(Side, Side);
-        glMatrixMode(GL_PROJECTION);
-        const std::string scene = read(std::filesystem::path(file.path()).replace_extension(".txt"));
-        int parameters[4] = {};
-        std::istringstream words(scene);
-        for (int& each : parameters)
-            words >> each;
-        Stages stages(read(file.path()));
-        ASSERT_TRUE(stages.link(parameters[1], parameters[2], parameters[3]));
-        stages.program.activeProgram();
-        stages.program.set1i("one", 1);
-        stages.program.set1i("two", 2);
-        draw(scene);
-        EXPECT_EQ(shownPicture(), scene.substr(scene.find("\n\n") + 2));
-        EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));
+        for (const bool isNew : {false, true}) {
+            if (file.path().extension() != ".geom")
+                continue;
+            ++count;
+            SCOPED_TRACE(file.path());
+            HeadlessContext gl(Side, Side);
+            vx::currentGLCapabilities().glsl330 = isNew;
+            glMatrixMode(GL_PROJECTION);
+            const std::string scene = read(std::filesystem::path(file.path()).replace_extension(".txt"));
+            int parameters[4] = {};
+            std::istringstream words(scene);
+            for (int& each : parameters)
+                words >> each;
+            Stages stages(read(file.path()));
+            ASSERT_TRUE(stages.link(parameters[1], parameters[2], parameters[3]));
+            stages.program.activeProgram();
+            stages.program.set1i("one", 1);
+            stages.program.set1i("two", 2);
+            draw(scene);
+            EXPECT_EQ(shownPicture(), scene.substr(scene.find("\n\n") + 2));
+            EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));
+        }
     }
-    EXPECT_EQ(count, 13);
+    EXPECT_EQ(count, 2 * 13);
 }
 
 TEST(VX_GeometryShader, HasAShaderForEachSetOfParameters) {
@@ -210,11 +213,13 @@ TEST(VX_GeometryShader, TellsWhatDependsOnTheParametersWithTheLink) {
         EXPECT_EQ(log.count("Link error: " + row.failure), isGood ? 0 : 1);
         EXPECT_TRUE(stages.link(GL_TRIANGLES, GL_POINTS, 3) || &row == rows) << "the next one is heard";
     }
-    testing::internal::CaptureStdout();
-    Stages broken(head + sized + "\r\nvoid main() { nonsense; }");
-    const std::string said = testing::internal::GetCapturedStdout();
-    EXPECT_TRUE(said.starts_with("VX_GeometryShader::loadAndCompile Failed: 0:5(")) << said;
-    EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 2) << "one fault: " << said;
+    for (const char* fault : {"void main() { nonsense; }", "#nonsense"}) {
+        testing::internal::CaptureStdout();
+        Stages broken(head + sized + "\r\n" + fault + "\r\n");
+        const std::string said = testing::internal::GetCapturedStdout();
+        EXPECT_TRUE(said.starts_with("VX_GeometryShader::loadAndCompile Failed: 0:5(")) << said;
+        EXPECT_LE(std::count(said.begin(), said.end(), '\n'), 3) << "one fault: " << said;
+    }
     EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));
 }
 

@@ -345,9 +345,9 @@ std::string declarations(const Reading& reading, int vertices, bool isFilled) {
     return reading.inputs.count(TexCoordInput) ? text + texCoordDeclaration(vertices, isFilled) : text;
 }
 
-std::string lineDirective(const Reading& reading, int line) {
+std::string lineDirective(int version, int line) {
     // Before 3.30 it says the number of the line that it stands on.
-    return "#line " + std::to_string(reading.version < 330 ? line - 1 : line) + "\n";
+    return "#line " + std::to_string(version < 330 ? line - 1 : line) + "\n";
 }
 
 bool isDialect(const Reading& reading) {
@@ -355,10 +355,12 @@ bool isDialect(const Reading& reading) {
 }
 
 /// What stands ahead of the host's lines. Without a layout it is a draft's.
-std::string prologue(const Reading& reading, int vertices, const GeometryLayout* layout) {
-    std::string text = (isDialect(reading) ? "#version 150 compatibility" : reading.versionLine) + "\n";
+std::string prologue(const Reading& reading, int version, int vertices, const GeometryLayout* layout) {
+    std::string text =
+        isDialect(reading) ? "#version " + std::to_string(version) + " compatibility" : reading.versionLine;
+    text += "\n";
     for (const ExtensionLine& each : reading.extensions)
-        text += lineDirective(reading, each.line) + each.text + "\n";
+        text += lineDirective(version, each.line) + each.text + "\n";
     if (isDialect(reading))
         text += "#ifdef GL_ARB_arrays_of_arrays\n#extension GL_ARB_arrays_of_arrays : enable\n#endif\n";
     if (layout)
@@ -367,11 +369,11 @@ std::string prologue(const Reading& reading, int vertices, const GeometryLayout*
                 ", max_vertices = " + std::to_string(layout->verticesOut) + ") out;\n";
     if (isDialect(reading))
         text += declarations(reading, vertices, layout != nullptr);
-    return text + lineDirective(reading, 1);
+    return text + lineDirective(version, 1);
 }
 
-std::string adapted(const Reading& reading, int vertices, const GeometryLayout* layout) {
-    return prologue(reading, vertices, layout) +
+std::string adapted(const Reading& reading, int version, int vertices, const GeometryLayout* layout) {
+    return prologue(reading, isDialect(reading) ? version : reading.version, vertices, layout) +
            edited(reading, isDialect(reading) ? reading.edits : reading.headEdits, vertices);
 }
 
@@ -397,14 +399,14 @@ std::string vx::layoutFault(const GeometryLayout& layout) {
     return {};
 }
 
-std::string vx::adaptGeometryShader(std::string_view text, const GeometryLayout& layout) {
+std::string vx::adaptGeometryShader(std::string_view text, const GeometryLayout& layout, int version) {
     const Reading reading = TextReader(text).read();
     if (reading.hasLayout)
         return std::string(text);
-    return adapted(reading, findPrimitive(Inputs, layout.inputType)->vertices, &layout);
+    return adapted(reading, version, findPrimitive(Inputs, layout.inputType)->vertices, &layout);
 }
 
-std::vector<std::string> vx::geometryShaderDrafts(std::string_view text) {
+std::vector<std::string> vx::geometryShaderDrafts(std::string_view text, int version) {
     const Reading reading = TextReader(text).read();
     std::vector<std::string> drafts;
     if (reading.hasLayout || !isDialect(reading))
@@ -415,11 +417,11 @@ std::vector<std::string> vx::geometryShaderDrafts(std::string_view text) {
     // arrays that the text gives the size of one input, or no size.
     constexpr int Any = 32;
     if (isDialect(reading))
-        drafts.push_back(adapted(reading, Any, nullptr));
+        drafts.push_back(adapted(reading, version, Any, nullptr));
     for (const int type : {GL_TRIANGLES, GL_TRIANGLES_ADJACENCY, GL_LINES_ADJACENCY, GL_LINES, GL_POINTS}) {
         const GeometryLayout layout{type, GL_TRIANGLE_STRIP, 1};
         const int vertices = findPrimitive(Inputs, type)->vertices;
-        drafts.push_back(adapted(reading, vertices, &layout));
+        drafts.push_back(adapted(reading, version, vertices, &layout));
     }
     return drafts;
 }

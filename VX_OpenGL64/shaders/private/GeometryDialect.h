@@ -25,12 +25,13 @@ bool hasOwnLayout(std::string_view text);
 std::string layoutFault(const GeometryLayout& layout);
 
 /// The text for a driver without GL_EXT_geometry_shader4, with the parameters, which have no fault, as its
-/// layout. A text in the extension's dialect becomes one of GLSL 1.50 of the compatibility profile; one of
+/// layout. A text in the extension's dialect becomes one of GLSL `version` of the compatibility profile; one
+/// of
 /// `#version 150` or higher gets the layout alone; one with its own layout stays as it is. Line numbers stay.
-std::string adaptGeometryShader(std::string_view text, const GeometryLayout& layout);
+std::string adaptGeometryShader(std::string_view text, const GeometryLayout& layout, int version);
 
 /// Texts of which one compiles if the shader has no fault but one that depends on parameters that are not
 /// known yet, the likeliest first.
-std::vector<std::string> geometryShaderDrafts(std::string_view text);
+std::vector<std::string> geometryShaderDrafts(std::string_view text, int version);
 
 } // namespace vx
