@@ -20,9 +20,11 @@ struct VX_GLGeometryShaderInformation;
 /// however many filters use it.
 ///
 /// Shader files are plain UTF-8 text and go to GL exactly as they stand; there is no preprocessing, and a
-/// file's extension means nothing. File names are the keys of the caches as the filter's table gives them,
-/// without directory and byte by byte. A file that changes on disk is not read again; a shader that failed is
-/// not cached and is tried again by the next filter that names it.
+/// file's extension means nothing. The one exception are geometry shaders without a layout of their own, on
+/// drivers without GL_EXT_geometry_shader4: `VX_GeometryShader` tells what becomes of them. File names are
+/// the keys of the caches as the filter's table gives them, without directory and byte by byte. A file that
+/// changes on disk is not read again; a shader that failed is not cached and is tried again by the next
+/// filter that names it.
 ///
 /// Order of use: `AddResourcePath` and `SetResolution`, then `SetupFilter` for each filter. What makes or
 /// deletes a shader needs a GL 2.0 context current on the calling thread, the destructor included: always one

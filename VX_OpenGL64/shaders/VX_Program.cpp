@@ -4,6 +4,7 @@
 #include <VX_OpenGL64/shaders/VX_FragmentShader.h>
 #include <VX_OpenGL64/shaders/VX_GeometryShader.h>
 #include <VX_OpenGL64/shaders/VX_VertexShader.h>
+#include <VX_OpenGL64/shaders/private/GeometryDialect.h>
 #include <VX_Platform/Foundation/NSLog.h>
 #include <VX_Platform/OpenGL/GLCapabilities.h>
 #include <VX_Platform/OpenGL/private/CurrentContext.h>
@@ -39,9 +40,16 @@ bool VX_Program::attachGeometryShader(VX_GeometryShader* geometry, int inputType
     if (!geometry || !m_Program)
         return false;
     VX_NEEDS_CONTEXT();
-    glAttachShader(m_Program, geometry->shader());
+    const vx::GLCapabilities& driver = vx::currentGLCapabilities();
+    if (!driver.geometryShaders)
+        return failLink(vx::NoGeometryShaders);
+    std::string failure;
+    const GLuint shader = geometry->shaderFor({inputType, outputType, verticesOut}, failure);
+    if (!shader && geometry->shader())
+        return failLink(failure.c_str());
+    glAttachShader(m_Program, shader);
     // libepoxy ends the process on an entry point that the driver does not have.
-    if (vx::currentGLCapabilities().geometryShader4) {
+    if (driver.geometryShader4) {
         glProgramParameteriEXT(m_Program, GL_GEOMETRY_INPUT_TYPE_EXT, inputType);
         glProgramParameteriEXT(m_Program, GL_GEOMETRY_OUTPUT_TYPE_EXT, outputType);
         glProgramParameteriEXT(m_Program, GL_GEOMETRY_VERTICES_OUT_EXT, verticesOut);
@@ -63,8 +71,12 @@ bool VX_Program::execLink() {
     log[0] = '\0'; // GL writes nothing when there is no program
     GLsizei length = 0;
     glGetProgramInfoLog(m_Program, size, &length, log.get());
-    m_Failure = log.get();
-    NSLog("Link error: %s", log.get());
+    return failLink(log.get());
+}
+
+bool VX_Program::failLink(const char* log) {
+    m_Failure = log;
+    NSLog("Link error: %s", log);
     glDeleteProgram(m_Program);
     m_Program = 0;
     return false;

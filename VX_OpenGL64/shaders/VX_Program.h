@@ -38,7 +38,10 @@ public:
     /// program. `inputType` and `outputType` are GL primitive types, `verticesOut` the most vertices that one
     /// invocation emits; it is not checked against `GetMaxVertices`.
     /// GL: glAttachShader, glProgramParameteriEXT (GL_EXT_geometry_shader4). Without that extension the
-    /// parameters are not set, and the shader's text has to declare them as its layout.
+    /// parameters are not set but become the shader's layout, as `VX_GeometryShader` tells, by
+    /// glCreateShader, glShaderSource, glCompileShader, glGetShaderiv, glGetShaderInfoLog, glDeleteShader.
+    /// Parameters that no layout can say (GL_QUADS, GL_TRIANGLES as the output, 0 vertices), a text that does
+    /// not compile with them and a driver without geometry shaders end as a failed `execLink` does.
     bool attachGeometryShader(VX_GeometryShader* geometry, int inputType, int outputType, int verticesOut);
 
     /// Links. On failure logs "Link error: ..." with the info log, deletes the program and returns false; the
@@ -98,5 +101,7 @@ public:
     unsigned int m_Program = 0;
 
 private:
+    bool failLink(const char* log);
+
     std::string m_Failure;
 };

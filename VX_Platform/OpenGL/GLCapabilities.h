@@ -13,6 +13,12 @@ struct GLCapabilities {
     bool clipVolumeHint = false;
     /// `GL_EXT_geometry_shader4`: the dialect and `glProgramParameteriEXT`. Mesa has neither.
     bool geometryShader4 = false;
+    /// That extension or OpenGL 3.2, of whose GLSL 1.50 geometry shaders are a part. Without either the
+    /// shader's type and the question for its limits are GL_INVALID_ENUM.
+    bool geometryShaders = false;
+    /// OpenGL 3.3. In GLSL older than that Mesa's preprocessor, and not its compiler, counts lines behind
+    /// `#line` one short.
+    bool glsl330 = false;
     /// `GL_APPLE_client_storage`. Without it GL_UNPACK_CLIENT_STORAGE_APPLE leaves GL_INVALID_ENUM behind,
     /// and GL copies a texture's pixels at once.
     bool clientStorage = false;

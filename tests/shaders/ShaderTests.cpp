@@ -230,22 +230,6 @@ TEST(VX_Program, IsLostWithAFailedLinkAndItsShadersAreNot) {
     EXPECT_FALSE(program.execLink()) << "there is no program to ask";
 }
 
-TEST(VX_Program, LinksAGeometryShaderThatDeclaresItsOwnLayout) {
-    HeadlessContext gl(8, 8);
-    vx::currentGLCapabilities().geometryShader4 = false;
-    Vertex vertex(kVertex);
-    Geometry geometry(kGeometry);
-    VX_Program program;
-    program.attachShader(&vertex, nullptr, true);
-    EXPECT_TRUE(program.attachGeometryShader(&geometry, GL_POINTS, GL_TRIANGLE_STRIP, 4));
-    program.activeProgram();
-    glBegin(GL_POINTS);
-    glVertex2f(0, 0);
-    glEnd();
-    EXPECT_EQ(pixelAt(7, 0) >> 16 & 255, 255u) << "the point became a square over the whole window";
-    EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR)) << "no parameters where the driver does not have them";
-}
-
 TEST(VX_Program, PassesUniformsAndAttributesOnByName) {
     HeadlessContext gl(8, 8);
     Vertex vertex(kVertex);

@@ -6,29 +6,32 @@
 
 #include <epoxy/gl.h>
 
-void vx::logShaderFailure(const char* line) {
-    NSLog("%s", line);
+bool vx::compileShader(unsigned int& shader, std::string& failure, unsigned int type, const char* source,
+                       const char* className) {
+    needContext(className, "loadAndCompile");
+    shader = compileText(type, source, failure);
+    if (!shader)
+        NSLog("%s::loadAndCompile Failed: %s", className, failure.c_str());
+    return shader != 0;
 }
 
-bool vx::compileShader(unsigned int& shader, std::string& failure, unsigned int type, const char* source,
-                       const char* className, ShaderReport report) {
+unsigned int vx::compileText(unsigned int type, const char* source, std::string& failure) {
     failure.clear();
-    needContext(className, "loadAndCompile");
-    shader = glCreateShader(type);
+    const GLuint shader = glCreateShader(type);
     glShaderSource(shader, 1, &source, nullptr);
     glCompileShader(shader);
 
     GLint compiled = 0;
     glGetShaderiv(shader, GL_COMPILE_STATUS, &compiled);
     if (compiled)
-        return true;
+        return shader;
 
     char log[4096] = {};
     glGetShaderInfoLog(shader, sizeof log, nullptr, log);
     failure = log;
-    report((std::string(className) + "::loadAndCompile Failed: " + log).c_str());
-    deleteShader(shader, className);
-    return false;
+    if (shader)
+        glDeleteShader(shader);
+    return 0;
 }
 
 void vx::deleteShader(unsigned int& shader, const char* className) {

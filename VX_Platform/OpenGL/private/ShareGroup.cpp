@@ -10,6 +10,8 @@ vx::GLCapabilities vx::readGLCapabilities() {
     GLCapabilities found;
     found.clipVolumeHint = epoxy_has_gl_extension("GL_EXT_clip_volume_hint");
     found.geometryShader4 = epoxy_has_gl_extension("GL_EXT_geometry_shader4");
+    found.geometryShaders = found.geometryShader4 || epoxy_gl_version() >= 32;
+    found.glsl330 = epoxy_gl_version() >= 33;
     found.clientStorage = epoxy_has_gl_extension("GL_APPLE_client_storage");
     found.textureRange = epoxy_has_gl_extension("GL_APPLE_texture_range");
     found.bindTextures = epoxy_gl_version() >= 44;

@@ -1,0 +1,1 @@
+../../../docs/snippets/spark.geom
