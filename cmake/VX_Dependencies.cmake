@@ -15,3 +15,8 @@ find_package(glm REQUIRED)
 
 # For host programs in this tree that call GL themselves.
 pkg_check_modules(VX_EPOXY REQUIRED IMPORTED_TARGET epoxy)
+
+# For examples/output_screen alone, which keeps its settings in a file.
+if(VX_BUILD_EXAMPLES)
+    find_package(nlohmann_json REQUIRED)
+endif()

@@ -6,6 +6,7 @@
 #include <VX_Platform/Foundation/NSTimer.h>
 
 #include <cstdio>
+#include <filesystem>
 #include <string_view>
 
 namespace {
@@ -34,7 +35,7 @@ void printRate(VX_GLMainView* view) {
 }
 
 int writePicture(VX_GLHost& host, const ExampleOptions& options) {
-    const int frames = options.frames ? options.frames : 60;
+    const int frames = options.pictureFrames();
     NSApplication::sharedApplication()->runStep(0.0); // prepares the view
     for (int i = 0; i < frames; ++i) {
         if (!host.view()->StepFrame(i / 60.0, i + 1 == frames ? options.picture : nullptr))
@@ -73,6 +74,12 @@ bool ExampleOptions::take(int count, char** words, int& i) {
     if (word == "--platform")
         return (host.platform = value);
     return word == "--headless" && (picture = value);
+}
+
+std::string ExampleOptions::pictureOf(const char* name) const {
+    const std::filesystem::path path(picture);
+    const std::string own = path.stem().string() + "_" + name + path.extension().string();
+    return (path.parent_path() / own).string();
 }
 
 int runExample(VX_GLRenderpipeline* pipeline, const ExampleOptions& options,

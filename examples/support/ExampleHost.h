@@ -4,6 +4,7 @@
 #include <VX_OpenGL64/host/VX_GLHost.h>
 
 #include <functional>
+#include <string>
 
 /// What every example takes from its command line.
 struct ExampleOptions {
@@ -14,6 +15,12 @@ struct ExampleOptions {
     const char* picture = nullptr; ///< where the last frame goes, drawn without a display
     int frames = 0;                ///< how many are drawn; 0: a window's until it is closed, a picture's 60
     bool printsRate = false;
+
+    /// Whether the frame for that second is the last one of a picture.
+    bool endsAt(double time) const { return picture && time >= (pictureFrames() - 1) / 60.0; }
+    int pictureFrames() const { return frames ? frames : 60; }
+    /// FILE_NAME.png for the picture of another view than that of FILE.png.
+    std::string pictureOf(const char* name) const;
 
     /// Takes the word at `i`, and the value behind it, on which `i` is left. False when it is none of these
     /// options or its value does not fit.
