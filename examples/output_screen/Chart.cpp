@@ -115,9 +115,10 @@ void Chart::drawBars() const {
         setColor(bits & 2 ? 0.75 : 0.0, bits & 4 ? 0.75 : 0.0, bits & 1 ? 0.75 : 0.0);
         fill(-4.8f + 1.2f * static_cast<float>(i), -6.0f, 1.2f, 1.6f);
     }
+    const float step = 9.6f / 11.0f;
     for (int i = 0; i <= 10; ++i) {
         setGray(0.1 * i);
-        fill(-4.95f + 0.9f * static_cast<float>(i), 4.6f, 0.9f, 1.4f);
+        fill(-4.8f + step * static_cast<float>(i), 4.6f, step, 1.4f);
     }
 }
 
@@ -152,8 +153,8 @@ float Chart::drawLine(const std::string& words, float size, float top, float sha
 
 void Chart::drawCaption() const {
     float top = drawLine(m_Caption.name, 2.0f, -3.8f, 1.0f);
-    top = drawLine(m_Caption.size, 0.8f, top, 0.9f) + 0.4f;
-    const float size = std::min(0.42f, 2.9f / static_cast<float>(m_Caption.lines.size() + 1));
+    top = drawLine(m_Caption.size, 0.8f, top, 0.9f) + 0.5f;
+    const float size = std::min(0.46f, 2.5f / static_cast<float>(m_Caption.lines.size() + 1));
     for (const std::string& line : m_Caption.lines)
-        top = drawLine(line, size, top, 0.7f);
+        top = drawLine(line, size, top, 0.75f) + 0.3f * size;
 }

@@ -70,6 +70,7 @@ public:
             frame.origin.y += frame.size.height + 40.0;
         }
         whenClosed(host.window(), [this] { closeAll(); });
+        host.window()->makeKeyAndOrderFront(); // it has the keyboard first
     }
 
 private:

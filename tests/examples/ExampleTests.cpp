@@ -98,6 +98,48 @@ TEST_F(ExampleTest, PicturesAreShownBesideThoseThatTellWhyTheyAreNot) {
     EXPECT_EQ(run(PICTURES " " + cut + sheet).status, 1);
 }
 
+TEST_F(ExampleTest, EachViewOfASceneHasAPictureOfItsOwn) {
+    ASSERT_EQ(run(TWO_VIEWS " --size 200x160 --frames 9 --headless " + path("a.png")).status, 0);
+    std::set<std::vector<std::uint32_t>> pictures;
+    for (const auto& [name, width] : {std::pair("a.png", 200), {"a_above.png", 100}, {"a_side.png", 100}}) {
+        const Picture picture(path(name));
+        EXPECT_TRUE(picture.width == width && picture.colours() > 100) << name;
+        pictures.insert(picture.pixels);
+    }
+    EXPECT_EQ(pictures.size(), 3u);
+}
+
+TEST_F(ExampleTest, TheOutputGoesToWhereItsSettingsSayIfTheyCanBeHad) {
+    const std::string program = OUTPUT_SCREEN " --frames 1 --headless " + path("a.png");
+    EXPECT_NE(run(OUTPUT_SCREEN " --platform headless --list").output.find("Headless   1920 x 1080   60 Hz"),
+              std::string::npos);
+    ASSERT_EQ(run(program + " --display Headless --settings " + path("kept")).status, 0);
+    ASSERT_EQ(run(program + " --settings " + path("kept")).status, 0);
+    EXPECT_EQ(Picture(path("a.png")).width, 1920) << "what the run before has kept";
+
+    struct {
+        const char *settings, *told;
+    } const others[] = {
+        {R"({"ShouldFitScreen": true, "TargetScreenName": "Gone", "Width": 64, "Height": 48})",
+         "no display \"Gone\""},
+        {R"({"ShouldFitScreen": true, "TargetScre)", "not a file of settings"},
+        {"[1, 2]", "not a file of settings"},
+        {R"({"ShouldFitScreen": [], "Width": -5, "Height": 1e99, "OffsetX": "far", "TargetScreenName": 7})",
+         ""}};
+    for (const auto& other : others) {
+        std::ofstream(path("other")) << other.settings;
+        const Result result = run(program + " --settings " + path("other"));
+        EXPECT_EQ(result.status, 0) << result.output;
+        EXPECT_NE(result.output.find(other.told), std::string::npos) << result.output;
+        EXPECT_EQ(Picture(path("a.png")).width, &other == others ? 64 : 640) << other.settings;
+    }
+    std::ofstream(path("cut")) << "{";
+    run(program + " --display Headless --settings " + path("cut"));
+    EXPECT_EQ(std::filesystem::file_size(path("cut")), 1u) << "what could not be read is not written over";
+    EXPECT_NE(run(program + " --settings " + path("no/such/folder")).output.find("cannot be written"),
+              std::string::npos);
+}
+
 TEST_F(ExampleTest, WhatCannotBeDoneIsToldAndGivesItsStatus) {
     const std::string first = FIRST_PICTURE, viewer = MESH_VIEWER, recording = RECORDING;
     for (const char* bad :
