@@ -20,8 +20,10 @@ void setGray(double white) {
     setColor(white, white, white);
 }
 
+// Whole pixels, so that neighbours meet without a gap.
 void fillPixels(float left, float top, float width, float height) {
-    NSRectFill(CGRectMake(std::round(left), std::round(top), std::round(width), std::round(height)));
+    const float x = std::round(left), y = std::round(top);
+    NSRectFill(CGRectMake(x, y, std::round(left + width) - x, std::round(top + height) - y));
 }
 
 NSRef<NSAttributedString> makeText(const std::string& words, float size, float shade) {
@@ -154,7 +156,7 @@ float Chart::drawLine(const std::string& words, float size, float top, float sha
 void Chart::drawCaption() const {
     float top = drawLine(m_Caption.name, 2.0f, -3.8f, 1.0f);
     top = drawLine(m_Caption.size, 0.8f, top, 0.9f) + 0.5f;
-    const float size = std::min(0.46f, 2.5f / static_cast<float>(m_Caption.lines.size() + 1));
+    const float size = std::min(0.42f, 2.5f / static_cast<float>(m_Caption.lines.size() + 1));
     for (const std::string& line : m_Caption.lines)
         top = drawLine(line, size, top, 0.75f) + 0.3f * size;
 }

@@ -20,6 +20,16 @@ int pixels(double length) {
     return std::max(1, static_cast<int>(length));
 }
 
+// SDL leaves on the screen whatever was there; a window whose view is elsewhere would show that.
+void paintEmptyParts(SDL_Window* window) {
+    SDL_SysWMinfo info;
+    SDL_VERSION(&info.version);
+    if (!SDL_GetWindowWMInfo(window, &info))
+        return;
+    Display* const display = info.info.x11.display;
+    XSetWindowBackground(display, info.info.x11.window, BlackPixel(display, DefaultScreen(display)));
+}
+
 } // namespace
 
 std::unique_ptr<SDLWindow> SDLWindow::make(const SDLSession& session, PlatformEvents& events,
@@ -37,6 +47,7 @@ std::unique_ptr<SDLWindow> SDLWindow::make(const SDLSession& session, PlatformEv
               SDL_GetError());
         return nullptr;
     }
+    paintEmptyParts(window);
     return std::unique_ptr<SDLWindow>(new SDLWindow(session, events, std::move(displays), window, style));
 }
 
