@@ -40,11 +40,12 @@ int main() {
             full->makeKeyAndOrderFront();
         } else if (key == 'b' && full->isVisible()) {
             full->detachGLViewWithPixelFormat(view->GetPixelFormatAttributes());
+            host->window()->makeKeyAndOrderFront(); // the keyboard comes back as well
         }
         return key != 0;
     };
-    host->window()->setEventHandler(keys);
-    full->setEventHandler(keys);
+    for (NSWindow* each : {host->window(), window.get(), static_cast<NSWindow*>(full.get())})
+        each->setEventHandler(keys);
     host->run();
     if (full->MainGLView())
         pipeline->autorelease(); // the view's reference to it, which the end of `full` leaves to the host

@@ -56,4 +56,5 @@ void Output::goBack() {
     m_IsOut = false;
     m_Window->detachGLViewWithPixelFormat(m_View->GetPixelFormatAttributes());
     m_View->setFrame({{}, m_Home->frame().size}); // which may have another size by now
+    m_Home->makeKeyAndOrderFront();               // the keyboard comes back as well
 }
