@@ -75,6 +75,10 @@ TEST_F(ExampleDisplayTest, TheOutputGoesToADisplayAndBackAndThereAgainInTheNextR
         if (again) {
             user.press('b');
             ASSERT_TRUE(shows("Output") && moves("Output"));
+            user.press('2'); // the window that has it back has the keyboard too
+            ASSERT_TRUE(shows(kOnTheSecond));
+            user.press('b');
+            ASSERT_TRUE(shows("Output") && moves("Output"));
         }
         user.close(user.windows(again ? "Output" : kOnTheSecond).at(0));
         EXPECT_EQ(status(), 0);

@@ -112,8 +112,10 @@ bool SDLWindow::show(bool withKeyboard) {
     if (!isThere())
         return false;
     SDL_ShowWindow(m_Window);
-    if (withKeyboard)
+    if (withKeyboard) {
         SDL_RaiseWindow(m_Window);
+        takeFocusWithoutManager();
+    }
     coverPanels(fillsDisplay());
     return true;
 }
@@ -121,6 +123,26 @@ bool SDLWindow::show(bool withKeyboard) {
 void SDLWindow::hide() {
     if (isThere())
         SDL_HideWindow(m_Window);
+}
+
+// A window manager gives the focus to a window that is raised; without one, nobody does.
+void SDLWindow::takeFocusWithoutManager() {
+    SDL_SysWMinfo info;
+    SDL_VERSION(&info.version);
+    if (!SDL_GetWindowWMInfo(m_Window, &info))
+        return;
+    Display* const display = info.info.x11.display;
+    Atom type = None;
+    int bits = 0;
+    unsigned long count = 0, left = 0;
+    unsigned char* manager = nullptr;
+    XGetWindowProperty(display, DefaultRootWindow(display),
+                       XInternAtom(display, "_NET_SUPPORTING_WM_CHECK", False), 0, 1, False, AnyPropertyType,
+                       &type, &bits, &count, &left, &manager);
+    if (manager)
+        XFree(manager);
+    if (count == 0)
+        SDL_SetWindowInputFocus(m_Window);
 }
 
 // What a window manager takes from windows that are shown, and forgets when they are hidden.

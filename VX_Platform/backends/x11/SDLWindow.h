@@ -48,6 +48,7 @@ private:
     bool isThere() const { return !m_Ended && !m_Session.hasEnded(); }
     void place(CGRect frame);
     void applyStyle();
+    void takeFocusWithoutManager();
     std::vector<DisplayInfo> displays() const override { return m_Displays(); }
     void fillingChanged() override { applyStyle(); }
     void coverPanels(bool cover) override;
