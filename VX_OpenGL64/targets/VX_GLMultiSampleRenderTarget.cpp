@@ -8,6 +8,7 @@
 #include <epoxy/gl.h>
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
 namespace {
@@ -35,6 +36,8 @@ void VX_GLMultiSampleRenderTarget::AllocateResolveCount(int count) {
     delete[] std::exchange(m_ResolveTextures, nullptr);
     delete[] std::exchange(m_ColorRenderBuffers, nullptr);
     m_ResolveCount = std::min(count, 0); // what is left of it when an allocation throws
+    if (count < 0)
+        throw std::bad_array_new_length(); // which not every compiler says by itself
     m_ResolveTextures = new unsigned int[static_cast<std::size_t>(count)]();
     m_ColorRenderBuffers = new unsigned int[static_cast<std::size_t>(count)]();
     m_ResolveCount = count;
