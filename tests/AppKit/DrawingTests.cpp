@@ -59,7 +59,7 @@ TEST_F(Drawing, GoesToThePixelsOfTheLockedImageTopRowFirst) {
     for (const bool flipped : {false, true}) {
         const PixelRows image = rowsOf({19, 4.5}, flipped, [] {
             for (int x = 0; x < 19; ++x)
-                fill(NSColor::colorWithDeviceRed(x / 255.0, 0.4, 1.5, 1), CGRectMake(x, 0, 1, 1));
+                fill(NSColor::colorWithDeviceRed(x / 255.0, 0.4, 1.5, 1), CGRectMake(x + 0.4, 0.3, 1, 1));
             fill(NSColor::colorWithDeviceWhite(1, 0.2), CGRectMake(3, 0, 1, 1)); // in place of what is there
         });
         EXPECT_TRUE(image.width == 19 && image.height == 5);
@@ -105,13 +105,16 @@ TEST_F(Drawing, StrokesHalfPixelsExactlyAndFillsOvals) {
     for (const bool smooth : {true, false}) {
         const PixelRows rows = rowsOf({8, 8}, true, [smooth] {
             NSGraphicsContext::currentContext()->setShouldAntialias(smooth);
-            fill(NSColor::whiteColor(), {}); // which keeps what was set
+            fill(NSColor::whiteColor(), CGRectMake(7, 0, 1, 1)); // which keeps what was set
             NSBezierPath* path = NSBezierPath::bezierPath();
             path->moveToPoint({2.5, 0.5});
             path->lineToPoint({2.5, 7.5});
             path->stroke();
             NSBezierPath::bezierPathWithOvalInRect(CGRectMake(4, 2, 4, 4))->fill();
+            NSColor::colorWithDeviceWhite(0, 0.6)->set();
+            NSBezierPath::bezierPathWithOvalInRect(CGRectMake(6, -1, 3, 3))->fill();
         });
+        EXPECT_EQ(rows.at(7, 0), 0x666666ffu) << "over what is there";
         for (int y = 0; y < 8; ++y)
             EXPECT_TRUE(!smooth || rows.at(2, y) == (y % 7 ? ~0u : 0x80808080u)) << y;
         EXPECT_TRUE(rows.at(1, 4) == 0 && rows.at(3, 4) == 0 && rows.at(5, 3) == ~0u);

@@ -1,54 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include <tests/drawing/Picture.h>
+#include <VX_Platform/drawing/Canvas.h>
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <vector>
 
-using namespace vx;
-using namespace vx::test;
-
-TEST(Canvas, FillsWholePixelsFromTheOriginAsked) {
-    for (const auto origin : {Canvas::Origin::topLeft, Canvas::Origin::bottomLeft}) {
-        Canvas canvas(20, 10, origin);
-        canvas.moveTo(0, 0);
-        canvas.lineTo(20, 10);
-        canvas.lineTo(20, 0); // a path left over is no part of the rectangle
-        canvas.setColor({1, 0, 0, 0.6});
-        canvas.fillRectangle(2.4, 1.6, 5.2, 3);
-        const InkBox box(canvas);
-        EXPECT_TRUE(box.left == 2 && box.right == 8);
-        EXPECT_EQ(box.top, origin == Canvas::Origin::topLeft ? 2 : 5);
-        for (int at = 0; at < 6 * 3; ++at)
-            ASSERT_EQ(pixelOf(canvas, 2 + at % 6, box.top + at / 6), 0x99990000u) << at;
-    }
-}
-
-TEST(Canvas, BlendsOrReplacesAsSavedAndRestored) {
-    Canvas canvas(2, 1);
-    canvas.clear({1, 1, 1, 1});
-    canvas.setColor({1, 0, 0, 0.6});
-    canvas.save();
-    canvas.setOperator(Canvas::Operator::copy);
-    canvas.setColor({0, 0, 1, 0.6});
-    canvas.fillRectangle(0, 0, 1, 1);
-    canvas.restore();
-    canvas.restore(); // one too many
-    canvas.fillRectangle(1, 0, 1, 1);
-    EXPECT_EQ(pixelOf(canvas, 0, 0), 0x99000099u);
-    EXPECT_EQ(pixelOf(canvas, 1, 0), 0xffff6666u);
-}
-
-TEST(Canvas, SmoothsThePathsItFillsAndStrokes) {
-    Canvas canvas(40, 40);
-    canvas.addRoundedRectangle(4, 4, 32, 20, 99); // no more than half the height
-    canvas.fillPathAndKeep();
-    canvas.setColor(Color::rgb(0xff0000));
-    canvas.strokePath(4);
-    EXPECT_EQ(pixelOf(canvas, 20, 3), 0xffff0000u);
-    EXPECT_EQ(pixelOf(canvas, 20, 14), 0xff000000u);
-    EXPECT_EQ(pixelOf(canvas, 4, 4), 0u) << "the corner is not round";
-}
+using vx::Canvas;
 
 TEST(Canvas, KeepsToTheCallersPixelsAndIsEmptyWhereNoneFit) {
     std::vector<std::uint32_t> memory(64, 0xdeadbeef);

@@ -2,7 +2,6 @@
 #include <VX_Platform/drawing/TextLayout.h>
 
 #include <gtest/gtest.h>
-#include <tests/drawing/Picture.h>
 
 #include <atomic>
 #include <cmath>
@@ -11,32 +10,14 @@
 #include <vector>
 
 using namespace vx;
-using namespace vx::test;
 
 namespace {
 
-TextLayout sans(std::string_view text, double size, int weight = 400) {
-    return {text, {"Sans", weight}, size};
-}
-
-Canvas drawn(const TextLayout& layout, double y) {
-    Canvas canvas(400, 200);
-    layout.draw(canvas, 20, y, {});
-    return canvas;
+TextLayout sans(std::string_view text, double size) {
+    return {text, {"Sans"}, size};
 }
 
 } // namespace
-
-TEST(TextLayout, StandsUprightInTheBoxItMeasures) {
-    const TextLayout text = sans("Lg", 60);
-    const auto [width, height] = text.size();
-    EXPECT_NEAR(width, 3 * sans("Lg", 20).size().width, 6);
-    EXPECT_GT(sans("Lg", 60, 700).size().width, width + 2);
-    EXPECT_EQ(sans("", 60).size().height, 0);
-    Canvas down = drawn(text, 30);
-    const InkBox ink(down);
-    EXPECT_TRUE(ink.top >= 30 && ink.bottom <= 30 + height && ink.bottom > ink.top + 40);
-}
 
 TEST(TextLayout, WrapsAndCutsToTheRoomItHas) {
     TextLayout text = sans("one two three four five six seven " + std::string(30, 'w'), 20);
