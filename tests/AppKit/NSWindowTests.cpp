@@ -146,11 +146,15 @@ TEST_F(WindowEvents, OfEachTypeGoUpToWhoKeepsThem) {
 }
 
 TEST_F(WindowEvents, KeysGoToTheFirstResponderAndTheHandlerSeesAllFirstAndMayKeepThem) {
-    auto other = NSInit(new NSWindow, CGRectMake(0, 0, 9, 9), 0);
-    other->makeKeyAndOrderFront();
-    EXPECT_TRUE(other->isKeyWindow() && !window->isKeyWindow()) << "one window is key at a time";
-    other->close();
-    EXPECT_TRUE(window->isKeyWindow());
+    const auto neverShown = NSInit(new NSWindow, CGRectMake(0, 0, 9, 9), 0);
+    for (const auto leave : {+[](NSRef<NSWindow>& window) { window->orderOut(); },
+                             +[](NSRef<NSWindow>& window) { window = nullptr; }}) {
+        auto other = NSInit(new NSWindow, CGRectMake(0, 0, 9, 9), 0);
+        other->makeKeyAndOrderFront();
+        EXPECT_TRUE(other->isKeyWindow() && !window->isKeyWindow()) << "one window is key at a time";
+        leave(other);
+        EXPECT_TRUE(window->isKeyWindow() && !neverShown->isKeyWindow());
+    }
     window->makeFirstResponder(outer.get());
     InputEvent event;
     event.kind = Kind::keyDown;
