@@ -98,10 +98,9 @@ void X11Input::letGo(int button) {
     fake(XCB_BUTTON_RELEASE, button, 0, 0);
 }
 
-void X11Input::drag(int fromX, int fromY, int toX, int toY, int button) {
-    moveTo(fromX, fromY);
+void X11Input::click(int x, int y, int button) {
+    moveTo(x, y);
     hold(button);
-    moveTo(toX, toY);
     letGo(button);
 }
 

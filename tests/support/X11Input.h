@@ -33,8 +33,7 @@ public:
     void moveTo(int x, int y);
     void hold(int button = 1);
     void letGo(int button = 1);
-    void drag(int fromX, int fromY, int toX, int toY, int button = 1);
-    void click(int x, int y, int button = 1) { drag(x, y, x, y, button); }
+    void click(int x, int y, int button = 1);
     /// Asks the window to close, as a window manager does.
     void close(const Window& window);
 
