@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include <VX_OpenGL64/host/VX_GLChildView.h>
 #include <VX_Platform/Foundation/VX_Diagnostics.h>
 #include <tests/support/Pixels.h>
 #include <tests/support/ScriptedPipeline.h>
@@ -9,32 +8,6 @@
 
 using namespace vx::test;
 using FrameTest = HeadlessTest;
-
-namespace {
-
-struct Child : NSObject, VX_GLChildView {
-    explicit Child(const Stage& stage) : pipeline(stage.pipeline.get()) {}
-    void initialization(VX_GLMainView* owner) override {
-        pipeline->noteCall("childInit");
-        context = NSRef<NSOpenGLContext>::adopt(
-            (new NSOpenGLContext)->initWithFormat(owner->pixelFormat(), owner->openGLContext()));
-    }
-    void callBackRender() override {
-        pipeline->noteCall("child");
-        context->makeCurrentContext();
-        if (onDraw)
-            onDraw();
-    }
-    void releaseResources() override {
-        pipeline->noteCall("childRelease");
-        context = nullptr;
-    }
-    ScriptedPipeline* pipeline;
-    NSRef<NSOpenGLContext> context;
-    std::function<void()> onDraw;
-};
-
-} // namespace
 
 TEST_F(FrameTest, RunsTheHooksInOrderWithTheContextCurrentAndNoErrorLeft) {
     Stage stage;
@@ -54,27 +27,6 @@ TEST_F(FrameTest, RunsTheHooksInOrderWithTheContextCurrentAndNoErrorLeft) {
     EXPECT_EQ(ints(size.width, size.height), ints(64, 48));
     EXPECT_EQ(stage.pipeline->lastStamp().frameCount, 77u);
     EXPECT_EQ(stage.pipeline->retainCount(), count);
-}
-
-TEST_F(FrameTest, DrawsChildrenInOrderAndLeavesTheLastOnesContextCurrent) {
-    Stage stage(Stage::Draws::byHand, {64, 48}, false);
-    const auto first = NSRef<Child>::adopt(new Child(stage)), second = NSRef<Child>::adopt(new Child(stage));
-    stage.view->addChildSharedView(first.get());
-    stage.view->addChildSharedView(second.get());
-    stage.view->SetStepped(true);
-    ASSERT_TRUE(stage.attachPipeline());
-    stage.step();
-    // Taken up by the first attachment, initialised by the second.
-    EXPECT_EQ(stage.pipeline->takeCalls(), "childRelease childRelease childInit childInit attach start");
-    NSOpenGLContext* afterFlush = nullptr;
-    stage.pipeline->onAfterFlush = [&] { afterFlush = NSOpenGLContext::currentContext(); };
-    EXPECT_EQ(stage.frame(), "callBack render child child afterFlush");
-    EXPECT_EQ(afterFlush, second->context.get());
-    first->onDraw = [&] { stage.view->stopRender(); };
-    EXPECT_EQ(stage.frame(), "callBack render child notify stop detach") << "a child may end drawing too";
-    NSOpenGLContext::clearCurrentContext();
-    stage.view->removeAllChildSharedViews();
-    EXPECT_EQ(stage.frame(), "callBack render afterFlush");
 }
 
 TEST_F(FrameTest, AveragesItsFramesAndFromThe31stCallOnAllOfThemSinceTheStart) {

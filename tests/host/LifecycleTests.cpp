@@ -87,17 +87,6 @@ TEST_F(LifecycleTest, StopsAndStartsFromAnyState) {
     stage.view->stopRender();
     EXPECT_EQ(stage.pipeline->takeCalls(), "notify stop detach") << "stopping twice is harmless";
 
-    std::atomic<int> framesOfTheHook{0};
-    stage.onRender([&] {
-        ++framesOfTheHook;
-        stage.view->stopRender();
-    });
-    stage.view->startRender();
-    ASSERT_TRUE(waitFor([&] { return framesOfTheHook > 0; }));
-    std::this_thread::sleep_for(std::chrono::milliseconds(60));
-    EXPECT_EQ(framesOfTheHook, 1);
-    stage.onRender({});
-    stage.pipeline->takeCalls();
     stage.view->startRender();
     EXPECT_TRUE(waitForFrame(stage));
     EXPECT_EQ(log.count("Display link:"), 0) << "the pace is told when it changes";

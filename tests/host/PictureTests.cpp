@@ -104,19 +104,3 @@ TEST_F(PictureTest, AHostRecordsFramesOfAnExactTime) {
     host.reset();
     EXPECT_EQ(pipeline->takeCalls(), "notify stop detach detach");
 }
-
-TEST_F(PictureTest, AHostsPictureFollowsItsWindowWithoutAStop) {
-    auto pipeline = NSInit(new ScriptedPipeline);
-    VX_GLHostOptions options;
-    options.platform = "headless";
-    auto host = VX_GLHost::open(pipeline.get(), options);
-    std::atomic<int> width{0};
-    pipeline->onRender = [&] { width = int(pipeline->lastBounds.size.width); };
-    NSApplication::sharedApplication()->runStep(0.0);
-    host->window()->setFrame(CGRectMake(0, 0, 320, 200));
-    EXPECT_TRUE(waitFor([&] { return width == 320; }));
-    EXPECT_EQ(pipeline->takeCalls().find("stop"), std::string::npos);
-    EXPECT_EQ(host->view()->width(), 320.0f);
-    host->window()->close();
-    EXPECT_EQ(host->run(), 0);
-}

@@ -101,6 +101,13 @@ TEST_F(SharedViewTest, EachChildDrawsIntoItsOwnSurfaceWithTheMainViewsObjects) {
     stage.initChildren();
     stage.frame();
     EXPECT_EQ(drawn, "80x60 20x10 0x0 ");
+    drawn.clear();
+    stage.children->onChild = [&](CGSize, VX_GLSharedView*) {
+        drawn += "child ";
+        stage.view->stopRender();
+    };
+    EXPECT_EQ(stage.frame(), "callBack render notify stop detach");
+    EXPECT_EQ(drawn, "child ") << "a child may end drawing too";
 }
 
 TEST_F(SharedViewTest, KeepsPropertiesOwnerAndContextAsItsLifeHasThem) {
@@ -161,8 +168,20 @@ TEST_F(SharedViewTest, KeepsPropertiesOwnerAndContextAsItsLifeHasThem) {
     stage.frame();
     EXPECT_EQ(drewWith, nullptr) << "a child that got no context is not drawn over the main view";
 
+    stage.view->releaseResources();
+    EXPECT_EQ(child->existingOpenGLContext(), nullptr);
+    stage.view->SetStepped(true);
+    stage.attachPipeline();
+    stage.step();
+    EXPECT_TRUE(child->existingOpenGLContext()->sharesWith(stage.view->openGLContext()));
     stage.view->removeAllChildSharedViews();
+    drewWith = nullptr;
+    EXPECT_TRUE(stage.pipeline->takeCalls().ends_with("attach start"));
+    EXPECT_EQ(stage.frame(), "callBack render afterFlush");
+    EXPECT_EQ(drewWith, nullptr) << "a child no more";
+    NSOpenGLContext::clearCurrentContext();
     stage.windows[0]->close();
+    child->initialization(nullptr);
     child = nullptr; // ends without an owner
 }
 

@@ -13,20 +13,23 @@ using StopTest = HeadlessTest;
 TEST_F(StopTest, ARetiredHookMayWaitForTheViewThatTheHostRestarts) {
     Stage stopped(Stage::Draws::byItself), restarted(Stage::Draws::byItself);
     std::latch waits(1);
-    std::atomic<bool> through{false};
+    std::atomic<int> frames{0};
     stopped.onRender([&] {
         stopped.view->stopRender();
-        waits.count_down();
+        if (frames == 0)
+            waits.count_down();
         restarted.view->RenderThreadLock();
         restarted.view->RenderThreadUnLock();
-        through = true;
+        ++frames;
     });
     restarted.view->RenderThreadLock();
     waits.wait();
     restarted.view->stopRenderThread();
     restarted.view->startRenderThread();
     restarted.view->RenderThreadUnLock();
-    EXPECT_TRUE(waitFor([&] { return through.load(); }));
+    EXPECT_TRUE(waitFor([&] { return frames > 0; }));
+    std::this_thread::sleep_for(std::chrono::milliseconds(60));
+    EXPECT_EQ(frames, 1) << "a hook that ends drawing runs no more";
 }
 
 TEST_F(StopTest, TheRestOfAFrameIsLeftOutOnceAHookHasEndedDrawing) {

@@ -199,6 +199,8 @@ TEST(Window, GivesAViewToAWindowOfAnotherToolkit) {
         XResizeWindow(other, foreign, 180, 160);
         XSync(other, False);
         EXPECT_TRUE(runUntil([&] { return shownPixel(foreign, 170, 150) == 0x00FFFFu; }));
+        EXPECT_EQ(host->view()->width(), 180.0f);
+        EXPECT_EQ(pipeline->takeCalls().find("stop"), std::string::npos) << "it goes on in the new size";
         options.inside.handle = 0x7fffff1;
         EXPECT_EQ(VX_GLHost::open(pipeline.get(), options), nullptr);
     }
