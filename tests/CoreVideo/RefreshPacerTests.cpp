@@ -70,22 +70,6 @@ struct Paced {
 
 } // namespace
 
-TEST(RefreshPacer, KeepsTheBeatOfTheClockAndGivesUpWhatALongCallbackLetGoBy) {
-    SteppedClock clock;
-    RefreshPacer pacer(nullptr, kSeconds);
-    const Refresh first = pacer.wait().value();
-    for (int i = 1; i <= 5; ++i)
-        EXPECT_EQ(pacer.wait()->time, first.time + i * kPeriod);
-    EXPECT_EQ(pacer.missed(), 0u);
-    clock.step(40 * kMillisecond); // 2.4 refreshes
-    const Refresh late = pacer.wait().value();
-    EXPECT_EQ(late.time, first.time + 8 * kPeriod) << "on the beat, and not in a burst";
-    EXPECT_EQ(late.count, first.count + 8);
-    EXPECT_EQ(pacer.wait()->time, first.time + 9 * kPeriod);
-    EXPECT_EQ(pacer.missed(), 2u);
-    EXPECT_STREQ(pacer.throttleName(), RefreshPacer::kDeadlines);
-}
-
 // Eight seconds of callbacks, some of which take longer than a refresh.
 TEST(RefreshPacer, TakesTimeAndNumberFromTheDisplayAndLosesNoCountOfItsRefreshes) {
     for (const std::uint64_t callback : {0, 5, 16, 20, 25, 40}) {

@@ -14,10 +14,9 @@
 
 #include <gtest/gtest.h>
 #include <tests/support/LogCollector.h>
+#include <tests/support/TemporaryFile.h>
 
 #include <cmath>
-#include <filesystem>
-#include <fstream>
 #include <limits>
 #include <thread>
 
@@ -47,19 +46,6 @@ NSString* text(const char* bytes) {
 
 } // namespace
 
-TEST(NSObject, LivesByItsCountAndStartsZeroFilled) {
-    auto* object = new Counted;
-    EXPECT_EQ(object->number, 0);
-    {
-        NSRef<Counted> first = NSRef<Counted>::adopt(object);
-        NSRef<Counted> second = first;
-        EXPECT_EQ(object->retainCount(), 2);
-        first = nullptr;
-        EXPECT_EQ(Counted::living, 1);
-    }
-    EXPECT_EQ(Counted::living, 0);
-}
-
 template <class... Classes>
 constexpr bool onlyReleaseEnds = (!std::is_destructible_v<Classes> && ...);
 static_assert(
@@ -73,7 +59,9 @@ TEST(NSAutoreleasePool, EndsItsObjectsAndTheInnerPoolsWithIt) {
     (new EndsWithAnother)->autorelease();
     {
         const auto inner = NSInit(new NSAutoreleasePool);
-        (new Counted)->autorelease();
+        auto* counted = new Counted;
+        EXPECT_EQ(counted->number, 0) << "it starts zero-filled";
+        counted->autorelease();
         EXPECT_EQ(Counted::living, 2);
     }
     EXPECT_EQ(Counted::living, 1);
@@ -152,24 +140,20 @@ TEST(NSString, FormatsLikePrintfAndTakesObjects) {
 
 TEST(NSString, ReadsWholeFilesOrNothing) {
     const auto pool = NSInit(new NSAutoreleasePool);
-    const std::string path = testing::TempDir() + "nsstring_file.txt";
-    const auto read = [](const std::string& path) {
-        return NSString::stringWithContentsOfFile(text(path.c_str()), NSUTF8StringEncoding, nullptr);
+    const auto read = [](const char* path) {
+        return NSString::stringWithContentsOfFile(text(path), NSUTF8StringEncoding, nullptr);
     };
-    const auto exists = [](const std::string& path) {
-        return NSFileManager::defaultManager()->fileExistsAtPath(text(path.c_str()));
+    const std::string bytes("a\n\0b", 4);
+    const vx::test::TemporaryFile file(bytes), notUTF8("\xFE\xFF");
+    ASSERT_NE(read(file.path()), nullptr);
+    EXPECT_EQ(read(file.path())->string(), bytes);
+    EXPECT_FALSE(read(file.path())->isEqual(text("a\n"))) << "equal up to the NUL";
+    for (const char* none : {notUTF8.path(), "/tmp/no such file", "/tmp"})
+        EXPECT_EQ(read(none), nullptr) << none;
+    const auto exists = [](const char* path) {
+        return NSFileManager::defaultManager()->fileExistsAtPath(text(path));
     };
-    std::ofstream(path, std::ios::binary) << "a\n" << '\0' << "b";
-    ASSERT_NE(read(path), nullptr);
-    EXPECT_EQ(read(path)->string(), std::string("a\n\0b", 4));
-    EXPECT_FALSE(read(path)->isEqual(text("a\n"))) << "equal up to the NUL";
-    EXPECT_TRUE(exists(path) && exists(testing::TempDir()));
-    std::ofstream(path, std::ios::binary) << "\xFE\xFF";
-    EXPECT_EQ(read(path), nullptr) << "not UTF-8";
-    std::filesystem::remove(path);
-    EXPECT_EQ(read(path), nullptr) << "missing";
-    EXPECT_FALSE(exists(path));
-    EXPECT_EQ(read(testing::TempDir()), nullptr) << "a directory";
+    EXPECT_TRUE(exists(file.path()) && exists("/tmp") && !exists("/tmp/no such file"));
 }
 
 TEST(NSNumber, ConvertsWithinTheRangeOfTheResult) {
@@ -180,7 +164,7 @@ TEST(NSNumber, ConvertsWithinTheRangeOfTheResult) {
     EXPECT_TRUE(NSNumber::numberWithInt(2)->isEqual(NSNumber::numberWithFloat(2.0f)));
 }
 
-TEST(NSMutableArray, RetainsItsObjectsAndFindsThemByValue) {
+TEST(NSMutableArrayDeathTest, RetainsItsObjectsFindsThemByValueAndRefusesWhatWouldReachPastItsEnd) {
     const auto pool = NSInit(new NSAutoreleasePool);
     auto array = NSInit(new NSMutableArray);
     array->addObject(NSNumber::numberWithInt(7));
@@ -190,12 +174,6 @@ TEST(NSMutableArray, RetainsItsObjectsAndFindsThemByValue) {
     array->removeObjectAtIndex(1);
     EXPECT_EQ(Counted::living, 0);
     EXPECT_TRUE(array->objectAtIndex(0)->isEqual(NSNumber::numberWithInt(7)));
-}
-
-TEST(NSMutableArrayDeathTest, RefusesWhatWouldReachPastItsEnd) {
-    const auto pool = NSInit(new NSAutoreleasePool);
-    auto array = NSInit(new NSMutableArray);
-    array->addObject(text("one"));
     const auto duringWalk = [&](const std::function<void()>& change) {
         for ([[maybe_unused]] NSObject* each : array->objects())
             change();

@@ -3,7 +3,6 @@
 #include <VX_Platform/Foundation/NSRunLoop.h>
 #include <VX_Platform/Foundation/NSString.h>
 #include <VX_Platform/Foundation/NSTimer.h>
-#include <VX_Platform/Foundation/private/Clock.h>
 #include <tests/support/SteppedClock.h>
 
 #include <gtest/gtest.h>
@@ -11,9 +10,6 @@
 #include <cmath>
 #include <memory>
 #include <thread>
-
-#include <sys/eventfd.h>
-#include <unistd.h>
 
 namespace {
 
@@ -34,23 +30,6 @@ NSTimer* counting(int& beats, double seconds, bool repeats) {
 }
 
 } // namespace
-
-TEST(Clock, SleepsToTheTimeUnlessWokenAndIsTheOneInUse) {
-    vx::Clock& clock = vx::Clock::current();
-    EXPECT_EQ(&clock, &vx::Clock::system());
-    const std::uint64_t time = clock.now() + 20 * kMillisecond;
-    EXPECT_TRUE(clock.sleepUntil(time, -1));
-    EXPECT_GE(clock.now(), time);
-    EXPECT_TRUE(clock.sleepUntil(time, -1)) << "the time lies behind";
-
-    const int descriptor = eventfd(0, EFD_CLOEXEC);
-    EXPECT_TRUE(clock.sleepUntil(clock.now() + kMillisecond, descriptor));
-    std::thread waker([&] { eventfd_write(descriptor, 1); });
-    EXPECT_FALSE(clock.sleepUntil(clock.now() + 60 * vx::Clock::kSecond, descriptor));
-    waker.join();
-    EXPECT_FALSE(clock.sleepUntil(time, descriptor));
-    close(descriptor);
-}
 
 TEST(NSTimer, FiresWhenDueGoesOnFromItsBeatWithoutCatchingUpAndMayEndStartAndRunOthers) {
     vx::test::SteppedClock clock;

@@ -24,21 +24,15 @@ TEST(VX_GLStandardMesh, FreesItsRootItsTexturesAndItsMeshes) {
         model.GetRootMeshs()->AddChildren()->AddMeshIndex(0);
     }
     EXPECT_EQ(ints(model.GetMaterialCount(), model.GetMeshCount()), ints(2, 2));
+    VX_GLStandardMeshs* root = model.GetRootMeshs();
+    root->m_Transform[3][0] = 5;
+    root->AddMeshIndex(-1);
+    root->FreeResources();
+    EXPECT_TRUE(root->m_MeshIndex.empty() && root->m_Children.empty() && root->m_Transform[3][0] == 5);
     model.FreeResources();
     EXPECT_EQ(model.m_RootMeshs, nullptr);
     EXPECT_EQ(ints(model.GetMaterialCount(), model.GetMeshCount(), Face::ended), ints(0, 0, 2));
     EXPECT_FALSE(glIsTexture(textures[0]) || glIsTexture(textures[1]));
-}
-
-TEST(VX_GLStandardMesh, NodesKeepTheirTransformWhenTheyAreEmptied) {
-    VX_GLStandardMesh model;
-    VX_GLStandardMeshs* root = model.GetRootMeshs();
-    root->AddChildren()->AddChildren();
-    root->m_Transform[3][0] = 5;
-    root->AddMeshIndex(-1);
-    root->FreeResources();
-    EXPECT_TRUE(root->m_MeshIndex.empty() && root->m_Children.empty());
-    EXPECT_EQ(root->m_Transform[3][0], 5.0f);
 }
 
 TEST(VX_GLStandardMaterial, KeepsACopyOfItsName) {
