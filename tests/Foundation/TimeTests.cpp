@@ -31,6 +31,10 @@ NSTimer* counting(int& beats, double seconds, bool repeats) {
 
 } // namespace
 
+TEST(Clock, DoesNotSleepForATimeThatLiesBehind) {
+    EXPECT_TRUE(vx::Clock::system().sleepUntil(0, -1));
+}
+
 TEST(NSTimer, FiresWhenDueGoesOnFromItsBeatWithoutCatchingUpAndMayEndStartAndRunOthers) {
     vx::test::SteppedClock clock;
     auto* pool = (new NSAutoreleasePool)->init();
