@@ -168,6 +168,7 @@ TEST_F(SharedViewTest, KeepsPropertiesOwnerAndContextAsItsLifeHasThem) {
     stage.frame();
     EXPECT_EQ(drewWith, nullptr) << "a child that got no context is not drawn over the main view";
 
+    stage.initChildren();
     stage.view->releaseResources();
     EXPECT_EQ(child->existingOpenGLContext(), nullptr);
     stage.view->SetStepped(true);
