@@ -93,10 +93,11 @@ TEST_F(DisplayLink, FollowsTheViewBetweenDisplaysWindowsAndContextsWhileDrawing)
     EXPECT_TRUE(!stage.window->fillDisplay("None") && stage.window->fillDisplay("Right") && hasRate(75.0));
     EXPECT_TRUE(stage.window->fillDisplay("Left") && hasRate(60.0));
     EXPECT_EQ(stage.window->frame().size.width, 800.0);
-    for (int i = 0; i < 2; ++i)
-        stage.window->leaveDisplay();
+    stage.window->leaveDisplay();
     EXPECT_TRUE(CGRectEqualToRect(stage.window->frame(), CGRectMake(5766, 10, 64, 48)));
     stage.window->setFrame(CGRectMake(5100, 10, 64, 48));
+    stage.window->leaveDisplay();
+    EXPECT_EQ(stage.window->frame().origin.x, 5100.0) << "it had left";
     NSApplication::plugHeadlessDisplay("Left", CGRectMake(5000, 0, 800, 600), 120.0);
     EXPECT_TRUE(hasRate(120.0)) << "its display has another rate";
     NSApplication::unplugHeadlessDisplay("Left");

@@ -101,6 +101,8 @@ TEST_F(PictureTest, AHostRecordsFramesOfAnExactTime) {
     EXPECT_EQ(times, (std::vector<double>{98 / 25.0, 99 / 25.0, 4.0, 101 / 25.0, 102 / 25.0}));
     expectMark(Picture(path("frame_00102.png")));
     pipeline->takeCalls();
+    host->window()->close();
+    EXPECT_EQ(host->run(), 0) << "there is no window to run for";
     host.reset();
     EXPECT_EQ(pipeline->takeCalls(), "notify stop detach detach");
 }
