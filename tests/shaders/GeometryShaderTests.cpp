@@ -87,6 +87,28 @@ struct Stages {
     VX_Program program;
 };
 
+// llvmpipe of Mesa 25 reads elsewhere where an index is not a constant, also in a text that is nobody's
+// dialect.
+bool takesComputedIndices() {
+    HeadlessContext gl(Side, Side);
+    Stages stages(R"(#version 150 compatibility
+layout(lines) in;
+layout(points, max_vertices = 1) out;
+uniform int one;
+void main() {
+    gl_Position = gl_ModelViewProjectionMatrix * gl_in[one].gl_Position;
+    gl_FrontColor = gl_in[one].gl_FrontColor;
+    EmitVertex();
+})");
+    if (!stages.link(GL_LINES, GL_POINTS, 1))
+        return false;
+    glMatrixMode(GL_PROJECTION);
+    stages.program.activeProgram();
+    stages.program.set1i("one", 1);
+    draw("1 2.5 2.5 R 9.5 9.5 G\n\n");
+    return pixelAt(9, 9) == 0x00FF00FF;
+}
+
 std::string s_Sources;
 std::vector<int> s_Parameters;
 
@@ -110,6 +132,7 @@ TEST(GeometryDialect, BecomesWhatIsWrittenBesideIt) {
 
 TEST(VX_GeometryShader, DrawsTextsOfBothKindsAsWorkedOutByHand) {
     int count = 0;
+    const bool all = takesComputedIndices();
     for (const auto& file : std::filesystem::directory_iterator(VX_GEOMETRY_SHADERS)) {
         for (const bool isNew : {false, true}) {
             if (file.path().extension() != ".geom")
@@ -120,6 +143,10 @@ TEST(VX_GeometryShader, DrawsTextsOfBothKindsAsWorkedOutByHand) {
             vx::currentGLCapabilities().glsl330 = isNew;
             glMatrixMode(GL_PROJECTION);
             const std::string scene = read(std::filesystem::path(file.path()).replace_extension(".txt"));
+            if (!all && scene.find("computed indices") != std::string::npos) {
+                std::printf("%s is left out: the driver reads arrays elsewhere\n", file.path().c_str());
+                continue;
+            }
             int parameters[4] = {};
             std::istringstream words(scene);
             for (int& each : parameters)
