@@ -77,6 +77,8 @@ TEST_F(FilledScreen, TakesAViewInAndGivesItBackToItsWindowAsOftenAsWanted) {
     EXPECT_EQ(window->MainGLView(), nullptr);
     const std::string moved = "notify stop detach detach attach start ";
     stage.view->setFrame(CGRectMake(3, 5, 50, 40));
+    stage.view->stopRenderThread(); // a frame holds both
+    stage.pipeline->takeCalls();
     const int views = stage.view->retainCount(), pipelines = stage.pipeline->retainCount();
     bool current = true;
     stage.pipeline->onStop = [&] {
@@ -95,6 +97,7 @@ TEST_F(FilledScreen, TakesAViewInAndGivesItBackToItsWindowAsOftenAsWanted) {
     }
     EXPECT_TRUE(current) << "the pipeline could not delete its objects";
     stage.step(); // posts what holds the view
+    stage.view->stopRenderThread();
     EXPECT_EQ(stage.view->retainCount(), views);
     EXPECT_EQ(stage.pipeline->retainCount(), pipelines);
     endWindow();
