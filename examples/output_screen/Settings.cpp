@@ -30,7 +30,8 @@ NSObject* objectOf(const json& value) {
 json valueOf(NSObject* object) {
     if (const auto* const text = dynamic_cast<NSString*>(object))
         return text->string();
-    const double number = static_cast<NSNumber*>(object)->doubleValue();
+    const auto* const value = dynamic_cast<NSNumber*>(object);
+    const double number = value ? value->doubleValue() : 0.0;
     if (number == std::trunc(number) && std::abs(number) < 1e9)
         return static_cast<int>(number);
     return number;
