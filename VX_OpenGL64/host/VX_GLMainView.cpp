@@ -4,6 +4,7 @@
 #include <VX_OpenGL64/host/VX_GLChildView.h>
 #include <VX_OpenGL64/host/VX_GLRenderpipeline.h>
 #include <VX_OpenGL64/host/private/MainViewInternals.h>
+#include <VX_OpenGL64/host/private/SampledSize.h>
 #include <VX_Platform/AppKit/NSWindow.h>
 #include <VX_Platform/CoreImage/CIContext.h>
 #include <VX_Platform/Foundation/NSLog.h>
@@ -158,12 +159,6 @@ void VX_GLMainView::detachRenderpipeline() {
     m_TargetRenderpipeline = nullptr;
 }
 
-void VX_GLMainView::sampleSize() {
-    const CGRect area = bounds();
-    m_Width = static_cast<float>(area.origin.x + area.size.width) - static_cast<float>(area.origin.x);
-    m_Height = static_cast<float>(area.origin.y + area.size.height) - static_cast<float>(area.origin.y);
-}
-
 void VX_GLMainView::takeSize(CGSize size) {
     m_Width = static_cast<float>(size.width);
     m_Height = static_cast<float>(size.height);
@@ -176,7 +171,7 @@ void VX_GLMainView::makeImageContext() {
 void VX_GLMainView::prepareOpenGL() {
     const NSRef<VX_GLMainView> keep = NSRef<VX_GLMainView>::retain(this); // a hook may end it
     const Hold hold(this);
-    sampleSize();
+    vx::sampleSize(bounds(), m_Width, m_Height);
     NSOpenGLContext* context = openGLContext();
     if (!context)
         return;

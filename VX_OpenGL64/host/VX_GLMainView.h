@@ -213,7 +213,6 @@ private:
     friend CVReturn Heartbeat(CVDisplayLinkRef, const CVTimeStamp*, const CVTimeStamp*, CVOptionFlags,
                               CVOptionFlags*, void*);
 
-    void sampleSize();
     bool isOwn(NSOpenGLContext* context);
     void endFrame();
     void makeDisplayLink();

@@ -3,6 +3,7 @@
 
 #include <VX_OpenGL64/host/VX_GLMainView.h>
 #include <VX_OpenGL64/host/VX_GLRenderpipeline.h>
+#include <VX_OpenGL64/host/private/SampledSize.h>
 #include <VX_Platform/Foundation/NSAutoreleasePool.h>
 #include <VX_Platform/Foundation/NSMutableDictionary.h>
 #include <VX_Platform/Foundation/NSString.h>
@@ -56,17 +57,11 @@ void VX_GLSharedView::initialization(VX_GLMainView* owner) {
     setNeedsDisplay(true);
 }
 
-void VX_GLSharedView::sampleSize() {
-    const CGRect area = bounds();
-    m_Width = static_cast<float>(area.origin.x + area.size.width) - static_cast<float>(area.origin.x);
-    m_Height = static_cast<float>(area.origin.y + area.size.height) - static_cast<float>(area.origin.y);
-}
-
 void VX_GLSharedView::prepareOpenGL() {
     const NSRef<VX_GLMainView> owner = m_OwnerView;
     if (owner)
         owner->RenderThreadLock();
-    sampleSize();
+    vx::sampleSize(bounds(), m_Width, m_Height);
     NSOpenGLContext* const context = openGLContext();
     if (context && context->makeCurrentContext()) {
         const int retraces = m_SwapIntervalEnable ? 1 : 0;

@@ -88,7 +88,6 @@ protected:
     bool m_SwapIntervalEnable = false;
 
 private:
-    void sampleSize();
     void setContext(NSRef<NSOpenGLContext> context);
     NSRef<NSOpenGLContext> context() const;
 

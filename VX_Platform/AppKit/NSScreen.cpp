@@ -10,9 +10,8 @@
 
 NSMutableArray* NSScreen::screens() {
     NSMutableArray* const screens = (new NSMutableArray)->init()->autorelease();
-    if (const std::shared_ptr<vx::Platform> platform = vx::runningPlatform())
-        for (const vx::DisplayInfo& display : platform->displays())
-            screens->addObject(Internals::screenOf(display));
+    for (const vx::DisplayInfo& display : vx::presentDisplays())
+        screens->addObject(Internals::screenOf(display));
     return screens;
 }
 

@@ -10,13 +10,8 @@
 
 namespace {
 
-std::vector<vx::DisplayInfo> presentDisplays() {
-    const std::shared_ptr<vx::Platform> platform = vx::runningPlatform();
-    return platform ? platform->displays() : std::vector<vx::DisplayInfo>();
-}
-
 std::optional<vx::DisplayInfo> displayOf(CGDirectDisplayID id) {
-    const std::vector<vx::DisplayInfo> present = presentDisplays();
+    const std::vector<vx::DisplayInfo> present = vx::presentDisplays();
     const auto found = std::ranges::find(present, id, &vx::DisplayInfo::id);
     return found == present.end() ? std::nullopt : std::optional(*found);
 }
@@ -37,12 +32,12 @@ CGError list(const std::vector<vx::DisplayInfo>& found, std::uint32_t capacity, 
 } // namespace
 
 CGError CGGetActiveDisplayList(std::uint32_t capacity, CGDirectDisplayID* displays, CGDisplayCount* count) {
-    return list(presentDisplays(), capacity, displays, count);
+    return list(vx::presentDisplays(), capacity, displays, count);
 }
 
 CGError CGGetDisplaysWithPoint(CGPoint point, std::uint32_t capacity, CGDirectDisplayID* displays,
                                CGDisplayCount* count) {
-    std::vector<vx::DisplayInfo> found = presentDisplays();
+    std::vector<vx::DisplayInfo> found = vx::presentDisplays();
     std::erase_if(found, [point](const vx::DisplayInfo& display) {
         const auto [origin, size] = display.bounds;
         return !(point.x >= origin.x && point.x < origin.x + size.width && point.y >= origin.y &&

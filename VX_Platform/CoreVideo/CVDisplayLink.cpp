@@ -98,9 +98,7 @@ CVReturn CVDisplayLinkCreateWithActiveCGDisplays(CVDisplayLinkRef* link) {
     if (!link)
         return kCVReturnInvalidArgument;
     *link = new CVDisplayLink;
-    const std::shared_ptr<vx::Platform> platform = vx::runningPlatform();
-    const std::vector<vx::DisplayInfo> displays =
-        platform ? platform->displays() : std::vector<vx::DisplayInfo>();
+    const std::vector<vx::DisplayInfo> displays = vx::presentDisplays();
     if (!displays.empty())
         (*link)->period = 1.0 / displays.front().refreshRate;
     return kCVReturnSuccess;

@@ -64,6 +64,11 @@ std::shared_ptr<Platform> startedPlatform() {
     return c.platform;
 }
 
+std::vector<DisplayInfo> presentDisplays() {
+    const std::shared_ptr<Platform> platform = runningPlatform();
+    return platform ? platform->displays() : std::vector<DisplayInfo>();
+}
+
 bool choosePlatform(const char* name, const HeadlessOptions& headless) {
     const PlatformRow* row = name ? platformNamed(name) : nullptr;
     if (!row) {

@@ -4,6 +4,7 @@
 #include <VX_Platform/backends/PlatformTable.h>
 
 #include <memory>
+#include <vector>
 
 namespace vx {
 
@@ -12,6 +13,8 @@ namespace vx {
 std::shared_ptr<Platform> runningPlatform();
 /// The same without starting one.
 std::shared_ptr<Platform> startedPlatform();
+/// The displays of the running platform, the primary one first; none without a platform. Any thread.
+std::vector<DisplayInfo> presentDisplays();
 
 /// Chooses what `runningPlatform` starts. False, with a line in the log, for a name that is not in the table
 /// and while another platform runs.
