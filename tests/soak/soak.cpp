@@ -87,7 +87,7 @@ struct Soaked {
 };
 
 bool soak(double seconds) {
-    Soaked first, second;
+    Soaked second, first; // the hook of the first works on the second, which ends after it
     first.drawBeside(&second, 1);
     second.drawBeside(nullptr, 2);
     std::atomic<bool> done{false};
