@@ -45,7 +45,7 @@ TEST(PictureReader, EveryKindOfFileShowsItsScene) {
     }
 }
 
-std::string whyNot(const std::string& bytes) {
+std::string whyNotInMemory(const std::string& bytes) {
     std::string why;
     const auto* data = reinterpret_cast<const unsigned char*>(bytes.data());
     const auto reader = vx::openPicture(std::span(data, bytes.size()), &why);
@@ -63,24 +63,24 @@ TEST(PictureReader, SamplesAreScaledWithRounding) {
     EXPECT_EQ(of("100 0 50 99"), (std::vector{0, 128, 252}));
     EXPECT_EQ(of("1 0 1 1"), (std::vector{0, 255, 255}));
     EXPECT_EQ(of("1000 1 500 1000"), (std::vector{66, 32768, 65535}));
-    EXPECT_EQ(whyNot("P2 3 1 100 0 50 101"), "the file is damaged: a sample is too large");
+    EXPECT_EQ(whyNotInMemory("P2 3 1 100 0 50 101"), "the file is damaged: a sample is too large");
 }
 
 TEST(PictureReader, TheBudgetRefusesWhatIsLarger) {
     const std::string row(40, '\0');
-    EXPECT_EQ(whyNot("P5 4 10 255 " + row), "");
+    EXPECT_EQ(whyNotInMemory("P5 4 10 255 " + row), "");
     CGImageSourceSetPixelBudget(39);
-    EXPECT_EQ(whyNot("P5 4 10 255 " + row), "4 x 10 pixels are over the budget");
+    EXPECT_EQ(whyNotInMemory("P5 4 10 255 " + row), "4 x 10 pixels are over the budget");
     CGImageSourceSetPixelBudget(40);
-    EXPECT_EQ(whyNot("P5 4 10 255 " + row), "");
+    EXPECT_EQ(whyNotInMemory("P5 4 10 255 " + row), "");
     CGImageSourceSetPixelBudget(std::uint64_t(16384) * 16384);
-    EXPECT_EQ(whyNot("P5 65536 4097 255 "), "65536 x 4097 pixels are over the budget");
-    EXPECT_EQ(whyNot("P5 65536 65536 255 "), "65536 x 65536 pixels are over the budget");
-    EXPECT_EQ(whyNot("P5 65536 4096 255 "), "the file is cut short");
-    EXPECT_EQ(whyNot("P5 0 4096 255 "), "it has no pixels");
+    EXPECT_EQ(whyNotInMemory("P5 65536 4097 255 "), "65536 x 4097 pixels are over the budget");
+    EXPECT_EQ(whyNotInMemory("P5 65536 65536 255 "), "65536 x 65536 pixels are over the budget");
+    EXPECT_EQ(whyNotInMemory("P5 65536 4096 255 "), "the file is cut short");
+    EXPECT_EQ(whyNotInMemory("P5 0 4096 255 "), "it has no pixels");
     // Whatever the budget: a few bytes are enough for any size of a GIF.
     const std::string gif = "GIF89a" + std::string("\x01\x20\x00\x20\x80\x00\x00", 7) + std::string(6, '\0');
-    EXPECT_EQ(whyNot(gif + "," + std::string("\0\0\0\0\x01\0\x01\0\0\x02", 10)),
+    EXPECT_EQ(whyNotInMemory(gif + "," + std::string("\0\0\0\0\x01\0\x01\0\0\x02", 10)),
               "8193 x 8192 pixels are over the budget");
 }
 

@@ -110,7 +110,7 @@ void main() {
 }
 
 std::string s_Sources;
-std::vector<int> s_Parameters;
+std::vector<int> s_GeometryParameters;
 
 } // namespace
 
@@ -259,7 +259,7 @@ TEST(VX_GeometryShader, GoesUntouchedToADriverWithTheExtensionAndNotAtAllToOneWi
     const auto source = std::exchange(epoxy_glShaderSource, [](GLuint, GLsizei, const GLchar* const* texts,
                                                                const GLint*) { s_Sources += texts[0]; });
     const auto parameter = std::exchange(epoxy_glProgramParameteriEXT, [](GLuint, GLenum name, GLint value) {
-        s_Parameters.insert(s_Parameters.end(), {int(name), value});
+        s_GeometryParameters.insert(s_GeometryParameters.end(), {int(name), value});
     });
     Stages stages(kDialect);
     const std::string sources = s_Sources;
@@ -268,8 +268,8 @@ TEST(VX_GeometryShader, GoesUntouchedToADriverWithTheExtensionAndNotAtAllToOneWi
     epoxy_glProgramParameteriEXT = parameter;
     EXPECT_TRUE(sources.starts_with(kDialect + "// Gives")) << "the vertex shader's text is next";
     EXPECT_EQ(s_Sources, sources) << "there is but one";
-    EXPECT_EQ(s_Parameters, ints(GL_GEOMETRY_INPUT_TYPE_EXT, GL_QUADS, GL_GEOMETRY_OUTPUT_TYPE_EXT, GL_LINES,
-                                 GL_GEOMETRY_VERTICES_OUT_EXT, 0));
+    EXPECT_EQ(s_GeometryParameters, ints(GL_GEOMETRY_INPUT_TYPE_EXT, GL_QUADS, GL_GEOMETRY_OUTPUT_TYPE_EXT,
+                                         GL_LINES, GL_GEOMETRY_VERTICES_OUT_EXT, 0));
 
     driver.geometryShader4 = driver.geometryShaders = false;
     glGetError();

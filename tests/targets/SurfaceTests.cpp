@@ -12,7 +12,7 @@
 #include <numeric>
 
 using PixelBuffer = VX_GLPixelBufferObject;
-using Target = VX_GLMultiSampleRenderTarget;
+using Multisampled = VX_GLMultiSampleRenderTarget;
 
 namespace {
 
@@ -21,7 +21,7 @@ constexpr GLenum kComplete = GL_FRAMEBUFFER_COMPLETE_EXT;
 using Words = std::vector<std::uint32_t>;
 
 struct Filter : VX_GLFilter {
-    explicit Filter(Target* target) : VX_GLFilter(nullptr) { m_RenderTarget = target; }
+    explicit Filter(Multisampled* target) : VX_GLFilter(nullptr) { m_RenderTarget = target; }
     int GetMinRTCount() override { return 0; }
 };
 
@@ -79,7 +79,7 @@ TEST(VX_GLMultiSampleRenderTarget, ResolvesTheEdgesOfARotatedBoxIntoItsTextures)
     HeadlessContext gl(kSize, kSize);
     VX_GLFilterManager manager;
     for (const bool mipmaps : {true, false}) {
-        auto& target = *new Target;
+        auto& target = *new Multisampled;
         Filter filter(&target);
         target.m_GenerateMipmap = mipmaps;
         target.SetTextureFormat(mipmaps ? GL_RGBA8 : GL_RGBA16F_ARB, GL_FLOAT);
@@ -120,7 +120,7 @@ TEST(VX_GLMultiSampleRenderTarget, ResolvesTheEdgesOfARotatedBoxIntoItsTextures)
 }
 
 TEST(VX_GLMultiSampleRenderTarget, MakesAndFreesWhatItsFieldsSay) {
-    auto target = std::make_unique<Target>();
+    auto target = std::make_unique<Multisampled>();
     HeadlessContext gl(kSize, kSize);
     LogCollector log;
     EXPECT_THROW(target->AllocateResolveCount(-1), std::bad_alloc);
@@ -147,7 +147,7 @@ TEST(VX_GLMultiSampleRenderTarget, MakesAndFreesWhatItsFieldsSay) {
     EXPECT_NE(target->CreateFrameBuffer(), kComplete);
     target->DrawFullScreenMSAA();
     NSOpenGLContext::clearCurrentContext();
-    { Target unused; }
+    { Multisampled unused; }
     target.reset();
     EXPECT_EQ(log.count("VX_GLMultiSampleRenderTarget: OpenGL object") + log.count("is not deleted"), 2);
     gl.context()->makeCurrentContext();
@@ -156,7 +156,7 @@ TEST(VX_GLMultiSampleRenderTarget, MakesAndFreesWhatItsFieldsSay) {
 TEST(VX_GLMultiSampleRenderTarget, TellsOfSamplesThatFallShortAndGoesOn) {
     HeadlessContext gl(8, 8);
     LogCollector log;
-    Target target;
+    Multisampled target;
     target.AllocateResolveCount(3);
     target.SetResolution(8, 8);
     target.m_DepthSamples = 64; // more than any driver has

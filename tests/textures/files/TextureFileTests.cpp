@@ -18,7 +18,7 @@
 
 namespace {
 
-constexpr GLenum kRectangle = GL_TEXTURE_RECTANGLE_ARB, kCube = GL_TEXTURE_CUBE_MAP;
+constexpr GLenum kRectangleExt = GL_TEXTURE_RECTANGLE_ARB, kCube = GL_TEXTURE_CUBE_MAP;
 constexpr unsigned kWidth = 5, kHeight = 3;
 
 /// A file of each pixel format, 5 x 3: channels (0 for 16 bits a pixel, in a TGA file), how its texture
@@ -62,7 +62,7 @@ Bytes pixelsOf(GLenum target, GLenum format, GLenum type, unsigned bytesPerPixel
 
 std::vector<int> state() {
     return stateOf(GL_UNPACK_ALIGNMENT, GL_UNPACK_ROW_LENGTH, GL_UNPACK_SKIP_ROWS, GL_UNPACK_SKIP_PIXELS,
-                   GL_TEXTURE_2D, kRectangle, kCube);
+                   GL_TEXTURE_2D, kRectangleExt, kCube);
 }
 
 /// The ways in which hosts leave the unpack state: alignment, row length, skipped rows and pixels.
@@ -144,7 +144,7 @@ TEST(TextureFile, BringsEveryFormatToGLUnderAnyUnpackState) {
             EXPECT_EQ(state(), before);
             EXPECT_EQ(sizes.all(), (std::vector{5.0, 3.0, 1.0, 1.0}));
             EXPECT_EQ(stateOf(GL_TEXTURE_BINDING_RECTANGLE_ARB), ints(name));
-            const Bytes pixels = pixelsOf(kRectangle, kind.format, kind.type, kind.bytes);
+            const Bytes pixels = pixelsOf(kRectangleExt, kind.format, kind.type, kind.bytes);
             tight = tight.empty() ? pixels : tight;
             EXPECT_EQ(pixels, tight);
         }
@@ -270,7 +270,7 @@ TEST(VX_GLTextureLoader, StretchesFlipsAndKeepsThePixels) {
                        : kind == 2 ? loader.load2DMipmapTextureFromPath(file.path(), false)
                                    : loader.load2DTextureFromPath(file.path(), kind == 1);
             };
-            const GLenum target = kind == 3 ? kRectangle : GL_TEXTURE_2D;
+            const GLenum target = kind == 3 ? kRectangleExt : GL_TEXTURE_2D;
             const unsigned name = load(square);
             EXPECT_EQ(state(), before);
             EXPECT_EQ(stateOf(kind == 3 ? GL_TEXTURE_BINDING_RECTANGLE_ARB : GL_TEXTURE_BINDING_2D),
