@@ -1,8 +1,10 @@
 # Warnings and sanitizers for our own targets; none of it reaches a consumer.
-# Without restrict: g++ 12 sees it broken inside std::string, where it is not.
+# Without restrict: g++ 12 sees it broken inside std::string, where it is not. Nor subobject-linkage where sources are
+# compiled several at a time: it takes them for headers.
 add_library(VX_compile_options INTERFACE)
 target_compile_options(VX_compile_options INTERFACE
     -Wall -Wextra -Wnon-virtual-dtor -Wno-unused-parameter $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
+    $<$<AND:$<CXX_COMPILER_ID:GNU>,$<BOOL:${VX_UNITY}>>:-Wno-subobject-linkage>
     $<$<BOOL:${VX_WARNINGS_AS_ERRORS}>:-Werror>)
 
 if(VX_SANITIZE)

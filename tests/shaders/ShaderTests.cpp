@@ -116,8 +116,8 @@ struct Files {
     ~Files() { std::filesystem::remove_all(root); }
     void write(const char* name, std::string_view bytes) { std::ofstream(root / name) << bytes; }
 
-    const std::filesystem::path root = std::filesystem::path(testing::TempDir()) /
-                                       testing::UnitTest::GetInstance()->current_test_info()->name();
+    const std::filesystem::path root =
+        std::filesystem::path(testing::TempDir()) / ("vx_shaders_" + std::to_string(getpid()));
     VX_GLFilterManager manager;
 };
 

@@ -16,6 +16,8 @@
 #include <functional>
 #include <thread>
 
+#include <unistd.h>
+
 namespace {
 
 constexpr GLenum kRectangleExt = GL_TEXTURE_RECTANGLE_ARB, kCube = GL_TEXTURE_CUBE_MAP;
@@ -96,7 +98,7 @@ struct FaceFolder {
         side -= side == 8;
         std::ofstream(path + "/" + name, std::ios::binary) << pngBytes(4, side, side, noise(side * side * 4));
     }
-    const std::string path = testing::TempDir() + "vx faces \u00e9";
+    const std::string path = testing::TempDir() + "vx faces \u00e9 " + std::to_string(getpid());
 };
 
 /// The side of each face that the texture has, or 0.
