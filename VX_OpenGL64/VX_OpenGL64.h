@@ -29,6 +29,7 @@
 #include <VX_OpenGL64/meshes/shapes/VX_GLGeometryUVSphere.h>
 #include <VX_OpenGL64/output/VX_FinalOutputManager.h>
 #include <VX_OpenGL64/output/VX_GLFilledScreenWindow.h>
+#include <VX_OpenGL64/output/VX_GLFrameRecorder.h>
 #include <VX_OpenGL64/output/VX_GLScreenManager.h>
 #include <VX_OpenGL64/shaders/VX_FragmentShader.h>
 #include <VX_OpenGL64/shaders/VX_GLFilter.h>

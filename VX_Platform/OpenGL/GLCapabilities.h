@@ -30,6 +30,8 @@ struct GLCapabilities {
     /// `GL_EXT_framebuffer_multisample`, alone or as a part of `GL_ARB_framebuffer_object`. Without it asking
     /// for GL_MAX_SAMPLES_EXT leaves GL_INVALID_ENUM behind.
     bool framebufferMultisample = false;
+    /// Fences: OpenGL 3.2 or `GL_ARB_sync`. Without them only waiting tells whether pixels have arrived.
+    bool sync = false;
 };
 
 /// The record of the calling thread's current context, also of one that the host made by other means. Without

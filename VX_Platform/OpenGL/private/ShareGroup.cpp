@@ -17,6 +17,7 @@ vx::GLCapabilities vx::readGLCapabilities() {
     found.bindTextures = epoxy_gl_version() >= 44;
     found.framebufferMultisample = epoxy_has_gl_extension("GL_EXT_framebuffer_multisample") ||
                                    epoxy_has_gl_extension("GL_ARB_framebuffer_object");
+    found.sync = epoxy_gl_version() >= 32 || epoxy_has_gl_extension("GL_ARB_sync");
     return found;
 }
 
