@@ -5,7 +5,8 @@
 #include <VX_OpenGL64/targets/VX_GLRenderTarget.h>
 #include <VX_Platform/Foundation/NSLog.h>
 
-VX_GLFilter::VX_GLFilter(VX_GLFilterManager* manager) : m_Manager(manager) {}
+VX_GLFilter::VX_GLFilter(VX_GLFilterManager* manager)
+    : m_Manager(manager), m_Self(std::make_shared<VX_GLFilter*>(this)) {}
 
 VX_GLFilter::~VX_GLFilter() {
     for (VX_Program* program : m_Programs)

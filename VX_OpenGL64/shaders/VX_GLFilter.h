@@ -3,9 +3,13 @@
 
 #include <VX_Platform/VX_Export.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
+namespace vx {
+class LiveShaders;
+}
 class VX_FragmentShader;
 class VX_GLFilterManager;
 class VX_GLRenderTarget;
@@ -115,7 +119,10 @@ public:
     VX_GLRenderTarget* m_RenderTarget = nullptr;
 
 private:
+    friend class vx::LiveShaders;
     VX_GLRenderTarget& renderTarget(const char* caller) const;
 
     std::string m_Failure;
+    /// The filter, for who may outlive it.
+    std::shared_ptr<VX_GLFilter*> m_Self;
 };

@@ -5,6 +5,7 @@
 #include <VX_OpenGL64/shaders/VX_GLFilter.h>
 #include <VX_OpenGL64/shaders/VX_GeometryShader.h>
 #include <VX_OpenGL64/shaders/VX_VertexShader.h>
+#include <VX_OpenGL64/shaders/private/LiveShaders.h>
 #include <VX_OpenGL64/shaders/private/ShaderFailure.h>
 #include <VX_Platform/AppKit/NSAlert.h>
 #include <VX_Platform/Foundation/NSFileManager.h>
@@ -12,7 +13,9 @@
 #include <VX_Platform/Foundation/NSString.h>
 #include <VX_Platform/Foundation/VX_Diagnostics.h>
 #include <VX_Platform/OpenGL/NSOpenGLContext.h>
+#include <VX_Platform/OpenGL/private/CurrentContext.h>
 
+#include <system_error>
 #include <utility>
 
 namespace {
@@ -46,6 +49,8 @@ NSString* pathText(const std::string& path) {
 }
 
 } // namespace
+
+VX_GLFilterManager::VX_GLFilterManager() = default;
 
 VX_GLFilterManager::~VX_GLFilterManager() {
     for (const auto& [name, shader] : m_VShaders)
@@ -156,6 +161,8 @@ VX_GLFilter* VX_GLFilterManager::SetupFilter(VX_GLFilter* filter, int width, int
 void VX_GLFilterManager::fail(const std::string& line) {
     // A driver's words end with a line feed.
     m_Failures.push_back(line.substr(0, line.find_last_not_of(" \r\n") + 1));
+    if (m_Live)
+        m_Live->noteFailure(m_Failures.back());
     if (VX_GetDiagnostics())
         NSLog("%s", m_Failures.back().c_str());
 }
@@ -177,8 +184,11 @@ void VX_GLFilterManager::checkShareGroup() {
 template <class Shader>
 Shader* VX_GLFilterManager::shaderOf(std::map<std::string, Shader*, std::less<>>& cache, const char* fileName,
                                      const char* kind) {
-    if (Shader* shader = found(cache, fileName))
+    if (Shader* shader = found(cache, fileName)) {
+        if (m_Live)
+            m_Live->followFile(fileName);
         return shader;
+    }
     const std::string source = LoadShaderFileToString(fileName);
     if (source.empty())
         NSLog("Can't open shader file: %s", fileName);
@@ -188,8 +198,11 @@ Shader* VX_GLFilterManager::shaderOf(std::map<std::string, Shader*, std::less<>>
         cache.emplace(fileName, shader);
     else if (kind)
         NSLog("Failed %s: %s", kind, fileName);
-    for (const std::string& line : vx::locateFailures(foundPath(fileName), source, failure))
+    const std::string path = foundPath(fileName);
+    for (const std::string& line : vx::locateFailures(path, source, failure))
         fail(line);
+    if (m_Live)
+        m_Live->followFile(fileName, path, source, shader);
     return shader;
 }
 
@@ -198,7 +211,11 @@ void VX_GLFilterManager::makeProgram(VX_GLFilter& filter, const VX_GLGeometrySha
     VX_FragmentShader* fragment = shaderOf(m_PShaders, row.fragmentShader, "pshader");
     VX_GeometryShader* geometry =
         row.geometryShader ? shaderOf(m_GShaders, row.geometryShader, nullptr) : nullptr;
-    if (filter.CreateProgram(vertex, fragment, geometry, row.inputType, row.outputType, row.verticesOut))
+    VX_Program* const program =
+        filter.CreateProgram(vertex, fragment, geometry, row.inputType, row.outputType, row.verticesOut);
+    if (m_Live)
+        m_Live->followRow(filter, row, program);
+    if (program)
         return;
     std::vector<std::string> files{row.vertexShader, row.fragmentShader};
     if (row.geometryShader)
@@ -219,6 +236,28 @@ void VX_GLFilterManager::setUpRenderTarget(VX_GLFilter& filter, int width, int h
         else
             filter.CreateRT(internalFormat, type, -1, -1);
     }
+}
+
+bool VX_GLFilterManager::WatchShaderFiles(bool watch) {
+    if (!watch)
+        m_Live.reset();
+    try {
+        if (watch && !m_Live)
+            m_Live = std::make_unique<vx::LiveShaders>(*this);
+    } catch (const std::system_error& failure) {
+        NSLog("VX_GLFilterManager::WatchShaderFiles: no thread to watch files on: %s", failure.what());
+    }
+    return m_Live != nullptr;
+}
+
+bool VX_GLFilterManager::RebuildChangedPrograms() {
+    VX_NEEDS_CONTEXT();
+    return m_Live && m_Live->rebuild();
+}
+
+const std::vector<std::string>& VX_GLFilterManager::RebuildFailures() const {
+    static const std::vector<std::string> none;
+    return m_Live ? m_Live->failures() : none;
 }
 
 VX_Program* VX_GLFilterManager::MakeProgramForFilter(VX_GLFilter* filter, const char* vertexSource,

@@ -5,9 +5,13 @@
 
 #include <functional>
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
+namespace vx {
+class LiveShaders;
+}
 class VX_FragmentShader;
 class VX_GLFilter;
 class VX_GeometryShader;
@@ -23,8 +27,8 @@ struct VX_GLGeometryShaderInformation;
 /// file's extension means nothing. The one exception are geometry shaders without a layout of their own, on
 /// drivers without GL_EXT_geometry_shader4: `VX_GeometryShader` tells what becomes of them. File names are
 /// the keys of the caches as the filter's table gives them, without directory and byte by byte. A file that
-/// changes on disk is not read again; a shader that failed is not cached and is tried again by the next
-/// filter that names it.
+/// changes on disk is not read again, unless `WatchShaderFiles` asks for that; a shader that failed is not
+/// cached and is tried again by the next filter that names it.
 ///
 /// Order of use: `AddResourcePath` and `SetResolution`, then `SetupFilter` for each filter. What makes or
 /// deletes a shader needs a GL 2.0 context current on the calling thread, the destructor included: always one
@@ -33,7 +37,7 @@ struct VX_GLGeometryShaderInformation;
 class VX_EXPORT VX_GLFilterManager {
 public:
     /// Without directories, 0 x 0; makes no GL call.
-    VX_GLFilterManager() = default;
+    VX_GLFilterManager();
     /// Deletes the cached vertex shaders, then the fragment shaders, each in the order of their names. The
     /// geometry shaders in the cache are not deleted. GL: glDeleteShader.
     virtual ~VX_GLFilterManager();
@@ -89,6 +93,30 @@ public:
     /// of the cached shaders. Makes no GL call.
     const std::vector<std::string>& Failures() const { return m_Failures; }
 
+    /// Follows the files of the filters that are set up from now on, or ends that; off at first. A thread of
+    /// its own looks for changes ten times a second, so that nothing is read between two frames: files may be
+    /// replaced by renaming, be gone for a while or appear in a directory that is searched earlier. True when
+    /// they are followed; false, with a line in the log, when there is no thread to be had. Makes no GL call.
+    bool WatchShaderFiles(bool watch);
+    /// Builds the programs of changed files anew, for a host to call between two frames:
+    ///
+    ///     void renderPipeline(CGRect* bounds) override {
+    ///         m_Manager->RebuildChangedPrograms();
+    ///
+    /// The `VX_Program`s stay the objects they are and get another `m_Program`, with the attribute locations
+    /// and the values of uniforms that the host has set in the former one; those that it left alone begin
+    /// with the values in the new text. A row that had failed gets its program at its place in `m_Programs`.
+    /// One that fails now keeps its last good program, also in filters that are set up later. `Setup` is not
+    /// called again. True when a file has changed, for better or worse. Needs the context, and
+    /// `WatchShaderFiles`; while nothing has changed it makes no GL call and costs some nanoseconds.
+    /// GL: as the shader classes and `VX_Program`, glGetActiveUniform, glGetUniform*, glBindAttribLocation,
+    /// glUniform*, glUseProgram. The current program stays, but for one that was replaced: it is on its way
+    /// out, and the next `activeProgram` takes the new one.
+    bool RebuildChangedPrograms();
+    /// What fails as the watched files are now, one line each like `Failures`, for a host that shows them
+    /// over the picture; empty when all is well. Makes no GL call.
+    const std::vector<std::string>& RebuildFailures() const;
+
     /// A program for the filter, owned by it, made of two source texts outside the caches and files; null on
     /// failure. The two shaders live on with nobody to free them.
     VX_Program* MakeProgramForFilter(VX_GLFilter* filter, const char* vertexSource,
@@ -116,6 +144,8 @@ private:
     void fail(const std::string& line);
 
     std::vector<std::string> m_Failures;
+    /// Null while files are not watched.
+    std::unique_ptr<vx::LiveShaders> m_Live;
     /// That of the contexts that the cached shaders belong to; null while it is not known.
     const void* m_ShareGroup = nullptr;
 };

@@ -7,6 +7,10 @@
 #include <map>
 #include <string>
 
+namespace vx {
+class LiveShaders;
+}
+
 /// Owns one GL geometry shader, compiled from source text in memory. Primitive types and vertex count are
 /// given to `VX_Program::attachGeometryShader`, not in the text.
 ///
@@ -64,6 +68,7 @@ public:
 
 private:
     friend class VX_Program;
+    friend class vx::LiveShaders;
     unsigned int shaderFor(const std::array<int, 3>& parameters, std::string& failure);
     void freeVariants();
 
