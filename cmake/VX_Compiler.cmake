@@ -3,7 +3,8 @@
 # compiled several at a time: it takes them for headers.
 add_library(VX_compile_options INTERFACE)
 target_compile_options(VX_compile_options INTERFACE
-    -Wall -Wextra -Wnon-virtual-dtor -Wno-unused-parameter $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
+    -Wall -Wextra -Wnon-virtual-dtor -Wsuggest-override -Wzero-as-null-pointer-constant -Wno-unused-parameter
+    $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
     $<$<AND:$<CXX_COMPILER_ID:GNU>,$<BOOL:${VX_UNITY}>>:-Wno-subobject-linkage>
     $<$<BOOL:${VX_WARNINGS_AS_ERRORS}>:-Werror>)
 

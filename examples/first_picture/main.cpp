@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A lit, turning box, drawn off-screen and brought to the screen by a glow filter.
+// A lit, turning box, drawn off-screen and brought to the screen by a glow filter. Edit a shader file while
+// it runs: the picture follows with the next save, and what is wrong in it stands over the picture.
 #include <VX_OpenGL64/camera/VX_GLCamera.h>
 #include <VX_OpenGL64/camera/VX_GLLight.h>
 #include <VX_OpenGL64/host/VX_GLRenderpipeline.h>
@@ -10,6 +11,7 @@
 #include <VX_OpenGL64/shaders/VX_Program.h>
 #include <VX_OpenGL64/targets/VX_GLRenderTarget.h>
 #include <VX_Platform/Foundation/VX_Diagnostics.h>
+#include <examples/support/Caption.h>
 #include <examples/support/ExampleHost.h>
 
 #include <epoxy/gl.h>
@@ -34,8 +36,8 @@ public:
         return table;
     }
     int GetMinRTCount() override { return 2; }
-    // A shader that failed has left no program behind.
-    bool Setup() override { return m_Programs.size() == 2; }
+    // A shader that failed has left no program behind; once it is mended there are both.
+    bool works() const { return m_Programs.size() == 2; }
 
     void beginScene() { Bind(0); }
     void endScene() { Unbind(); }
@@ -74,6 +76,7 @@ public:
     void doStartRender() override {
         m_Manager = std::make_unique<VX_GLFilterManager>();
         m_Manager->AddResourcePath(m_Shaders);
+        m_Manager->WatchShaderFiles(true);
         m_Width = m_Height = 0;
 
         VX_GLGeometryCube::Color = glm::vec4(1.0f, 0.55f, 0.18f, 1.0f);
@@ -87,6 +90,7 @@ public:
 
     // The context is still current: drop everything.
     void doStopRender() override {
+        m_Failures.set({});
         m_Box.reset();
         m_Filter.reset();
         m_Manager.reset();
@@ -95,13 +99,17 @@ public:
 
     void renderPipeline(CGRect* bounds) override {
         followSize(static_cast<int>(bounds->size.width), static_cast<int>(bounds->size.height));
-        if (m_FilterWorks)
+        if (m_Manager->RebuildChangedPrograms())
+            m_Failures.set(m_Manager->RebuildFailures());
+        const bool filters = m_Filter->works();
+        if (filters)
             m_Filter->beginScene();
         drawScene();
-        if (m_FilterWorks) {
+        if (filters) {
             m_Filter->endScene();
             m_Filter->drawToScreen();
         }
+        m_Failures.draw(m_Width, m_Height);
     }
 
 private:
@@ -114,7 +122,8 @@ private:
         m_Height = height;
         glViewport(0, 0, width, height);
         m_Filter = std::make_unique<GlowFilter>(m_Manager.get());
-        m_FilterWorks = m_Manager->SetupFilter(m_Filter.get(), width, height, GL_RGBA8, GL_UNSIGNED_BYTE);
+        m_Manager->SetupFilter(m_Filter.get(), width, height, GL_RGBA8, GL_UNSIGNED_BYTE);
+        m_Failures.set(m_Manager->RebuildFailures());
         m_Camera.m_Aspect = static_cast<float>(width) / static_cast<float>(std::max(height, 1));
         m_Camera.m_EyeAt.z = -5.5f / std::min(m_Camera.m_Aspect, 1.0f);
         m_Camera.m_ZFar = 5.0f - m_Camera.m_EyeAt.z;
@@ -146,7 +155,7 @@ private:
     VX_GLLight m_Light;
     int m_Width = 0;
     int m_Height = 0;
-    bool m_FilterWorks = false;
+    Caption m_Failures;
 };
 
 } // namespace
