@@ -14,7 +14,7 @@ public:
         static const VX_GLShaderInformation table[] = {{"sepia.vert", "sepia.frag"}, {nullptr, nullptr}};
         return table;
     }
-    bool Setup() override { return m_Programs.size() == 1; } // a program that failed is not in the list
+    bool works() const { return m_Programs.size() == 1; } // a program that failed is not in the list
 
     void draw(float strength) {
         m_RenderTarget->SetDefaultProjection(); // one unit is one pixel
@@ -30,15 +30,17 @@ class SepiaPipeline : public VX_GLRenderpipeline {
     void doStartRender() override {
         m_Manager = std::make_unique<VX_GLFilterManager>();
         m_Manager->AddResourcePath("docs/snippets");
+        m_Manager->WatchShaderFiles(true); // a file that is saved takes effect at once
         m_Filter = std::make_unique<SepiaFilter>(m_Manager.get());
-        m_Works = m_Manager->SetupFilter(m_Filter.get(), 640, 360, GL_RGBA8, GL_UNSIGNED_BYTE);
+        m_Manager->SetupFilter(m_Filter.get(), 640, 360, GL_RGBA8, GL_UNSIGNED_BYTE);
     }
     void doStopRender() override { // the context is current, and GL objects need it
         m_Filter.reset();
         m_Manager.reset();
     }
     void renderPipeline(CGRect*) override {
-        if (!m_Works)
+        m_Manager->RebuildChangedPrograms();
+        if (!m_Filter->works())
             return;
         m_Filter->Bind(0); // from here on into the filter's texture 0
         glClearColor(0.2f, 0.5f, 0.9f, 1.0f);
@@ -48,7 +50,6 @@ class SepiaPipeline : public VX_GLRenderpipeline {
     }
     std::unique_ptr<VX_GLFilterManager> m_Manager;
     std::unique_ptr<SepiaFilter> m_Filter;
-    bool m_Works = false;
 };
 
 int main() {
