@@ -63,7 +63,7 @@ TEST_F(FrameRecorder, WritesEveryFrameInOrderWhereItWaits) {
             film += draw(i);
             if (i % 2)
                 target.Unbind();
-            glReadBuffer(GL_FRONT);
+            glReadBuffer(GL_NONE);
             glPixelStorei(GL_PACK_SKIP_PIXELS, 2);
             const auto state = [] {
                 return stateOf(GL_FRAMEBUFFER_BINDING_EXT, GL_READ_BUFFER, GL_PIXEL_PACK_BUFFER_BINDING,
@@ -131,7 +131,14 @@ TEST_F(FrameRecorder, DropsAndCountsWhatAProgramDoesNotTake) {
 
 TEST_F(FrameRecorder, NeverHoldsAFrameUpWhereItDrops) {
     HeadlessContext large(512, 512);
-    ASSERT_TRUE(recorder.OpenProgram("sleep 1; cat > /dev/null", 512, 512, Behind::drop));
+    clearTo(1, 0, 0);
+    clearTo(0, 1, 0, 0, 300, 512, 212);
+    std::string film;
+    for (int row = 0; row < 512; ++row)
+        for (int i = 0; i < 512; ++i)
+            film += row < 212 ? std::string({0, char(255), 0, char(255)})
+                              : std::string({0, 0, char(255), char(255)});
+    ASSERT_TRUE(recorder.OpenProgram(("sleep 1; " + into("film")).c_str(), 512, 512, Behind::drop));
     const auto start = std::chrono::steady_clock::now();
     int taken = 0;
     for (int i = 0; i < 40; ++i)
@@ -141,4 +148,8 @@ TEST_F(FrameRecorder, NeverHoldsAFrameUpWhereItDrops) {
     EXPECT_TRUE(recorder.Finish()) << "what was taken is written";
     EXPECT_EQ(recorder.GetWrittenFrames(), unsigned(taken));
     EXPECT_EQ(recorder.GetDroppedFrames(), unsigned(40 - taken));
+    const std::string written = fileNamed("film");
+    ASSERT_EQ(written.size(), film.size() * std::size_t(taken));
+    for (int i = 0; i < taken; ++i)
+        EXPECT_EQ(written.compare(film.size() * std::size_t(i), film.size(), film), 0) << i;
 }

@@ -118,6 +118,8 @@ bool LiveShaders::hasPending(const Row& row) const {
 bool LiveShaders::rebuild(Row& row) {
     VX_Program program;
     VX_Program* const former = programOf(row);
+    if (row.program && !former)
+        return true; // the host has no use for it any more
     if (!link(program, row, former))
         return false;
     install(row, program, former);
