@@ -99,6 +99,7 @@
 #include <VX_Platform/Foundation/NSString.h>
 #include <VX_Platform/Foundation/NSTimer.h>
 #include <VX_Platform/Foundation/VX_Diagnostics.h>
+#include <VX_Platform/Foundation/VX_Libraries.h>
 #include <VX_Platform/OpenGL/CGL.h>
 #include <VX_Platform/OpenGL/GLCapabilities.h>
 #include <VX_Platform/OpenGL/NSOpenGLContext.h>

@@ -20,3 +20,12 @@ NSFont* NSFont::fontWithName(NSString* name, double size) {
         font->m_Size = std::min(size, vx::TextLayout::kMaxFontSize);
     return font->autorelease();
 }
+
+NSString* NSFont::familyName() const {
+    return NSString::stringWithUTF8String(m_Family.c_str());
+}
+
+NSString* NSFont::fileName() const {
+    const std::string file = vx::FontMap::fileOf({m_Family, m_Weight});
+    return file.empty() ? nullptr : NSString::stringWithUTF8String(file.c_str());
+}

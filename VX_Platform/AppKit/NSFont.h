@@ -20,6 +20,11 @@ public:
     /// Returns the name that it was asked for by; borrowed.
     NSString* fontName() const { return m_Name.get(); }
     double pointSize() const { return m_Size; }
+    /// Returns the family that serves that name; borrowed, autoreleased.
+    NSString* familyName() const;
+    /// Returns the path of the file that its letters come from first; borrowed, autoreleased. Null where
+    /// fontconfig tells of none.
+    NSString* fileName() const;
 
 protected:
     ~NSFont() override = default;

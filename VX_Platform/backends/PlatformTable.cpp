@@ -16,8 +16,8 @@ std::string onlyByName() {
 }
 
 const PlatformRow kTable[] = {
-    {"x11", x11Presence, startX11Platform, presentX11Alert},
-    {"headless", onlyByName, startHeadlessPlatform, logAlert},
+    {"x11", x11Presence, startX11Platform, presentX11Alert, x11Library},
+    {"headless", onlyByName, startHeadlessPlatform, logAlert, nullptr},
 };
 
 } // namespace

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <VX_Platform/Foundation/VX_Libraries.h>
 #include <VX_Platform/backends/Platform.h>
 
 #include <span>
@@ -24,6 +25,8 @@ struct PlatformRow {
     std::unique_ptr<Platform> (*start)(PlatformEvents& events, const HeadlessOptions& headless);
     /// `Platform::presentAlert`, which needs no started platform.
     int (*presentAlert)(const AlertContents& contents);
+    /// What its windows are made by; null for none.
+    VX_Library (*library)();
 };
 
 /// All of them, in the order in which they are tried where the host names none.

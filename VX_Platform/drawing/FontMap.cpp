@@ -91,4 +91,22 @@ FontFace FontMap::resolve(const std::string& family, int weight) {
     return {"", weight};
 }
 
+std::string FontMap::fileOf(const FontFace& face) {
+    FcPattern* pattern = FcPatternCreate();
+    FcPatternAddString(pattern, FC_FAMILY, reinterpret_cast<const FcChar8*>(face.family.c_str()));
+    FcPatternAddInteger(pattern, FC_WEIGHT, FcWeightFromOpenType(face.weight));
+    FcConfigSubstitute(nullptr, pattern, FcMatchPattern);
+    FcDefaultSubstitute(pattern);
+    FcResult result = FcResultNoMatch;
+    FcPattern* found = FcFontMatch(nullptr, pattern, &result);
+    FcChar8* path = nullptr;
+    std::string file;
+    if (found && FcPatternGetString(found, FC_FILE, 0, &path) == FcResultMatch)
+        file = reinterpret_cast<const char*>(path);
+    if (found)
+        FcPatternDestroy(found);
+    FcPatternDestroy(pattern);
+    return file;
+}
+
 } // namespace vx

@@ -35,6 +35,8 @@ public:
     static FontFace resolve(const std::string& family, int weight);
     /// The same, remembered by this map: asking fontconfig takes longer than drawing a line of text.
     const FontFace& face(const std::string& family);
+    /// The path of the file that fontconfig takes for a face; empty where it has none.
+    static std::string fileOf(const FontFace& face);
 
     /// What layouts are made in; borrowed.
     PangoContext* context() const { return m_Context.get(); }

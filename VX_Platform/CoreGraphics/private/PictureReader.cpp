@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <VX_Platform/CoreGraphics/CGImageSource.h>
 #include <VX_Platform/CoreGraphics/private/PictureDecoder.h>
+#include <VX_Platform/CoreGraphics/private/PictureLibraries.h>
 
 #include <atomic>
 #include <cctype>
@@ -49,22 +50,24 @@ bool isWebP(Head head) {
 }
 
 struct Kind {
+    const char* name;
     bool (*claims)(Head head);
     vx::PictureDecoderMaker make;
+    VX_Library (*library)(const char* kind);
 };
 
 constexpr Kind kKinds[] = {
-    {isPNG, vx::makePNGDecoder},
-    {isJPEG, vx::makeJPEGDecoder},
-    {isTIFF, vx::makeTIFFDecoder},
-    {isWebP, vx::makeWebPDecoder},
-    {isGIF, vx::makeGIFDecoder},
-    {isBMP, vx::makeBMPDecoder},
-    {isPNM, vx::makePNMDecoder},
-    {isPSD, vx::makePSDDecoder},
-    {isHDR, vx::makeHDRDecoder},
+    {"PNG", isPNG, vx::makePNGDecoder, vx::libraryOfPNG},
+    {"JPEG", isJPEG, vx::makeJPEGDecoder, vx::libraryOfJPEG},
+    {"TIFF", isTIFF, vx::makeTIFFDecoder, vx::libraryOfTIFF},
+    {"WebP", isWebP, vx::makeWebPDecoder, vx::libraryOfWebP},
+    {"GIF", isGIF, vx::makeGIFDecoder, vx::libraryOfGIF},
+    {"BMP", isBMP, vx::makeBMPDecoder, vx::noLibrary},
+    {"PNM", isPNM, vx::makePNMDecoder, vx::noLibrary},
+    {"PSD", isPSD, vx::makePSDDecoder, vx::libraryOfSTB},
+    {"HDR", isHDR, vx::makeHDRDecoder, vx::libraryOfSTB},
     // Last, since it is told by numbers that look right.
-    {vx::mayBeTGA, vx::makeTGADecoder},
+    {"TGA", vx::mayBeTGA, vx::makeTGADecoder, vx::noLibrary},
 };
 
 vx::PictureDecoderMaker makerFor(Head head) {
@@ -98,6 +101,13 @@ std::unique_ptr<vx::PictureReader> openSource(std::unique_ptr<vx::ByteSource> so
 
 void CGImageSourceSetPixelBudget(std::uint64_t pixels) {
     budget = pixels;
+}
+
+std::vector<VX_Library> VX_GetPictureDecoders() {
+    std::vector<VX_Library> decoders;
+    for (const Kind& kind : kKinds)
+        decoders.push_back(kind.library(kind.name));
+    return decoders;
 }
 
 std::uint64_t vx::pixelBudget() {

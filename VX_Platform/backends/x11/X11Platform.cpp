@@ -164,4 +164,12 @@ int presentX11Alert(const AlertContents& contents) {
     return result ? *result : logAlert(contents);
 }
 
+VX_Library x11Library() {
+    SDL_version version;
+    SDL_GetVersion(&version);
+    return {"windows and input", "SDL",
+            std::to_string(version.major) + "." + std::to_string(version.minor) + "." +
+                std::to_string(version.patch)};
+}
+
 } // namespace vx

@@ -11,5 +11,7 @@ std::string x11Presence();
 std::unique_ptr<Platform> startX11Platform(PlatformEvents& events, const HeadlessOptions& headless);
 /// An alert in a window of its own; in the log where no window can be had.
 int presentX11Alert(const AlertContents& contents);
+/// SDL.
+VX_Library x11Library();
 
 } // namespace vx
