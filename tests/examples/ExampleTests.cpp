@@ -5,36 +5,21 @@
 #undef main
 
 #include <tests/support/Picture.h>
+#include <tests/support/RunProgram.h>
 
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <set>
 #include <vector>
 
 using vx::test::Picture;
+using vx::test::Result;
+using vx::test::run;
 
 namespace {
-
-struct Result {
-    int status;
-    std::string output;
-};
-
-// Runs a command line without a display.
-Result run(const std::string& command) {
-    Result result{-1, {}};
-    FILE* pipe = popen(("unset DISPLAY; timeout 60 " + command + " 2>&1").c_str(), "r");
-    for (int letter; pipe && (letter = std::fgetc(pipe)) != EOF;)
-        result.output += static_cast<char>(letter);
-    const int status = pipe ? pclose(pipe) : -1;
-    result.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return result;
-}
 
 class ExampleTest : public testing::Test {
 protected:

@@ -1,0 +1,176 @@
+// SPDX-License-Identifier: MIT
+#include <tools/doctor/Doctor.h>
+#include <tools/doctor/Report.h>
+
+#include <VX_OpenGL64/host/VX_GLHost.h>
+#include <VX_Platform/AppKit/NSApplication.h>
+#include <VX_Platform/AppKit/NSScreen.h>
+#include <VX_Platform/CoreVideo/CVDisplayLink.h>
+#include <VX_Platform/Foundation/NSString.h>
+
+#include <epoxy/gl.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <cstdlib>
+#include <vector>
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr double kSeconds = 2.0;
+constexpr double kStep = 0.02;
+// Of 0.2, 0.4 and 0.6.
+constexpr int kColor[] = {51, 102, 153};
+
+double secondsSince(Clock::time_point begin) {
+    return std::chrono::duration<double>(Clock::now() - begin).count();
+}
+
+/// Draws one colour and notes when.
+class Pulse : public VX_GLRenderpipeline {
+public:
+    VX_RETURNS_OWN_TYPE(Pulse)
+
+    void renderPipeline(CGRect* bounds) override {
+        m_Times.push_back(Clock::now());
+        glViewport(0, 0, static_cast<int>(bounds->size.width), static_cast<int>(bounds->size.height));
+        glClearColor(0.2f, 0.4f, 0.6f, 1.0f);
+        glClear(GL_COLOR_BUFFER_BIT);
+        if (m_Times.size() == 1)
+            glReadPixels(10, 10, 1, 1, GL_RGB, GL_UNSIGNED_BYTE, m_Pixel);
+    }
+
+    // Under the render lock.
+    std::vector<Clock::time_point> m_Times;
+    unsigned char m_Pixel[3] = {};
+
+protected:
+    ~Pulse() override = default;
+};
+
+struct Counts {
+    std::size_t frames;
+    std::uint64_t lost, missed;
+};
+
+Counts countsOf(VX_GLMainView* view, const Pulse* pulse) {
+    view->RenderThreadLock();
+    const Counts counts = {pulse->m_Times.size(), view->GetLostRefreshes(),
+                           CVDisplayLinkGetMissedRefreshes(view->displayLink())};
+    view->RenderThreadUnLock();
+    return counts;
+}
+
+void step() {
+    NSApplication::sharedApplication()->runStep(kStep);
+}
+
+bool waitForFrame(VX_GLMainView* view, const Pulse* pulse) {
+    for (const Clock::time_point begin = Clock::now(); secondsSince(begin) < kSeconds; step())
+        if (countsOf(view, pulse).frames > 0)
+            return true;
+    return false;
+}
+
+double at(const std::vector<double>& sorted, double share) {
+    return sorted[static_cast<std::size_t>(share * static_cast<double>(sorted.size() - 1))];
+}
+
+double millisecondsBetween(Clock::time_point begin, Clock::time_point end) {
+    return std::chrono::duration<double, std::milli>(end - begin).count();
+}
+
+void printIntervals(const Clock::time_point* times, std::size_t count) {
+    if (count < 2)
+        return;
+    const double mean = millisecondsBetween(times[0], times[count - 1]) / static_cast<double>(count - 1);
+    std::vector<double> intervals, deviations;
+    for (std::size_t i = 1; i < count; ++i) {
+        intervals.push_back(millisecondsBetween(times[i - 1], times[i]));
+        deviations.push_back(std::abs(intervals.back() - mean));
+    }
+    std::sort(intervals.begin(), intervals.end());
+    std::sort(deviations.begin(), deviations.end());
+    printRow("interval",
+             textOf("mean %.3f ms (%.2f Hz), median %.3f ms", mean, 1000.0 / mean, at(intervals, 0.5)));
+    printRow("deviation from it", textOf("p50 %.3f ms, p99 %.3f ms, worst %.3f ms", at(deviations, 0.5),
+                                         at(deviations, 0.99), deviations.back()));
+}
+
+void printDisplay(NSWindow* window) {
+    if (const NSScreen* screen = window->screen())
+        printRow("display", textOf("%s, %.2f Hz announced", screen->localizedName()->UTF8String(),
+                                   screen->refreshRate()));
+}
+
+void printLink(CVDisplayLinkRef link) {
+    const double period = CVDisplayLinkGetActualOutputVideoRefreshPeriod(link);
+    printRow("throttle", textOf("%s, %.2f Hz", CVDisplayLinkGetThrottleName(link), 1.0 / period));
+}
+
+void printFrames(const Counts& before, const Counts& after, double seconds) {
+    const std::size_t frames = after.frames - before.frames;
+    printRow("frames",
+             textOf("%zu in %.2f s (%.2f a second)", frames, seconds, static_cast<double>(frames) / seconds));
+    printRow("lost refreshes", textOf("%llu, and %llu that the frame before took",
+                                      static_cast<unsigned long long>(after.lost - before.lost),
+                                      static_cast<unsigned long long>(after.missed - before.missed)));
+}
+
+void printPixel(const unsigned char (&pixel)[3]) {
+    int difference = 0;
+    for (int i = 0; i < 3; ++i)
+        difference = std::max(difference, std::abs(pixel[i] - kColor[i]));
+    printRow("a pixel read back", difference <= 1 ? "as drawn"
+                                                  : textOf("%d %d %d for %d %d %d", pixel[0], pixel[1],
+                                                           pixel[2], kColor[0], kColor[1], kColor[2]));
+}
+
+double waitTwoSeconds() {
+    const Clock::time_point begin = Clock::now();
+    while (secondsSince(begin) < kSeconds)
+        step();
+    return secondsSince(begin);
+}
+
+std::string measure(VX_GLHost* host, const Pulse* pulse) {
+    VX_GLMainView* view = host->view();
+    if (!waitForFrame(view, pulse))
+        return "no frames within two seconds: " + lastLogLine();
+    const Counts before = countsOf(view, pulse);
+    const double seconds = waitTwoSeconds();
+    const Counts after = countsOf(view, pulse);
+    if (after.frames == before.frames)
+        return "no frames within two seconds, after a first one: " + lastLogLine();
+    printDisplay(host->window());
+    view->RenderThreadLock();
+    printLink(view->displayLink());
+    printFrames(before, after, seconds);
+    printIntervals(&pulse->m_Times[before.frames], after.frames - before.frames);
+    printRow("drawing a frame", textOf("%.2f ms", 1000.0 / view->GetAvgFPS()));
+    printPixel(pulse->m_Pixel);
+    view->RenderThreadUnLock();
+    return {};
+}
+
+} // namespace
+
+std::string printRefreshes(const char* picture) {
+    printSection("Refreshes");
+    const auto pulse = NSInit(new Pulse);
+    VX_GLHostOptions options;
+    options.title = "vx_doctor";
+    options.width = 320;
+    options.height = 180;
+    options.pixelFormat = doctorPixelFormat();
+    const auto host = VX_GLHost::open(pulse.get(), options);
+    if (!host)
+        return "no view: " + lastLogLine();
+    std::string missing = measure(host.get(), pulse.get());
+    if (missing.empty() && picture && !writeCalibration(host->view(), picture))
+        missing = "no calibration picture: " + lastLogLine();
+    return missing;
+}
