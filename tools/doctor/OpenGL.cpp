@@ -10,48 +10,39 @@
 #include <epoxy/egl.h>
 #include <epoxy/gl.h>
 
-#include <iterator>
+#include <string_view>
 
 namespace {
 
 constexpr std::size_t kExtensionWidth = 31;
 
-glExtension extensions[] = {{"GL_EXT_framebuffer_object", 3.0f, false},
-                            {"GL_EXT_framebuffer_blit", 3.0f, false},
-                            {"GL_EXT_framebuffer_multisample", 3.0f, false},
-                            {"GL_ARB_texture_rectangle", 3.1f, false},
-                            {"GL_EXT_texture_compression_s3tc", 0.0f, false},
-                            {"GL_ARB_draw_instanced", 3.1f, false},
-                            {"GL_EXT_geometry_shader4", 0.0f, false},
-                            {"GL_EXT_clip_volume_hint", 0.0f, false},
-                            {"GL_APPLE_client_storage", 0.0f, false},
-                            {"GL_APPLE_texture_range", 0.0f, false},
-                            {"GL_ARB_multi_bind", 4.4f, false},
-                            {"GL_ARB_sync", 3.2f, false},
-                            {"GL_KHR_debug", 4.3f, false}};
-
-// What stands in for each, in their order.
-constexpr const char* kInstead[] = {
-    "no render targets, so no filters",
-    "no multisampled render targets",
-    "no multisampled render targets",
-    "no rectangle textures and render targets",
-    "no compressed DDS textures",
-    "no instanced drawing",
-    nullptr, // goes by what else there is
-    "the hint is left out",
-    "GL copies the pixels of a texture at once",
-    "the hint is left out",
-    "the kind of a texture is found by trial",
-    "recording waits for its pixels",
-    "diagnostics tell nothing of the driver",
+struct Extension {
+    const char* name;
+    /// OpenGL's version with it in its core; 0 for none.
+    float version;
+    /// What becomes of it where it is missing; null where that goes by what else there is.
+    const char* instead;
 };
-static_assert(std::size(kInstead) == std::size(extensions));
+
+constexpr Extension kExtensions[] = {
+    {"GL_EXT_framebuffer_object", 3.0f, "no render targets, so no filters"},
+    {"GL_EXT_framebuffer_blit", 3.0f, "no multisampled render targets"},
+    {"GL_EXT_framebuffer_multisample", 3.0f, "no multisampled render targets"},
+    {"GL_ARB_texture_rectangle", 3.1f, "no rectangle textures and render targets"},
+    {"GL_EXT_texture_compression_s3tc", 0.0f, "no compressed DDS textures"},
+    {"GL_ARB_draw_instanced", 3.1f, "no instanced drawing"},
+    {"GL_EXT_geometry_shader4", 0.0f, nullptr},
+    {"GL_EXT_clip_volume_hint", 0.0f, "the hint is left out"},
+    {"GL_APPLE_client_storage", 0.0f, "GL copies the pixels of a texture at once"},
+    {"GL_APPLE_texture_range", 0.0f, "the hint is left out"},
+    {"GL_ARB_multi_bind", 4.4f, "the kind of a texture is found by trial"},
+    {"GL_ARB_sync", 3.2f, "recording waits for its pixels"},
+    {"GL_KHR_debug", 4.3f, "diagnostics tell nothing of the driver"},
+};
 
 const char* geometryShaders() {
-    return vx::currentGLCapabilities().geometryShaders
-               ? "shaders in its dialect are adapted to GLSL's own geometry shaders"
-               : "no geometry shaders";
+    return vx::currentGLCapabilities().geometryShaders ? "shaders in its dialect are adapted to GLSL's own"
+                                                       : "no geometry shaders";
 }
 
 std::string driverText(GLenum name) {
@@ -61,7 +52,7 @@ std::string driverText(GLenum name) {
 
 std::string driverText(EGLDisplay display, EGLint name) {
     const char* text = eglQueryString(display, name);
-    return text ? text : "(not told)";
+    return text ? std::string(text, std::string_view(text).find_last_not_of(' ') + 1) : "(not told)";
 }
 
 void printDriver(const VX_CheckGLExtensions& check) {
@@ -81,10 +72,11 @@ void printDriver(const VX_CheckGLExtensions& check) {
 
 void printExtensions(VX_CheckGLExtensions& check) {
     printSection("Extensions", kExtensionWidth);
-    check.CheckGLExtensions(static_cast<int>(std::size(extensions)), extensions, nullptr);
-    for (std::size_t i = 0; i < std::size(extensions); ++i) {
-        const char* instead = kInstead[i] ? kInstead[i] : geometryShaders();
-        printRow(extensions[i].Name, extensions[i].Supported ? "there" : std::string("missing: ") + instead);
+    for (const Extension& extension : kExtensions) {
+        glExtension record = {extension.name, extension.version, false};
+        const char* instead = extension.instead ? extension.instead : geometryShaders();
+        const bool isThere = check.CheckGLExtensions(1, &record, nullptr);
+        printRow(extension.name, isThere ? "there" : std::string("missing: ") + instead);
     }
 }
 

@@ -139,12 +139,12 @@ double waitTwoSeconds() {
 std::string measure(VX_GLHost* host, const Pulse* pulse) {
     VX_GLMainView* view = host->view();
     if (!waitForFrame(view, pulse))
-        return "no frames within two seconds: " + lastLogLine();
+        return "no frames within two seconds; the log's last line: " + lastLogLine();
     const Counts before = countsOf(view, pulse);
     const double seconds = waitTwoSeconds();
     const Counts after = countsOf(view, pulse);
     if (after.frames == before.frames)
-        return "no frames within two seconds, after a first one: " + lastLogLine();
+        return "no frames within two seconds, after a first one; the log's last line: " + lastLogLine();
     printDisplay(host->window());
     view->RenderThreadLock();
     printLink(view->displayLink());

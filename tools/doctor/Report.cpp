@@ -27,8 +27,12 @@ void toReport(const char* line, void*) {
 
 } // namespace
 
-void takeLog() {
+LogRows::LogRows() {
     NSLogSetSink(toReport, nullptr);
+}
+
+LogRows::~LogRows() {
+    NSLogSetSink(nullptr, nullptr);
 }
 
 void showLog(bool shown) {

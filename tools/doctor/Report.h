@@ -6,8 +6,13 @@
 
 /// What is printed, line by line, so that a process that dies in a driver has told all that it knew by then.
 
-/// Lets the library's log come as rows of the section that is being printed.
-void takeLog();
+/// While it lives, the library's log comes as rows of the section that is being printed.
+struct LogRows {
+    LogRows();
+    ~LogRows();
+    LogRows(const LogRows&) = delete;
+    LogRows& operator=(const LogRows&) = delete;
+};
 /// Whether the rows of the log are shown; what they say may come as rows of the section itself.
 void showLog(bool shown);
 /// The last line of the log, shown or not.

@@ -52,7 +52,7 @@ std::string examine(const Options& options) {
 }
 
 int report(const Options& options) {
-    takeLog();
+    const LogRows log;
     std::printf("vx_doctor: what this machine gives VX_OpenGL64\n");
     printLibraries();
     printDecoders();
