@@ -54,12 +54,13 @@ protected:
 struct Counts {
     std::size_t frames;
     std::uint64_t lost, missed;
+    Clock::time_point when;
 };
 
 Counts countsOf(VX_GLMainView* view, const Pulse* pulse) {
     view->RenderThreadLock();
     const Counts counts = {pulse->m_Times.size(), view->GetLostRefreshes(),
-                           CVDisplayLinkGetMissedRefreshes(view->displayLink())};
+                           CVDisplayLinkGetMissedRefreshes(view->displayLink()), Clock::now()};
     view->RenderThreadUnLock();
     return counts;
 }
@@ -68,11 +69,14 @@ void step() {
     NSApplication::sharedApplication()->runStep(kStep);
 }
 
-bool waitForFrame(VX_GLMainView* view, const Pulse* pulse) {
-    for (const Clock::time_point begin = Clock::now(); secondsSince(begin) < kSeconds; step())
-        if (countsOf(view, pulse).frames > 0)
-            return true;
-    return false;
+bool waitForFrame(VX_GLHost* host, const Pulse* pulse) {
+    const Clock::time_point begin = Clock::now();
+    while (countsOf(host->view(), pulse).frames == 0 && !host->window()->isClosed()) {
+        if (secondsSince(begin) > kSeconds)
+            return false;
+        step();
+    }
+    return true;
 }
 
 double at(const std::vector<double>& sorted, double share) {
@@ -83,15 +87,15 @@ double millisecondsBetween(Clock::time_point begin, Clock::time_point end) {
     return std::chrono::duration<double, std::milli>(end - begin).count();
 }
 
-void printIntervals(const Clock::time_point* times, std::size_t count) {
-    if (count < 2)
-        return;
+void printIntervals(const Clock::time_point* times, std::size_t count, Clock::time_point end) {
     const double mean = millisecondsBetween(times[0], times[count - 1]) / static_cast<double>(count - 1);
     std::vector<double> intervals, deviations;
     for (std::size_t i = 1; i < count; ++i) {
         intervals.push_back(millisecondsBetween(times[i - 1], times[i]));
         deviations.push_back(std::abs(intervals.back() - mean));
     }
+    // The one that has not ended yet.
+    deviations.push_back(std::max(0.0, millisecondsBetween(times[count - 1], end) - mean));
     std::sort(intervals.begin(), intervals.end());
     std::sort(deviations.begin(), deviations.end());
     printRow("interval",
@@ -111,7 +115,8 @@ void printLink(CVDisplayLinkRef link) {
     printRow("throttle", textOf("%s, %.2f Hz", CVDisplayLinkGetThrottleName(link), 1.0 / period));
 }
 
-void printFrames(const Counts& before, const Counts& after, double seconds) {
+void printFrames(const Counts& before, const Counts& after) {
+    const double seconds = std::chrono::duration<double>(after.when - before.when).count();
     const std::size_t frames = after.frames - before.frames;
     printRow("frames",
              textOf("%zu in %.2f s (%.2f a second)", frames, seconds, static_cast<double>(frames) / seconds));
@@ -129,30 +134,37 @@ void printPixel(const unsigned char (&pixel)[3]) {
                                                            pixel[2], kColor[0], kColor[1], kColor[2]));
 }
 
-double waitTwoSeconds() {
+void waitTwoSeconds(const NSWindow* window) {
     const Clock::time_point begin = Clock::now();
-    while (secondsSince(begin) < kSeconds)
+    while (secondsSince(begin) < kSeconds && !window->isClosed())
         step();
-    return secondsSince(begin);
 }
 
-std::string measure(VX_GLHost* host, const Pulse* pulse) {
+void printMeasured(VX_GLHost* host, const Pulse* pulse, const Counts& before, const Counts& after) {
     VX_GLMainView* view = host->view();
-    if (!waitForFrame(view, pulse))
-        return "no frames within two seconds; the log's last line: " + lastLogLine();
-    const Counts before = countsOf(view, pulse);
-    const double seconds = waitTwoSeconds();
-    const Counts after = countsOf(view, pulse);
-    if (after.frames == before.frames)
-        return "no frames within two seconds, after a first one; the log's last line: " + lastLogLine();
     printDisplay(host->window());
     view->RenderThreadLock();
     printLink(view->displayLink());
-    printFrames(before, after, seconds);
-    printIntervals(&pulse->m_Times[before.frames], after.frames - before.frames);
+    printFrames(before, after);
+    // From the last frame before, so that a gap at the beginning counts.
+    printIntervals(&pulse->m_Times[before.frames - 1], after.frames - before.frames + 1, after.when);
     printRow("drawing a frame", textOf("%.2f ms", 1000.0 / view->GetAvgFPS()));
     printPixel(pulse->m_Pixel);
     view->RenderThreadUnLock();
+}
+
+std::string measure(VX_GLHost* host, const Pulse* pulse) {
+    const std::string lastOfLog = "; the log's last line: ";
+    if (!waitForFrame(host, pulse))
+        return "no frames within two seconds" + lastOfLog + lastLogLine();
+    const Counts before = countsOf(host->view(), pulse);
+    waitTwoSeconds(host->window());
+    const Counts after = countsOf(host->view(), pulse);
+    if (host->window()->isClosed())
+        return "no frames, since the window has been closed" + lastOfLog + lastLogLine();
+    if (after.frames == before.frames)
+        return "no frames within two seconds, after a first one" + lastOfLog + lastLogLine();
+    printMeasured(host, pulse, before, after);
     return {};
 }
 
@@ -165,6 +177,7 @@ std::string printRefreshes(const char* picture) {
     options.title = "vx_doctor";
     options.width = 320;
     options.height = 180;
+    options.closesOnEscape = false;
     options.pixelFormat = doctorPixelFormat();
     const auto host = VX_GLHost::open(pulse.get(), options);
     if (!host)
