@@ -30,7 +30,11 @@ TEST(DoctorDisplayTest, TellsOfBothDisplaysAndOfTheServersOwnRefreshes) {
 TEST(DoctorDisplayTest, IsNotWellWhereTheWindowIsClosedUnderIt) {
     std::thread user([] {
         X11Input input;
-        if (waitFor([&] { return input.windows("vx_doctor").size() == 1; }))
+        const auto isDrawn = [&] {
+            const auto windows = input.windows("vx_doctor");
+            return windows.size() == 1 && input.pixels({windows[0].id, 9, 9, 1, 1})[0] == 0x336699;
+        };
+        if (waitFor(isDrawn))
             input.close(input.windows("vx_doctor")[0]);
     });
     const Result result = runHere(DOCTOR);
