@@ -42,7 +42,7 @@ public:
         for (std::size_t left = m_Frame.size(); m_Input >= 0 && left > 0;) {
             const ssize_t taken = take(rest, left);
             if (taken < 0)
-                giveUp(errno == EAGAIN ? "takes nothing any more" : std::strerror(errno));
+                giveUp(errno == EAGAIN ? "it has stalled" : std::strerror(errno));
             else
                 rest += taken, left -= static_cast<std::size_t>(taken);
         }
@@ -63,10 +63,7 @@ private:
     }
 
     void giveUp(const char* why) {
-        NSLog(
-            "VX_GLFrameRecorder: the program that is given the frames %s; the frames from here on are "
-            "dropped",
-            why);
+        NSLog("VX_GLFrameRecorder: the program takes no more (%s); from here on frames are dropped", why);
         close(std::exchange(m_Input, -1));
     }
 
