@@ -24,6 +24,8 @@ X11Input::X11Input() : m_Connection(xcb_connect(nullptr, nullptr)) {
 }
 
 X11Input::~X11Input() {
+    // Of a connection that is closed a server drops what it has not read yet.
+    owned(xcb_get_input_focus_reply(m_Connection, xcb_get_input_focus(m_Connection), nullptr));
     xcb_disconnect(m_Connection);
 }
 

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
 // The doctor on a server with two displays.
 #include <tests/support/RunProgram.h>
+#include <tests/support/WaitFor.h>
 #include <tests/support/X11Input.h>
 
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <chrono>
 #include <cstdlib>
 #include <regex>
 #include <thread>
@@ -29,18 +28,16 @@ TEST(DoctorDisplayTest, TellsOfBothDisplaysAndOfTheServersOwnRefreshes) {
 }
 
 TEST(DoctorDisplayTest, IsNotWellWhereTheWindowIsClosedUnderIt) {
-    std::atomic<bool> hasEnded{false};
-    std::thread user([&] { // asks again where nothing has come of it
+    std::thread user([] {
         X11Input input;
-        while (!hasEnded) {
-            for (const auto& window : input.windows("vx_doctor"))
-                if (input.pixels({window.id, 9, 9, 1, 1})[0] == 0x336699)
-                    input.close(window);
-            std::this_thread::sleep_for(std::chrono::milliseconds(200));
-        }
+        const auto isDrawn = [&] {
+            const auto windows = input.windows("vx_doctor");
+            return windows.size() == 1 && input.pixels({windows[0].id, 9, 9, 1, 1})[0] == 0x336699;
+        };
+        if (waitFor(isDrawn))
+            input.close(input.windows("vx_doctor")[0]);
     });
     const Result result = runHere(DOCTOR);
-    hasEnded = true;
     user.join();
     EXPECT_EQ(result.status, 1) << result.output;
     EXPECT_NE(result.output.find("\nNot well: no frames, since the window has been closed"),
