@@ -24,7 +24,8 @@ namespace {
 
 constexpr std::uint32_t kAttributes[] = {NSOpenGLPFADoubleBuffer, NSOpenGLPFAColorSize, 24, 0};
 
-// A window manager, and a panel along the top of each display.
+// A window manager, and a panel along the top of each display. Windows that are shown while it starts may
+// stay above those that fill a display, so that it is awaited.
 class Desktop {
 public:
     Desktop() {
@@ -33,17 +34,14 @@ public:
             execlp("openbox", "openbox", "--sm-disable", nullptr);
             _exit(127);
         }
-        for (const auto& [left, width] : {std::pair(0, 1280), std::pair(1280, 1024)})
-            addPanel(left, width);
-        XSync(m_Server, False);
+        const Window panels[] = {addPanel(0, 1280), addPanel(1280, 1024)};
+        const auto isManaged = [this](Window panel) { return !property(panel, "WM_STATE").empty(); };
+        EXPECT_TRUE(waitFor([&] { return std::ranges::all_of(panels, isManaged); }));
     }
     ~Desktop() {
         kill(m_Manager, SIGTERM);
         waitpid(m_Manager, nullptr, 0);
         XCloseDisplay(m_Server);
-    }
-    bool isManaged() const {
-        return !property(DefaultRootWindow(m_Server), "_NET_SUPPORTING_WM_CHECK").empty();
     }
     bool coversPanels(unsigned long window) const {
         return property(window, "_NET_WM_STATE") == std::vector{atom("_NET_WM_STATE_FULLSCREEN")};
@@ -64,7 +62,7 @@ private:
             XFree(value);
         return all;
     }
-    void addPanel(int left, int width) {
+    Window addPanel(int left, int width) {
         constexpr long kHeight = 30;
         const Window panel = XCreateSimpleWindow(m_Server, DefaultRootWindow(m_Server), left, 0, width,
                                                  kHeight, 0, 0, 0x808080);
@@ -75,6 +73,7 @@ private:
         XChangeProperty(m_Server, panel, atom("_NET_WM_STRUT_PARTIAL"), XA_CARDINAL, 32, PropModeReplace,
                         reinterpret_cast<const unsigned char*>(strut), 12);
         XMapRaised(m_Server, panel);
+        return panel;
     }
 
     Display* m_Server = XOpenDisplay(nullptr);
@@ -135,15 +134,25 @@ TEST_P(FilledDisplay, IsCoveredFromCornerToCornerMoveAfterMoveAndNothingIsLeftBe
         desktop = std::make_unique<Desktop>();
     Stage stage(Stage::Draws::byItself, {200, 150});
     stage.onRender([] { clearTo(0, 1, 0); });
-    ASSERT_TRUE(runUntil(stage, [&] { return !desktop || desktop->isManaged(); }));
     const auto window =
         NSInit(new VX_GLFilledScreenWindow, NSScreen::mainScreen()->frame(), NSBorderlessWindowMask);
-    const auto held = [&] {
+    // Counted until two counts in a row are the same: a window manager takes its frames away when it has the
+    // time.
+    const auto count = [&] {
         stage.view->stopRenderThread(); // a frame holds both
         const std::vector<int> counts = {windowsOfTheServer(), entries("/proc/self/task"),
                                          entries("/proc/self/fd"), stage.view->retainCount(),
                                          stage.pipeline->retainCount()};
         stage.view->startRenderThread();
+        return counts;
+    };
+    const auto held = [&] {
+        std::vector<int> counts = count();
+        EXPECT_TRUE(runUntil(stage, [&] {
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+            const std::vector<int> former = std::exchange(counts, count());
+            return counts == former;
+        }));
         return counts;
     };
     std::vector<int> before;
