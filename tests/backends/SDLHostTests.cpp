@@ -5,6 +5,7 @@
 #include <VX_Platform/AppKit/NSEvent.h>
 #include <VX_Platform/AppKit/NSWindow.h>
 #include <VX_Platform/Foundation/NSString.h>
+#include <tests/support/LogCollector.h>
 
 #include <SDL.h>
 #include <gtest/gtest.h>
@@ -14,6 +15,9 @@
 #include <cstdlib>
 #include <cstring>
 #include <thread>
+
+// Behind the others: its macros take common words.
+#include <X11/Xlib.h>
 
 namespace {
 
@@ -68,6 +72,26 @@ TEST(SDLHost, OutlivesTheServerInItsOwnCallsToo) {
     SDL_PumpEvents();
     NSApplication::sharedApplication()->runStep(0.0);
     EXPECT_TRUE(window->isClosed());
+}
+
+TEST(Windows, DoNotWaitForAWindowManagerThatHangs) {
+    vx::test::LogCollector log;
+    Display* const manager = XOpenDisplay(nullptr);
+    XSelectInput(manager, DefaultRootWindow(manager), SubstructureRedirectMask);
+    XSync(manager, False);
+    const auto window = shownWindow();
+    const auto isShown = [&] {
+        XWindowAttributes attributes;
+        return XGetWindowAttributes(manager, window->nativeWindow().handle, &attributes) &&
+               attributes.map_state == IsViewable;
+    };
+    EXPECT_EQ(log.count("The window manager does not answer"), 1);
+    EXPECT_FALSE(isShown());
+    XSelectInput(manager, DefaultRootWindow(manager), NoEventMask);
+    XSync(manager, False);
+    window->makeKeyAndOrderFront();
+    EXPECT_TRUE(isShown());
+    XCloseDisplay(manager);
 }
 
 TEST(Windows, TakeComposedTextWithItsKeyAndTheRestWithoutOne) {

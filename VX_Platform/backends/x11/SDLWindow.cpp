@@ -8,6 +8,8 @@
 #include <X11/Xlib.h>
 
 #include <algorithm>
+#include <chrono>
+#include <thread>
 #include <utility>
 
 namespace vx {
@@ -15,6 +17,8 @@ namespace vx {
 namespace {
 
 std::vector<SDLWindow*> all;
+
+constexpr auto kLongestWaitForTheManager = std::chrono::seconds(1);
 
 int pixels(double length) {
     return std::max(1, static_cast<int>(length));
@@ -28,6 +32,26 @@ void paintEmptyParts(SDL_Window* window) {
         return;
     Display* const display = info.info.x11.display;
     XSetWindowBackground(display, info.info.x11.window, BlackPixel(display, DefaultScreen(display)));
+}
+
+// SDL waits for a window that it shows until it is shown, and a window manager that hangs or is just starting
+// may never do that. For one that is shown it does not wait.
+bool mapInTime(SDL_Window* window) {
+    SDL_SysWMinfo info;
+    SDL_VERSION(&info.version);
+    if (!SDL_GetWindowWMInfo(window, &info))
+        return true;
+    Display* const display = info.info.x11.display;
+    XMapRaised(display, info.info.x11.window);
+    const auto end = std::chrono::steady_clock::now() + kLongestWaitForTheManager;
+    XWindowAttributes attributes;
+    while (XGetWindowAttributes(display, info.info.x11.window, &attributes) &&
+           attributes.map_state == IsUnmapped) {
+        if (std::chrono::steady_clock::now() > end)
+            return false;
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    return true;
 }
 
 } // namespace
@@ -111,6 +135,10 @@ CGRect SDLWindow::frame() const {
 bool SDLWindow::show(bool withKeyboard) {
     if (!isThere())
         return false;
+    if (!mapInTime(m_Window)) {
+        NSLog("The window manager does not answer; a window is shown when it does");
+        return true;
+    }
     SDL_ShowWindow(m_Window);
     if (withKeyboard) {
         SDL_RaiseWindow(m_Window);
@@ -203,6 +231,10 @@ void SDLWindow::report(const SDL_WindowEvent& event) {
         case SDL_WINDOWEVENT_FOCUS_GAINED:
         case SDL_WINDOWEVENT_FOCUS_LOST:
             m_Events.focusChanged(*this, event.event == SDL_WINDOWEVENT_FOCUS_GAINED);
+            break;
+        case SDL_WINDOWEVENT_SHOWN:
+            if (fillsDisplay()) // what was said of that before may have come too early
+                coverPanels(true);
             break;
         case SDL_WINDOWEVENT_CLOSE:
             m_Events.closeAsked(*this);
