@@ -6,6 +6,7 @@
 #include <array>
 #include <map>
 #include <string>
+#include <vector>
 
 namespace vx {
 
@@ -73,19 +74,37 @@ void setValue(GLint location, const Value& value) {
         setterOfInts(value.type)(location, value.ints.data());
 }
 
+// An active uniform or attribute.
+struct Variable {
+    std::string name;
+    GLint size = 0;
+    GLenum type = 0;
+};
+
+Variable variableAt(GLuint program, GLenum count, GLuint index) {
+    char name[kLongestName] = {};
+    Variable found;
+    if (count == GL_ACTIVE_UNIFORMS)
+        glGetActiveUniform(program, index, kLongestName, nullptr, &found.size, &found.type, name);
+    else
+        glGetActiveAttrib(program, index, kLongestName, nullptr, &found.size, &found.type, name);
+    found.name = name;
+    return found;
+}
+
 // The elements of an array are listed one by one: each has a location of its own.
-void readUniform(GLuint program, const std::string& name, GLint size, GLenum type, Values& values) {
-    const bool isFloats = setterOfFloats(type);
-    if (!isFloats && !setterOfInts(type))
+void readUniform(GLuint program, const Variable& uniform, Values& values) {
+    const bool isFloats = setterOfFloats(uniform.type);
+    if (!isFloats && !setterOfInts(uniform.type))
         return;
-    const std::string stem = name.substr(0, name.rfind("[0]"));
-    for (GLint i = 0; i < size; ++i) {
-        const std::string element = size == 1 ? name : stem + "[" + std::to_string(i) + "]";
+    const std::string stem = uniform.name.substr(0, uniform.name.rfind("[0]"));
+    for (GLint i = 0; i < uniform.size; ++i) {
+        const std::string element = uniform.size == 1 ? uniform.name : stem + "[" + std::to_string(i) + "]";
         const GLint location = glGetUniformLocation(program, element.c_str());
         if (location < 0) // in a block, or the driver's own
             continue;
         Value& value = values[element];
-        value.type = type;
+        value.type = uniform.type;
         if (isFloats)
             glGetUniformfv(program, location, value.floats.data());
         else
@@ -93,33 +112,30 @@ void readUniform(GLuint program, const std::string& name, GLint size, GLenum typ
     }
 }
 
+// By what they are counted: GL_ACTIVE_UNIFORMS or GL_ACTIVE_ATTRIBUTES.
+std::vector<Variable> variablesOf(GLuint program, GLenum count) {
+    GLint number = 0;
+    glGetProgramiv(program, count, &number);
+    std::vector<Variable> all;
+    for (GLint i = 0; i < number; ++i)
+        all.push_back(variableAt(program, count, static_cast<GLuint>(i)));
+    return all;
+}
+
 Values valuesOf(GLuint program) {
     Values values;
-    GLint count = 0;
-    glGetProgramiv(program, GL_ACTIVE_UNIFORMS, &count);
-    for (GLint i = 0; i < count; ++i) {
-        char name[kLongestName] = {};
-        GLint size = 0;
-        GLenum type = 0;
-        glGetActiveUniform(program, static_cast<GLuint>(i), kLongestName, nullptr, &size, &type, name);
-        readUniform(program, name, size, type, values);
-    }
+    for (const Variable& uniform : variablesOf(program, GL_ACTIVE_UNIFORMS))
+        readUniform(program, uniform, values);
     return values;
 }
 
 } // namespace
 
 void keepAttributeLocations(unsigned int former, unsigned int program) {
-    GLint count = 0;
-    glGetProgramiv(former, GL_ACTIVE_ATTRIBUTES, &count);
-    for (GLint i = 0; i < count; ++i) {
-        char name[kLongestName] = {};
-        GLint size = 0;
-        GLenum type = 0;
-        glGetActiveAttrib(former, static_cast<GLuint>(i), kLongestName, nullptr, &size, &type, name);
-        const GLint location = glGetAttribLocation(former, name);
+    for (const Variable& attribute : variablesOf(former, GL_ACTIVE_ATTRIBUTES)) {
+        const GLint location = glGetAttribLocation(former, attribute.name.c_str());
         if (location >= 0) // those of GL itself have none
-            glBindAttribLocation(program, static_cast<GLuint>(location), name);
+            glBindAttribLocation(program, static_cast<GLuint>(location), attribute.name.c_str());
     }
 }
 
