@@ -163,8 +163,8 @@ public:
     /// Writes a frame as a PNG file of the view's size, RGB. Inside a hook of the frame, after drawing, it
     /// writes what is drawn by then; on another thread it waits for the next frame and lets that write it, up
     /// to two seconds, and must not hold the render lock. `path` is borrowed. False, with one line in the
-    /// log, when no frame comes or the file cannot be written. GL: see `VX_GLSavePicture`; the default
-    /// framebuffer is read, and the one bound before is bound again.
+    /// log, when no frame comes or the file cannot be written. GL: see `VX_GLSavePicture`; the back buffer of
+    /// the default framebuffer is read, whatever the host reads from, and all bindings are as before.
     bool SaveFrame(const char* path);
     /// The picture in a 2D or a rectangle texture of the view's share group, taken to have the view's shape:
     /// fitted into an image of width x height pixels, in the middle, on black. The texture's first row is

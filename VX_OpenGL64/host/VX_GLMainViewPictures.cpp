@@ -5,6 +5,7 @@
 #include <VX_OpenGL64/host/VX_GLRenderpipeline.h>
 #include <VX_OpenGL64/host/private/MainViewInternals.h>
 #include <VX_OpenGL64/targets/VX_GLPictureFile.h>
+#include <VX_OpenGL64/targets/private/ReadSource.h>
 #include <VX_Platform/Foundation/NSLog.h>
 #include <VX_Platform/Foundation/private/Clock.h>
 #include <VX_Platform/OpenGL/NSOpenGLContext.h>
@@ -60,12 +61,8 @@ void VX_GLMainView::saveIfAsked(const Frame& frame) {
 
 bool VX_GLMainView::savePicture(const char* path) {
     vx::needContext("VX_GLMainView", "SaveFrame");
-    GLint former = 0;
-    glGetIntegerv(GL_FRAMEBUFFER_BINDING_EXT, &former);
-    glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, 0);
-    const bool saved = VX_GLSavePicture(path, 0, 0, static_cast<int>(m_Width), static_cast<int>(m_Height));
-    glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, static_cast<GLuint>(former));
-    return saved;
+    const vx::ReadSource source;
+    return VX_GLSavePicture(path, 0, 0, static_cast<int>(m_Width), static_cast<int>(m_Height));
 }
 
 void VX_GLMainView::SetStepped(bool stepped) {

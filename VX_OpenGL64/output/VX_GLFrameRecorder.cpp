@@ -2,7 +2,7 @@
 #include <VX_OpenGL64/output/VX_GLFrameRecorder.h>
 
 #include <VX_OpenGL64/output/private/FrameWriter.h>
-#include <VX_OpenGL64/targets/VX_GLRenderTarget.h>
+#include <VX_OpenGL64/targets/private/ReadSource.h>
 #include <VX_Platform/Foundation/NSLog.h>
 #include <VX_Platform/OpenGL/GLCapabilities.h>
 #include <VX_Platform/OpenGL/NSOpenGLContext.h>
@@ -81,6 +81,7 @@ struct VX_GLFrameRecorder::Recording {
 void VX_GLFrameRecorder::Recording::startReading() {
     const GLuint buffer = free.back();
     free.pop_back();
+    ++taken;
     const vx::PlainPacking packing;
     glBindBuffer(GL_PIXEL_PACK_BUFFER, buffer);
     glReadPixels(0, 0, width, height, GL_BGRA, GL_UNSIGNED_BYTE, nullptr);
@@ -194,19 +195,28 @@ bool VX_GLFrameRecorder::open(std::unique_ptr<vx::FrameSink> sink, int width, in
 
 bool VX_GLFrameRecorder::TakeFrame() {
     VX_NEEDS_CONTEXT();
-    return take(0, GL_BACK);
+    if (!makeRoom())
+        return false;
+    const vx::ReadSource source;
+    m_Recording->startReading();
+    return true;
 }
 
 bool VX_GLFrameRecorder::TakeFrame(VX_GLRenderTarget* target, int index) {
     VX_NEEDS_CONTEXT();
-    if (target && target->m_FrameBuffer && index >= 0 && index < std::ssize(target->m_Textures) &&
-        target->m_Textures[static_cast<std::size_t>(index)])
-        return take(target->m_FrameBuffer, GL_COLOR_ATTACHMENT0_EXT + static_cast<GLenum>(index));
-    NSLog("VX_GLFrameRecorder::TakeFrame: the target has no colour attachment %d", index);
-    return false;
+    if (!vx::ReadSource::isThere(target, index)) {
+        NSLog("VX_GLFrameRecorder::TakeFrame: the target has no colour attachment %d", index);
+        return false;
+    }
+    if (!makeRoom())
+        return false;
+    const vx::ReadSource source(*target, index);
+    m_Recording->startReading();
+    return true;
 }
 
-bool VX_GLFrameRecorder::take(unsigned framebuffer, unsigned buffer) {
+// A free buffer for the next frame, where there is one or a host waits for it; else the frame is dropped.
+bool VX_GLFrameRecorder::makeRoom() {
     if (!m_Recording)
         return false;
     const bool waits = m_Recording->behind == VX_GLFrameRecorderBehind::wait;
@@ -217,20 +227,10 @@ bool VX_GLFrameRecorder::take(unsigned framebuffer, unsigned buffer) {
         m_Recording->handOver(m_Recording->writing.empty());
         m_Recording->takeBack(true);
     }
-    if (m_Recording->free.empty()) {
-        ++m_Counts->dropped;
-        return false;
-    }
-    GLint formerFramebuffer = 0, formerBuffer = 0;
-    glGetIntegerv(GL_FRAMEBUFFER_BINDING_EXT, &formerFramebuffer);
-    glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, framebuffer);
-    glGetIntegerv(GL_READ_BUFFER, &formerBuffer);
-    glReadBuffer(buffer);
-    m_Recording->startReading();
-    ++m_Recording->taken;
-    glReadBuffer(static_cast<GLenum>(formerBuffer));
-    glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, static_cast<GLuint>(formerFramebuffer));
-    return true;
+    if (!m_Recording->free.empty())
+        return true;
+    ++m_Counts->dropped;
+    return false;
 }
 
 bool VX_GLFrameRecorder::Finish() {

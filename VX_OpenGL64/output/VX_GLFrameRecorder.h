@@ -57,12 +57,14 @@ public:
     bool OpenProgram(const char* command, int width, int height, VX_GLFrameRecorderBehind behind,
                      int buffers = 4);
 
-    /// Takes what the view has drawn, of the size given above from the lower left corner of the back buffer.
+    /// Takes what the view has drawn, of the size given above from the lower left corner of the back buffer,
+    /// or of the front one where the surface has no other.
     /// False when the frame was dropped or nothing is open. Every binding and setting is as before
     /// afterwards. GL: glReadPixels into a pixel buffer, glFenceSync, glClientWaitSync, glMapBuffer,
     /// glUnmapBuffer.
     bool TakeFrame();
-    /// The same of colour attachment `index` of a target; false, with a line in the log, when it has none.
+    /// The same of colour attachment `index` of a target; false, with a line in the log, when it has none. A
+    /// multisampled one has none: draw its texture (`DrawFullScreenMSAA`) and take the view's frame.
     bool TakeFrame(VX_GLRenderTarget* target, int index);
 
     /// Has all that was taken written, ends the thread, the program's input and, if it ends within 30
@@ -84,7 +86,7 @@ private:
     bool open(std::unique_ptr<vx::FrameSink> sink, int width, int height, VX_GLFrameRecorderBehind behind,
               int buffers);
     bool prepare(int width, int height);
-    bool take(unsigned framebuffer, unsigned buffer);
+    bool makeRoom();
 
     /// Ahead of what its thread counts in.
     std::unique_ptr<Counts> m_Counts;

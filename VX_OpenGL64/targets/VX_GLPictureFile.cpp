@@ -2,6 +2,7 @@
 #include <VX_OpenGL64/targets/VX_GLPictureFile.h>
 
 #include <VX_OpenGL64/targets/VX_GLRenderTarget.h>
+#include <VX_OpenGL64/targets/private/ReadSource.h>
 #include <VX_Platform/CoreGraphics/private/PNGFile.h>
 #include <VX_Platform/Foundation/NSLog.h>
 #include <VX_Platform/OpenGL/private/CurrentContext.h>
@@ -35,19 +36,11 @@ bool VX_GLSavePicture(const char* path, int x, int y, int width, int height) {
 }
 
 bool VX_GLSaveRenderTarget(const char* path, VX_GLRenderTarget* target, int index) {
-    if (!target || !target->m_FrameBuffer || index < 0 ||
-        index >= static_cast<int>(target->m_Textures.size()) || !target->m_Textures[index]) {
+    if (!vx::ReadSource::isThere(target, index)) {
         NSLog("Colour attachment %d cannot be saved to %s: there is none", index, path ? path : "(null)");
         return false;
     }
     VX_NEEDS_CONTEXT();
-    GLint former = 0, formerBuffer = 0;
-    glGetIntegerv(GL_FRAMEBUFFER_BINDING_EXT, &former);
-    glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, target->m_FrameBuffer);
-    glGetIntegerv(GL_READ_BUFFER, &formerBuffer);
-    glReadBuffer(GL_COLOR_ATTACHMENT0_EXT + static_cast<GLenum>(index));
-    const bool saved = save(path, 0, 0, target->m_Width, target->m_Height, 4);
-    glReadBuffer(static_cast<GLenum>(formerBuffer));
-    glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, static_cast<GLuint>(former));
-    return saved;
+    const vx::ReadSource source(*target, index);
+    return save(path, 0, 0, target->m_Width, target->m_Height, 4);
 }

@@ -16,6 +16,7 @@ class VX_GLRenderTarget;
 VX_EXPORT bool VX_GLSavePicture(const char* path, int x, int y, int width, int height);
 
 /// The same for colour attachment `index` of a render target, from 0, in its whole size and with alpha. False
-/// also for a null target, one without framebuffer, and an index without a texture. GL beside the above:
-/// glGetIntegerv, glBindFramebufferEXT, glReadBuffer; the framebuffer that was bound is bound again.
+/// also for a null target, one without framebuffer, and an index without a texture, as a multisampled target
+/// has none. GL beside the above: glGetIntegerv, glBindFramebufferEXT, glReadBuffer; the framebuffers that
+/// were bound for drawing and reading are bound again.
 VX_EXPORT bool VX_GLSaveRenderTarget(const char* path, VX_GLRenderTarget* target, int index);

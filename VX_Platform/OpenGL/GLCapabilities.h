@@ -27,6 +27,9 @@ struct GLCapabilities {
     /// OpenGL 4.4, whose `glBindTextures` finds out what kind of texture a name is. Without it that is found
     /// by trial, and a GL error of the host's that was not read is lost with it.
     bool bindTextures = false;
+    /// Framebuffers bound for reading and for drawing apart: `GL_EXT_framebuffer_blit`, alone or as a part of
+    /// `GL_ARB_framebuffer_object`. Without it asking for the one that is read leaves GL_INVALID_ENUM behind.
+    bool framebufferBlit = false;
     /// `GL_EXT_framebuffer_multisample`, alone or as a part of `GL_ARB_framebuffer_object`. Without it asking
     /// for GL_MAX_SAMPLES_EXT leaves GL_INVALID_ENUM behind.
     bool framebufferMultisample = false;

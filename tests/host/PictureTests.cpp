@@ -91,9 +91,12 @@ TEST_F(PictureTest, AHostRecordsFramesOfAnExactTime) {
     options.headless = options.stepped = true;
     options.width = 64;
     options.height = 48;
+    constexpr std::uint32_t withoutBackBuffer[] = {NSOpenGLPFAColorSize, 24, 0};
+    options.pixelFormat = withoutBackBuffer;
     auto host = VX_GLHost::open(pipeline.get(), options);
     ASSERT_NE(host, nullptr);
     pipeline->onRender = [&] {
+        EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));
         times.push_back(host->view()->GetFrameTime());
         drawMark();
     };

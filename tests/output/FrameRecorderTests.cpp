@@ -64,10 +64,11 @@ TEST_F(FrameRecorder, WritesEveryFrameInOrderWhereItWaits) {
             if (i % 2)
                 target.Unbind();
             glReadBuffer(GL_NONE);
+            glBindFramebufferEXT(GL_READ_FRAMEBUFFER_EXT, i % 3 ? 0 : target.m_FrameBuffer);
             glPixelStorei(GL_PACK_SKIP_PIXELS, 2);
             const auto state = [] {
-                return stateOf(GL_FRAMEBUFFER_BINDING_EXT, GL_READ_BUFFER, GL_PIXEL_PACK_BUFFER_BINDING,
-                               GL_PACK_SKIP_PIXELS);
+                return stateOf(GL_FRAMEBUFFER_BINDING_EXT, GL_READ_FRAMEBUFFER_BINDING_EXT, GL_READ_BUFFER,
+                               GL_PIXEL_PACK_BUFFER_BINDING, GL_PACK_SKIP_PIXELS);
             };
             const auto before = state();
             EXPECT_TRUE(i % 2 ? recorder.TakeFrame(&target, 0) : recorder.TakeFrame());

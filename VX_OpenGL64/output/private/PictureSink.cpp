@@ -47,9 +47,9 @@ private:
 } // namespace
 
 std::unique_ptr<FrameSink> makePictureSink(const std::string& directory, int width, int height) {
-    std::error_code failure;
+    std::error_code failure, none;
     std::filesystem::create_directories(directory, failure);
-    if (!std::filesystem::is_directory(directory, failure)) {
+    if (!std::filesystem::is_directory(directory, none)) {
         NSLog("VX_GLFrameRecorder: no directory %s: %s", directory.c_str(), failure.message().c_str());
         return nullptr;
     }

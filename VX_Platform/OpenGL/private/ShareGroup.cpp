@@ -15,8 +15,10 @@ vx::GLCapabilities vx::readGLCapabilities() {
     found.clientStorage = epoxy_has_gl_extension("GL_APPLE_client_storage");
     found.textureRange = epoxy_has_gl_extension("GL_APPLE_texture_range");
     found.bindTextures = epoxy_gl_version() >= 44;
-    found.framebufferMultisample = epoxy_has_gl_extension("GL_EXT_framebuffer_multisample") ||
-                                   epoxy_has_gl_extension("GL_ARB_framebuffer_object");
+    const bool framebufferObject = epoxy_has_gl_extension("GL_ARB_framebuffer_object");
+    found.framebufferBlit = framebufferObject || epoxy_has_gl_extension("GL_EXT_framebuffer_blit");
+    found.framebufferMultisample =
+        framebufferObject || epoxy_has_gl_extension("GL_EXT_framebuffer_multisample");
     found.sync = epoxy_gl_version() >= 32 || epoxy_has_gl_extension("GL_ARB_sync");
     return found;
 }
