@@ -2,16 +2,18 @@
 #include <VX_Platform/Foundation/NSString.h>
 
 #include <VX_Platform/Foundation/NSMutableArray.h>
+#include <VX_Platform/Foundation/private/RegularFile.h>
 #include <VX_Platform/Foundation/private/TextFormat.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <cstdio>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string_view>
 
 namespace {
+
+constexpr std::uint64_t kLargestFile = 1 << 30;
 
 // Length of the well-formed UTF-8 sequence at `p`, or 0. Overlong forms and surrogates are not well formed.
 int sequenceLength(const unsigned char* p, const unsigned char* end) {
@@ -85,14 +87,16 @@ NSString* NSString::stringWithUTF8String(const char* bytes) {
 }
 
 NSString* NSString::stringWithContentsOfFile(NSString* path, NSStringEncoding encoding, void*) {
-    std::error_code failed;
-    if (!path || encoding != NSUTF8StringEncoding || std::filesystem::is_directory(path->string(), failed))
+    if (!path || encoding != NSUTF8StringEncoding)
         return nullptr;
-    std::ifstream file(path->string(), std::ios::binary);
-    if (!file)
+    std::uint64_t size = 0;
+    std::string why;
+    const vx::FileHandle file = vx::openRegularFile(path->string().c_str(), size, why);
+    if (!file || size > kLargestFile)
         return nullptr;
-    std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-    if (file.bad() || !isValidUTF8(text))
+    std::string text(static_cast<std::size_t>(size), '\0');
+    text.resize(std::fread(text.data(), 1, text.size(), file.get()));
+    if (std::ferror(file.get()) || !isValidUTF8(text))
         return nullptr;
     return make(std::move(text))->autorelease();
 }

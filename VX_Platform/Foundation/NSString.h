@@ -22,8 +22,8 @@ public:
     /// The same in UTF-8.
     static NSString* stringWithUTF8String(const char* bytes);
     /// `error` is not used and may be null. Returns the whole file's text, NUL bytes kept; null for a null
-    /// path, another encoding than UTF-8, a folder, and a file that cannot be read or is not valid UTF-8.
-    /// Nothing is logged.
+    /// path, another encoding than UTF-8, what is no regular file, and a file that cannot be read, is larger
+    /// than a gigabyte or is not valid UTF-8. Nothing is logged.
     static NSString* stringWithContentsOfFile(NSString* path, NSStringEncoding encoding, void* error);
     /// `format` is one of `printf`, with "%@" for an `NSObject*` (its `description`, "(null)" for null); the
     /// compiler does not check it. Returns the text, which ends before a conversion that is not known ("%n",

@@ -148,7 +148,7 @@ TEST(NSString, ReadsWholeFilesOrNothing) {
     ASSERT_NE(read(file.path()), nullptr);
     EXPECT_EQ(read(file.path())->string(), bytes);
     EXPECT_FALSE(read(file.path())->isEqual(text("a\n"))) << "equal up to the NUL";
-    for (const char* none : {notUTF8.path(), "/tmp/no such file", "/tmp"})
+    for (const char* none : {notUTF8.path(), "/tmp/no such file", "/tmp", "/dev/zero"})
         EXPECT_EQ(read(none), nullptr) << none;
     const auto exists = [](const char* path) {
         return NSFileManager::defaultManager()->fileExistsAtPath(text(path));

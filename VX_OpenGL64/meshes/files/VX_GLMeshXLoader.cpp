@@ -5,9 +5,9 @@
 #include <VX_OpenGL64/meshes/private/VertexLayout.h>
 #include <VX_Platform/Foundation/NSLog.h>
 #include <VX_Platform/Foundation/VX_Diagnostics.h>
+#include <VX_Platform/Foundation/private/RegularFile.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstring>
 #include <limits>
 #include <utility>
@@ -88,11 +88,13 @@ bool VX_GLMeshXLoader::read(const char* path) {
     m_CornersOfVertex.clear();
     m_MatchedCorners = 0;
     close();
-    FILE* file = path ? std::fopen(path, "r") : nullptr;
+    std::uint64_t size = 0;
+    std::string why;
+    vx::FileHandle file = vx::openRegularFile(path, size, why);
     if (!file)
-        return fail(path ? std::strerror(errno) : "no path");
+        return fail(why);
     VX_GLMeshBaseLoader::close(); // an override may have left one
-    m_Lexer = new VX_SystemSimpleLex(file);
+    m_Lexer = new VX_SystemSimpleLex(file.release());
     if (!readHeader() || !readBlocks())
         return false; // and the file stays open until the next use
     delete m_Lexer;

@@ -4,9 +4,8 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <utility>
 
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -18,29 +17,13 @@ constexpr std::size_t kLargeRead = 1024;
 } // namespace
 
 std::unique_ptr<vx::ByteSource> vx::ByteSource::ofFile(const char* path, std::string& why) {
-    // Without waiting: a pipe that nobody writes to would hold the caller.
-    const int descriptor = path ? open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK) : -1;
-    struct stat status {};
-    if (descriptor < 0 || fstat(descriptor, &status) != 0)
-        why = path ? std::strerror(errno) : "there is no path";
-    else if (S_ISDIR(status.st_mode))
-        why = "it is a directory";
-    else if (!S_ISREG(status.st_mode))
-        why = "it is no regular file";
-    else
-        return std::unique_ptr<ByteSource>(new ByteSource(descriptor, std::uint64_t(status.st_size)));
-    if (descriptor >= 0)
-        close(descriptor);
-    return nullptr;
+    std::uint64_t length = 0;
+    FileHandle file = openRegularFile(path, length, why);
+    return file ? std::unique_ptr<ByteSource>(new ByteSource(std::move(file), length)) : nullptr;
 }
 
 vx::ByteSource::ByteSource(std::span<const unsigned char> memory)
     : m_Length(memory.size()), m_Window(memory.data()), m_At(m_Window), m_End(m_Window + memory.size()) {}
-
-vx::ByteSource::~ByteSource() {
-    if (m_Descriptor >= 0)
-        close(m_Descriptor);
-}
 
 void vx::ByteSource::seek(std::uint64_t position) {
     position = std::min(position, m_Length);
@@ -55,7 +38,7 @@ void vx::ByteSource::seek(std::uint64_t position) {
 std::size_t vx::ByteSource::readFile(unsigned char* to, std::size_t count, std::uint64_t from) {
     std::size_t done = 0;
     while (done < count) {
-        const ssize_t got = pread(m_Descriptor, to + done, count - done, off_t(from + done));
+        const ssize_t got = pread(fileno(m_File.get()), to + done, count - done, off_t(from + done));
         if (got > 0)
             done += std::size_t(got);
         else if (got == 0 || errno != EINTR)
@@ -65,7 +48,7 @@ std::size_t vx::ByteSource::readFile(unsigned char* to, std::size_t count, std::
 }
 
 bool vx::ByteSource::refill() {
-    if (m_Descriptor < 0)
+    if (!m_File)
         return false;
     if (!m_Buffer)
         m_Buffer.reset(new unsigned char[kBufferSize]);
@@ -81,7 +64,7 @@ std::size_t vx::ByteSource::readSome(void* to, std::size_t count) {
     count = std::size_t(std::min<std::uint64_t>(count, left()));
     std::size_t done = 0;
     while (done < count) {
-        if (m_At == m_End && m_Descriptor >= 0 && count - done >= kLargeRead) {
+        if (m_At == m_End && m_File && count - done >= kLargeRead) {
             const std::size_t got = readFile(out + done, count - done, position());
             seek(position() + got);
             return done + got;

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <VX_Platform/Foundation/private/RegularFile.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <span>
 #include <string>
+#include <utility>
 
 namespace vx {
 
@@ -17,7 +20,6 @@ public:
     static std::unique_ptr<ByteSource> ofFile(const char* path, std::string& why);
     /// The memory must outlive the source.
     explicit ByteSource(std::span<const unsigned char> memory);
-    ~ByteSource();
     ByteSource(const ByteSource&) = delete;
     ByteSource& operator=(const ByteSource&) = delete;
 
@@ -38,11 +40,11 @@ public:
     std::span<const unsigned char> take();
 
 private:
-    ByteSource(int descriptor, std::uint64_t length) : m_Descriptor(descriptor), m_Length(length) {}
+    ByteSource(FileHandle file, std::uint64_t length) : m_File(std::move(file)), m_Length(length) {}
     bool refill();
     std::size_t readFile(unsigned char* to, std::size_t count, std::uint64_t from);
 
-    int m_Descriptor = -1;
+    FileHandle m_File; ///< null for memory
     std::uint64_t m_Length = 0;
     std::unique_ptr<unsigned char[]> m_Buffer;
     std::uint64_t m_WindowStart = 0; ///< where in the file the window begins

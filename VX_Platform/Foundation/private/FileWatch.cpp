@@ -22,7 +22,7 @@ constexpr std::uint64_t kInterval = Clock::kSecond / 10;
 constexpr int kPatience = 10;
 constexpr off_t kLargest = 16 << 20;
 
-std::optional<std::string> textOf(const std::string& path) {
+std::optional<std::string> contentsOf(const std::string& path) {
     const NSRef<NSAutoreleasePool> pool = NSInit(new NSAutoreleasePool);
     NSString* const name = NSString::stringWithCString(path.c_str(), NSUTF8StringEncoding);
     NSString* const text = NSString::stringWithContentsOfFile(name, NSUTF8StringEncoding, nullptr);
@@ -104,7 +104,7 @@ bool FileWatch::isRestless(Followed& file, const Stamp& present) {
 
 void FileWatch::readAnew(const std::string& name, Followed file, const Stamp& present) {
     if (!isRestless(file, present)) {
-        News news{present.path, textOf(present.path)};
+        News news{present.path, contentsOf(present.path)};
         if (stampOf(file.paths) == present) {
             file.read = present;
             tell(name, file, std::move(news));

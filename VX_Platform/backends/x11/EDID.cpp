@@ -17,7 +17,7 @@ constexpr unsigned char kNameTag[] = {0, 0, 0, 0xFC, 0};
 constexpr unsigned char kEndOfText = 0x0A;
 
 // Cables, switches and makers leave anything there.
-std::string textOf(std::span<const unsigned char> bytes) {
+std::string textIn(std::span<const unsigned char> bytes) {
     std::string text(bytes.begin(), std::ranges::find(bytes, kEndOfText));
     text.erase(text.find_last_not_of(' ') + 1);
     const bool printable = std::ranges::all_of(text, [](char c) { return c >= ' ' && c <= '~'; });
@@ -32,7 +32,7 @@ std::string nameInEDID(std::span<const unsigned char> edid) {
     for (std::size_t i = 0; i < kDescriptors; ++i) {
         const auto descriptor = edid.subspan(kFirstDescriptor + i * kDescriptorSize, kDescriptorSize);
         if (std::ranges::equal(descriptor.first(sizeof kNameTag), kNameTag))
-            return textOf(descriptor.subspan(sizeof kNameTag));
+            return textIn(descriptor.subspan(sizeof kNameTag));
     }
     return {};
 }

@@ -184,6 +184,8 @@ TEST(VX_GLMeshXLoader, TellsOnRequestWhyItFailedAndWhatItSkipped) {
     loaded(loader, "", "xof 0303bin 0032");
     EXPECT_EQ(loader.Report().text(),
               "it does not begin with \"xof 0302txt \" or \"xof 0303txt \": another kind of X file");
+    loader.Load("/dev/zero");
+    EXPECT_EQ(loader.Report().text(), "it is no regular file");
     loader.Load("/nonexistent/file.x");
     EXPECT_EQ(loader.Report().text(), "No such file or directory");
 }

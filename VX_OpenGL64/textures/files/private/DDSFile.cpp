@@ -1,16 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include <VX_OpenGL64/textures/files/private/DDSFile.h>
 
+#include <VX_Platform/Foundation/private/RegularFile.h>
+
 #include <epoxy/gl.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <limits>
 #include <new>
-
-#include <sys/stat.h>
 
 namespace {
 
@@ -27,22 +26,8 @@ const struct {
     {"DXT1", GL_COMPRESSED_RGBA_S3TC_DXT1_EXT, 3},
 };
 
-using FileHandle = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
-
 int numberAt(const unsigned char* bytes) {
     return static_cast<int>(bytes[0] | bytes[1] << 8 | bytes[2] << 16 | std::uint32_t(bytes[3]) << 24);
-}
-
-// Opening a pipe would wait for its writer, so what it is comes first.
-FileHandle openFile(const char* path, struct stat& status, std::string& why) {
-    FileHandle file(nullptr, std::fclose);
-    if (!path)
-        why = "there is no path";
-    else if (stat(path, &status) == 0 && !S_ISREG(status.st_mode))
-        why = "not a file";
-    else if (file.reset(std::fopen(path, "rb")); !file || fstat(fileno(file.get()), &status) != 0)
-        why = std::strerror(errno);
-    return file;
 }
 
 bool readHeader(std::FILE* file, vx::DDSFile& out, std::string& why) {
@@ -76,13 +61,13 @@ int halved(int side) {
 } // namespace
 
 bool vx::readDDSFile(const char* path, DDSFile& out, std::string& why) {
-    struct stat status {};
-    const FileHandle file = openFile(path, status, why);
+    std::uint64_t length = 0;
+    const FileHandle file = openRegularFile(path, length, why);
     if (!file || !readHeader(file.get(), out, why))
         return false;
-    const auto rest = std::max<std::int64_t>(status.st_size - std::int64_t(kHeaderBytes), 0);
+    const std::uint64_t rest = length - std::min<std::uint64_t>(length, kHeaderBytes);
     const auto size =
-        static_cast<std::size_t>(std::min<std::int64_t>(rest, std::numeric_limits<std::uint32_t>::max()));
+        static_cast<std::size_t>(std::min<std::uint64_t>(rest, std::numeric_limits<std::uint32_t>::max()));
     out.data.reset(new (std::nothrow) unsigned char[size]);
     if (!out.data)
         return why = "there is not enough memory", false;
