@@ -3,9 +3,11 @@
 #include <VX_Platform/AppKit/NSApplication.h>
 #include <VX_Platform/AppKit/NSCursor.h>
 #include <VX_Platform/AppKit/NSEvent.h>
+#include <VX_Platform/AppKit/NSScreen.h>
 #include <VX_Platform/AppKit/NSWindow.h>
 #include <VX_Platform/Foundation/NSString.h>
 #include <tests/support/LogCollector.h>
+#include <tests/support/WaitFor.h>
 
 #include <SDL.h>
 #include <gtest/gtest.h>
@@ -87,9 +89,15 @@ TEST(Windows, DoNotWaitForAWindowManagerThatHangs) {
     };
     EXPECT_EQ(log.count("The window manager does not answer"), 1);
     EXPECT_FALSE(isShown());
-    XSelectInput(manager, DefaultRootWindow(manager), NoEventMask);
-    XSync(manager, False);
-    window->makeKeyAndOrderFront();
+    ASSERT_TRUE(window->fillDisplay(NSScreen::mainScreen()));
+
+    XMapWindow(manager, window->nativeWindow().handle); // it is back
+    const auto isAskedToCover = [&] {
+        XEvent event;
+        return XCheckTypedEvent(manager, ClientMessage, &event) &&
+               event.xclient.message_type == XInternAtom(manager, "_NET_WM_STATE", False);
+    };
+    EXPECT_TRUE(vx::test::waitFor(isAskedToCover, [] { NSApplication::sharedApplication()->runStep(0.01); }));
     EXPECT_TRUE(isShown());
     XCloseDisplay(manager);
 }
