@@ -97,8 +97,13 @@ TEST_F(LiveShaders, TakeAChangedTextIntoTheSameProgramWithWhatTheHostHasSet) {
     EXPECT_EQ(unsigned(current), other) << "the host's stays";
     EXPECT_TRUE(filter.m_Programs[0] == first && first->m_Program != former && !glIsProgram(former));
     EXPECT_EQ(paints(first), 0x990000u) << "the tint was the host's, the factor is the new text's";
-    EXPECT_EQ(first->getAttribLocation("side"), side);
     EXPECT_EQ(second->m_Program, other) << "not of that file";
+
+    std::string plain = kPlain;
+    write("plain.vert", "attribute float more;" + plain.replace(plain.find("side,"), 4, "more + side"));
+    ASSERT_TRUE(rebuilds());
+    EXPECT_EQ(first->getAttribLocation("side"), side) << "where the host's meshes have it";
+    EXPECT_NE(first->getAttribLocation("more"), -1);
 
     std::filesystem::create_directory(root / "later");
     write("later/first.frag", painting("vec4(0, 0, 1, 1)"));
