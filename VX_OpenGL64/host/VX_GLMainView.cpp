@@ -207,8 +207,8 @@ void VX_GLMainView::initChildShardedViews() {
 void VX_GLMainView::addChildSharedView(VX_GLChildView* view) {
     auto* const object = dynamic_cast<NSObject*>(view);
     if (!object) {
-        NSLog("VX_GLMainView::addChildSharedView: %s",
-              view ? "the child is no NSObject" : "there is no child");
+        NSLog(view ? "VX_GLMainView::addChildSharedView: the child is no NSObject"
+                   : "VX_GLMainView::addChildSharedView: there is no child");
         return;
     }
     if (!m_ChildSharedViews)

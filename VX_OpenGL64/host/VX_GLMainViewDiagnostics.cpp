@@ -21,9 +21,12 @@ void VX_GLMainView::Internals::tellIfNeverShown(VX_GLMainView* view) {
         const auto held = weak.lock();
         if (!held || (*held)->IsShown() || (*held)->GetDrawnFrames() > 0)
             return;
-        NSLog("VX_GLMainView: view %p draws nothing: it is %s", static_cast<void*>(*held),
-              (*held)->window() ? "in a window that was never shown (NSWindow::makeKeyAndOrderFront)"
-                                : "in no window (NSWindow::setContentView)");
+        NSLog((*held)->window()
+                  ? "VX_GLMainView: view %p draws nothing: it is in a window that was never shown "
+                    "(NSWindow::makeKeyAndOrderFront)"
+                  : "VX_GLMainView: view %p draws nothing: it is in no window "
+                    "(NSWindow::setContentView)",
+              static_cast<void*>(*held));
     };
     NSTimer::scheduledTimerWithTimeInterval(1.0, tell, false);
 }

@@ -105,8 +105,7 @@ void VX_GLMainView::noteLostRefresh(const Frame& frame, bool contextWasTaken) {
     if (contextWasTaken && ++m_ContextRefusals == kPatience)
         NSLog(
             "View %p has not been drawn for %d refreshes: a thread keeps its context current without holding "
-            "the "
-            "render lock. Work on it between RenderThreadLock and RenderThreadUnLock",
+            "the render lock. Work on it between RenderThreadLock and RenderThreadUnLock",
             static_cast<void*>(this), kPatience);
 }
 

@@ -73,9 +73,12 @@ bool VX_GLMainView::StepFrame(double seconds, const char* path) {
     const Hold hold(this);
     const Frame prepared = takeFrame(nullptr);
     if (m_DisplayLink || !prepared.context || !prepared.context->makeCurrentContext()) {
-        NSLog("VX_GLMainView::StepFrame: view %p %s", static_cast<void*>(this),
-              m_DisplayLink ? "draws by itself; call SetStepped(true) before it starts"
-                            : "has not been prepared");
+        NSLog(m_DisplayLink
+                  ? "VX_GLMainView::StepFrame: view %p draws by itself; call SetStepped(true) before "
+                    "it starts"
+                  : "VX_GLMainView::StepFrame: view %p has no context to be drawn with; it gets one "
+                    "in a shown window, by a step of the run loop",
+              static_cast<void*>(this));
         return false;
     }
     CVTimeStamp time;

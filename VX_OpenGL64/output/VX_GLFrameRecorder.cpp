@@ -177,7 +177,8 @@ bool VX_GLFrameRecorder::prepare(int width, int height) {
     m_Counts->written = m_Counts->dropped = 0;
     if (width >= 1 && height >= 1 && width <= kLongest && height <= kLongest)
         return true;
-    NSLog("VX_GLFrameRecorder: frames of %d x %d cannot be recorded", width, height);
+    NSLog("VX_GLFrameRecorder: frames of %d x %d cannot be recorded; a side has 1 to %d pixels", width,
+          height, kLongest);
     return false;
 }
 

@@ -97,8 +97,11 @@ std::string VX_GLFilterManager::LoadShaderFileToString(const char* fileName) {
     // The alert was the one warning: docs/kept-behaviour.md.
     if (!text && path.empty())
         vx::fatal(
-            "VX_GLFilterManager::LoadShaderFileToString: no file \"%s\" in %s", fileName,
-            m_ResourcePaths.empty() ? "any directory: none was added" : joined(m_ResourcePaths).c_str());
+            m_ResourcePaths.empty()
+                ? "VX_GLFilterManager::LoadShaderFileToString: no directory to look for \"%s\" in; call "
+                  "AddResourcePath first"
+                : "VX_GLFilterManager::LoadShaderFileToString: no file \"%s\" in %s",
+            fileName, joined(m_ResourcePaths).c_str());
     if (!text)
         vx::fatal("VX_GLFilterManager::LoadShaderFileToString: no UTF-8 text in file \"%s\" (path \"%s\")",
                   fileName, path.c_str());
@@ -176,8 +179,7 @@ void VX_GLFilterManager::checkShareGroup() {
     if (former && former != m_ShareGroup && !(m_VShaders.empty() && m_PShaders.empty() && m_GShaders.empty()))
         fail(
             "VX_GLFilterManager::SetupFilter: the cached shaders belong to a context that shares nothing "
-            "with "
-            "the current one; every share group needs a manager of its own");
+            "with the current one; every share group needs a manager of its own");
 }
 
 /// The cached shader, else the one compiled from the file; a failure is logged unless `kind` is null.

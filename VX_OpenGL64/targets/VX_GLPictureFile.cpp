@@ -17,7 +17,8 @@ namespace {
 
 bool save(const char* path, int x, int y, int width, int height, int channels) {
     if (!path || width < 1 || height < 1) {
-        NSLog("A picture of %d x %d cannot be saved to %s", width, height, path ? path : "(null)");
+        NSLog("A picture of %d x %d cannot be saved to %s: there is no path, or no pixel", width, height,
+              path ? path : "(null)");
         return false;
     }
     std::vector<unsigned char> pixels(static_cast<std::size_t>(width) * height * channels);

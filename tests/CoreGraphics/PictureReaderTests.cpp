@@ -96,7 +96,8 @@ TEST(PictureReader, PathsThatAreNoPicture) {
     EXPECT_EQ(why("/dev/zero"), "it is no regular file");
     EXPECT_EQ(why("/tmp/none/at all"), "No such file or directory");
     EXPECT_EQ(why(TemporaryFile("").path()), "the file is empty");
-    EXPECT_EQ(why(TemporaryFile("plain text, longer than a header").path()), "not a picture of a known kind");
+    EXPECT_EQ(why(TemporaryFile("plain text, longer than a header").path()),
+              "it is no picture of a known kind");
 
     const std::string folder = "/tmp/vx_test_" + std::to_string(getpid());
     const std::string odd = folder + "/b\xc3\xa4 d \xe5\x9b\xbe.txt", pipe = folder + "/pipe";

@@ -111,8 +111,9 @@ bool VX_GLMeshXLoader::readHeader() {
     if (std::memcmp(header, "xof 030", 7) == 0 && (header[7] == '2' || header[7] == '3') &&
         std::memcmp(header + 8, "txt ", 4) == 0)
         return true;
-    return fail("it does not begin with \"xof 0302txt \" or \"xof 0303txt \"" +
-                std::string(std::memcmp(header, "xof ", 4) == 0 ? ": another kind of X file" : ""));
+    return fail(std::memcmp(header, "xof ", 4) == 0
+                    ? "it does not begin with \"xof 0302txt \" or \"xof 0303txt \": another kind of X file"
+                    : "it does not begin with \"xof 0302txt \" or \"xof 0303txt \"");
 }
 
 bool VX_GLMeshXLoader::readBlocks() {

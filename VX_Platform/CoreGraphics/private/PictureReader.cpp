@@ -82,7 +82,7 @@ std::unique_ptr<vx::PictureReader> openSource(std::unique_ptr<vx::ByteSource> so
     unsigned char head[18];
     const std::size_t size = source->readSome(head, sizeof head);
     source->seek(0);
-    why = size == 0 ? "the file is empty" : "not a picture of a known kind";
+    why = size == 0 ? "the file is empty" : "it is no picture of a known kind";
     const vx::PictureDecoderMaker make = makerFor(Head(head, size));
     if (!make)
         return nullptr;

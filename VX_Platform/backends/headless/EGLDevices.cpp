@@ -52,12 +52,13 @@ EGLDisplay openDevice(int wanted) {
     const std::vector<EGLDeviceEXT> all = devices();
     const int count = static_cast<int>(all.size());
     if (wanted >= count)
-        NSLog("Headless: device %d was asked for, and there are %d", wanted, count);
+        NSLog("Headless: EGL device %d was asked for, and there are %d, numbered from 0", wanted, count);
     for (int i = wanted < 0 ? 0 : wanted; i < count; ++i) {
         EGLDisplay display = platformDisplay(EGL_PLATFORM_DEVICE_EXT, all[i]);
         if (givesDesktopGL(display)) {
-            NSLog("Headless: EGL device %d of %d, %s", i, count,
-                  wanted < 0 ? "the first that gives desktop OpenGL" : "the one asked for");
+            NSLog(wanted < 0 ? "Headless: EGL device %d of %d, the first that gives desktop OpenGL"
+                             : "Headless: EGL device %d of %d, the one asked for",
+                  i, count);
             return display;
         }
         if (wanted >= 0) {
