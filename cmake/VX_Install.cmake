@@ -24,4 +24,4 @@ configure_file(cmake/VX_OpenGL64.pc.in VX_OpenGL64.pc @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/VX_OpenGL64.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 # Side by side as in the tree, so that their links hold.
 install(FILES LICENSE CHANGELOG.md README.md DESTINATION "${CMAKE_INSTALL_DOCDIR}")
-install(DIRECTORY docs DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+install(DIRECTORY docs DESTINATION "${CMAKE_INSTALL_DOCDIR}" PATTERN Doxyfile EXCLUDE)

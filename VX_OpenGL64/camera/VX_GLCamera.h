@@ -34,7 +34,10 @@ public:
     /// Distances of the planes from the eye, above 0.
     float m_ZNear = 0.1f;
     float m_ZFar = 30.0f;
+    /// The point looked at, in world coordinates.
     glm::tvec3<float> m_LookAt{0.0f, 0.0f, 0.0f};
+    /// Where the eye is, in world coordinates; not where it looks.
     glm::tvec3<float> m_EyeAt{0.0f, 0.0f, -5.0f};
+    /// What is up in the picture; any length but 0, and not along the view.
     glm::tvec3<float> m_Up{0.0f, 1.0f, 0.0f};
 };

@@ -25,7 +25,9 @@ public:
     /// and quadratic attenuation, in this order.
     void ApplyLightMaterial(int number);
 
+    /// What `ProjectionMatrixPerspective` has computed last; the identity before.
     glm::tmat4x4<float> m_ProjectionMatrix{1.0f};
+    /// What `CameraMatrixLookAt` has computed last; the identity before.
     glm::tmat4x4<float> m_CameraMatrix{1.0f};
     /// For subclasses; identity.
     glm::tmat4x4<float> m_ModelView_Translate{1.0f};

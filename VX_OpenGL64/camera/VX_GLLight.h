@@ -24,6 +24,7 @@ public:
     /// quadratic attenuation, in this order.
     void ApplyLightMaterial(int number);
 
+    /// How many lights there are, as in GL.
     static constexpr int kLights = 8;
 
     /// Homogeneous, w = 0 for a directional light; (0, 0, 1, 0).

@@ -25,8 +25,11 @@ inline constexpr const char* VX_GLMainView_PreparedOpenGLNotification =
 
 /// All that `Heartbeat` knows of a view. Context and view are not retained.
 struct _VX_GLMainViewCallbackContext {
+    /// The context of the frames; null while there is none.
     NSOpenGLContext* GLContext;
+    /// The view that the record belongs to.
     VX_GLMainView* MainView;
+    /// Seconds spent drawing since the mean was last taken, and in how many frames.
     double FrameTimeSum;
     std::int32_t FrameCount;
 };

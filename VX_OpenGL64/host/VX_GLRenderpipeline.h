@@ -64,6 +64,7 @@ public:
     /// Sets the link to the view, not retained. The host calls it; without it `DoSuspend` and `DoResume`
     /// reach nothing.
     void setTargetGLView(VX_GLMainView* view) { m_TargetGLView = view; }
+    /// The view that was set; borrowed, or null.
     VX_GLMainView* targetGLView() const { return m_TargetGLView; }
     /// Borrowed.
     VX_FinalOutputManager* finalOutputManager() const { return m_FinalOutputManager; }
@@ -89,11 +90,19 @@ public:
 protected:
     ~VX_GLRenderpipeline() override = default;
 
+    /// What `setTargetGLView` was given; not retained.
     VX_GLMainView* m_TargetGLView = nullptr;
+    /// Made by `init`, owned.
     VX_FinalOutputManager* m_FinalOutputManager = nullptr;
+    /// For a subclass that makes a record of the driver, in `attachGLContext` for example; deleted by
+    /// `dealloc`.
     VX_CheckGLExtensions* m_GLExtension = nullptr;
+    /// For a subclass that makes a timer, retained; ended and released by `doStopRender`.
     NSTimer* m_PrimaryThreadTimer = nullptr;
+    /// Seconds between two calls of that timer; 1/30. For subclasses.
     double m_IdleTimerInterval = 0.0;
+    /// False from `DoSuspend` to `DoResume`, and at first. For subclasses.
     bool m_StartUpInitialized = false;
+    /// -1 from `DoResume` on, else what a subclass puts there.
     double m_TimeCounter = 0.0;
 };

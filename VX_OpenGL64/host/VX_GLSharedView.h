@@ -76,13 +76,18 @@ public:
 protected:
     ~VX_GLSharedView() override;
 
+    /// The main view, from set-up to `releaseResources`.
     NSRef<VX_GLMainView> m_OwnerView;
+    /// The view's own context, which shares with the main view's; guarded by the class itself.
     NSRef<NSOpenGLContext> m_GLContext;
     /// For subclasses; the class itself does not take it.
     NSRef<NSRecursiveLock> m_Lock;
+    /// What `width` and `height` tell.
     std::atomic<float> m_Width{0.0f};
     std::atomic<float> m_Height{0.0f};
+    /// What `setRenderpipeline` was given; not retained.
     VX_GLRenderpipeline* m_TargetRenderpipeline = nullptr;
+    /// What `setObject` keeps; null until `setRenderpipeline`.
     NSRef<NSMutableDictionary> m_UserProperties;
     /// Whether the view waits for the retrace by itself, where by default the main view alone paces.
     bool m_SwapIntervalEnable = false;

@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-/// Plain records of two and three floats, as client arrays take them.
+/// Two floats in a row, as client arrays take them.
 struct VXVector2 {
+    /// Coordinates, in whatever unit the operation that takes the vector names.
     float x;
     float y;
 };
 
+/// The same with a third coordinate.
 struct VXVector3 {
+    /// Coordinates, in whatever unit the operation that takes the vector names.
     float x;
     float y;
     float z;

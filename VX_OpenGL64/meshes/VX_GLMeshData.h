@@ -29,6 +29,7 @@ public:
     /// tangent (1, 0, 0) and normal (0, 0, 1); collinear positions give values that are not finite.
     /// @param positions three positions
     /// @param uvs three texture coordinates
+    /// @param[out] normal, tangent the two unit vectors
     static void FindInvTBN(glm::tvec3<float>* positions, glm::tvec2<float>* uvs, glm::tvec3<float>& normal,
                            glm::tvec3<float>& tangent);
 

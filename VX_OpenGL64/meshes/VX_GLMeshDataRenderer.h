@@ -66,9 +66,9 @@ public:
     void DrawPNTInstanced(unsigned int mode, int first, int count, int positionAttribute, int normalAttribute,
                           int uvAttribute, int instanceCount);
 
-    // One format each, named by its letters. GL: glEnableClientState, glBindBuffer, glVertexPointer and the
-    // like, glDrawArrays or glDrawElements, glDisableClientState.
-
+    /// One format each, named by its letters: `count` vertices from `first`, or all indices. GL:
+    /// glEnableClientState, glBindBuffer, glVertexPointer and the like, glDrawArrays or glDrawElements,
+    /// glDisableClientState.
     void drawPVertex(unsigned int mode, int first, int count);
     void drawPNVertex(unsigned int mode, int first, int count);
     void drawPTVertex(unsigned int mode, int first, int count);
@@ -96,6 +96,7 @@ public:
     VX_GLVBOVertex* m_VertexBuffer = nullptr;
     /// Owned; null when there are no indices.
     VX_GLVBOIndex* m_IndexBuffer = nullptr;
+    /// What was uploaded last: vertices and indices, and whether there is anything to draw.
     int m_VertexCount = 0;
     int m_IndexCount = 0;
     bool m_HasVertices = false;

@@ -20,8 +20,10 @@ public:
     /// Whether the picture fills the target screen; the resolution is then not in force.
     void SetShouldFitScreen(bool fit) { m_ShouldFitScreen = fit; }
     bool ShouldFitScreen() const { return m_ShouldFitScreen; }
+    /// Whether the output has no title bar.
     void SetNoTitleBar(bool hide) { m_NoTitleBar = hide; }
     bool NoTitleBar() const { return m_NoTitleBar; }
+    /// Whether the display has no menu bar.
     void SetNoMenuBar(bool hide) { m_NoMenuBar = hide; }
     bool NoMenuBar() const { return m_NoMenuBar; }
     /// A number whose values belong to the host.

@@ -19,6 +19,7 @@ class VX_VertexShader;
 
 /// Row of the table of a filter's programs: shader file names. A row with a null name closes the table.
 struct VX_GLShaderInformation {
+    /// Names of the files, looked for in the manager's resource paths.
     const char* vertexShader;
     const char* fragmentShader;
 };
@@ -26,9 +27,11 @@ struct VX_GLShaderInformation {
 /// Row of the table of a filter's programs with a geometry stage: shader file names and the arguments of
 /// `VX_Program::attachGeometryShader`. A row with a null name closes the table.
 struct VX_GLGeometryShaderInformation {
+    /// Names of the files, looked for in the manager's resource paths.
     const char* vertexShader;
     const char* fragmentShader;
     const char* geometryShader;
+    /// GL primitive types that the stage takes and gives, and how many vertices it emits at the most.
     int inputType;
     int outputType;
     int verticesOut;

@@ -122,6 +122,7 @@ public:
     VX_Program* MakeProgramForFilter(VX_GLFilter* filter, const char* vertexSource,
                                      const char* fragmentSource);
 
+    /// What `SetResolution` was given, in pixels.
     int m_Width = 0;
     int m_Height = 0;
     /// Directories, each ending in "/", in the order of addition.

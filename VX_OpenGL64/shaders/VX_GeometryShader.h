@@ -64,6 +64,7 @@ public:
     /// the driver has no geometry shaders. GL: glGetIntegerv with GL_MAX_GEOMETRY_OUTPUT_VERTICES_EXT.
     int GetMaxVertices();
 
+    /// What `shader` tells; written by this class alone.
     unsigned int m_Shader = 0;
 
 private:

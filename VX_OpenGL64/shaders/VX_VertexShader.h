@@ -31,6 +31,7 @@ public:
     /// The GL name, owned by this object; 0 when empty.
     unsigned int shader() const { return m_Shader; }
 
+    /// What `shader` tells; written by this class alone.
     unsigned int m_Shader = 0;
 
 private:

@@ -49,6 +49,7 @@ public:
     /// glBindTexture, glTexSubImage2D, glDisable.
     void CopyToTexture2D(unsigned int texture, unsigned int format, unsigned int type);
 
+    /// GL name, owned.
     unsigned int m_Buffer = 0;
     /// Size in pixels.
     int m_Width;

@@ -34,6 +34,7 @@ public:
     /// False when the storage was lost while it was mapped. GL: glUnmapBuffer.
     virtual bool Unlock() = 0;
 
+    /// GL name, owned.
     unsigned int m_Buffer = 0;
     /// Bytes asked for by the last `Allocate`.
     int m_Size = 0;

@@ -8,6 +8,7 @@
 template <unsigned int target>
 class VX_EXPORT VX_GLVBOTarget : public VX_GLVBOBase {
 public:
+    /// As `VX_GLVBOBase` tells of the operation of that name.
     void BindBuffer() override;
     void UnBindBuffer() override;
     void Allocate(int size, unsigned int usage, void* data) override;

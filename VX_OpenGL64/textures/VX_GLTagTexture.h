@@ -28,8 +28,9 @@ public:
     void Retain() { ++m_RetainCount; }
     /// Takes one from the count and ends the object when none is left.
     void Release();
-    /// The same for a tag that may be null, which they leave alone: some operations return null for a tag.
+    /// The same for a tag that may be null, which is left alone: some operations return null for a tag.
     static void Retain(VX_GLTagTexture* tag);
+    /// As the one without an argument; a null tag is left alone.
     static void Release(VX_GLTagTexture* tag);
 
     /// Deletes the texture held, also when `texture` is that very name, and takes the new one over. `target`
@@ -74,17 +75,19 @@ public:
     /// GL: glDisable.
     void EndTexture();
 
-    /// What `SetTexture` and `Attach` were given. The name is 0 when there is no texture, and stays the
-    /// object's own.
+    /// What `SetTexture` and `Attach` were given: target, name (0 when there is no texture; it stays the
+    /// object's own), sizes in pixels, corner and extent in the texture, height over width.
     unsigned int target() const { return m_Target; }
     unsigned int texture() const { return m_Texture; }
     CGSize textureSize() const { return {m_TextureSize.x, m_TextureSize.y}; }
     CGSize contentSize() const { return {m_ContentSize.x, m_ContentSize.y}; }
     glm::tvec4<float> texCoords() const { return m_TexCoords; }
     float aspect() const { return m_Aspect; }
+    /// References to the object.
     int retainCount() const { return m_RetainCount; }
 
 protected:
+    /// What the questions of these names tell.
     unsigned int m_Target = 0;
     unsigned int m_Texture = 0;
     glm::tvec2<float> m_TextureSize{0.0f, 0.0f};
@@ -93,5 +96,6 @@ protected:
     glm::tvec4<float> m_TexCoords{0.0f, 0.0f, 0.0f, 0.0f};
     /// Height over width.
     float m_Aspect = 0.0f;
+    /// References to the object.
     int m_RetainCount = 1;
 };

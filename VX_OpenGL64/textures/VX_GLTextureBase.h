@@ -53,6 +53,7 @@ protected:
     bool ProtectedLoadFromData(unsigned int target, unsigned int internalFormat, unsigned int format,
                                unsigned int type, int width, int height, const void* data);
 
+    /// What the questions of these names tell.
     unsigned int m_Target = 0;
     unsigned int m_Texture = 0;
     CGSize m_Size;

@@ -66,6 +66,7 @@ public:
     void runStep(double seconds);
     /// Ends the innermost `run` after its present step, or the next one before its first. Any thread.
     void stop();
+    /// Returns whether a `run` is in progress. Any thread.
     bool isRunning() const { return m_Running; }
 
     /// Lets input methods and accents that take two keys make the text of key events (`NSEvent::characters`),
@@ -81,7 +82,7 @@ public:
     /// with one line in the log, and without effect while there are windows.
     bool terminatePlatform();
 
-    /// For `NSWindow`.
+    /// For `NSWindow`: the list of windows that there are, borrowed.
     void addWindow(NSWindow* window);
     void removeWindow(NSWindow* window);
     void windowDidClose();

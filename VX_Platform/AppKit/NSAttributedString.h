@@ -29,6 +29,7 @@ public:
     /// none. What lies beyond 65536 bytes of the text is not drawn. Returns the text; null for `string`
     /// raises NSInvalidArgumentException.
     NSAttributedString* initWithString(NSString* string, NSMutableDictionary* attributes);
+    /// As `initWithString`, for `NSInit`.
     NSAttributedString* init(NSString* string, NSMutableDictionary* attributes) {
         return initWithString(string, attributes);
     }

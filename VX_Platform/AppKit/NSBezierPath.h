@@ -23,6 +23,7 @@ public:
     /// The line width of the paths that the calling thread makes from now on; 1 at first.
     static void setDefaultLineWidth(double width);
 
+    /// Width of the path's own lines, in pixels.
     void setLineWidth(double width) { m_LineWidth = width; }
     double lineWidth() const { return m_LineWidth; }
     /// Begins a line at the point.

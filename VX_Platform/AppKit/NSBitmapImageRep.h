@@ -20,6 +20,7 @@ public:
     /// first row is the upper one in either. Returns the bitmap; without a focus it releases it and returns
     /// null.
     NSBitmapImageRep* initWithFocusedViewRect(NSRect rect);
+    /// As `initWithFocusedViewRect`, for `NSInit`.
     NSBitmapImageRep* init(NSRect rect) { return initWithFocusedViewRect(rect); }
 
     /// Takes a host's own bytes, whatever the order of their components: `planes[0]` has `pixelsHigh` rows
@@ -32,6 +33,7 @@ public:
                                                bool hasAlpha, bool isPlanar, const char* colorSpaceName,
                                                int bytesPerRow, int bitsPerPixel);
 
+    /// Size in pixels.
     int pixelsWide() const { return m_PixelsWide; }
     int pixelsHigh() const { return m_PixelsHigh; }
     /// Whether a pixel has 4 components, the last one alpha, and not 3.

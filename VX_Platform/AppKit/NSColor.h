@@ -9,9 +9,11 @@ class VX_EXPORT NSColor : public NSObject {
 public:
     VX_RETURNS_OWN_TYPE(NSColor)
 
+    /// Returns the colour with these components; the second makes a gray.
     static NSColor* colorWithDeviceRed(double red, double green, double blue, double alpha);
     static NSColor* colorWithDeviceWhite(double white, double alpha);
 
+    /// Return the colour of that name, opaque; the grays are 1/3, 1/2 and 2/3 of white.
     static NSColor* blackColor();
     static NSColor* darkGrayColor();
     static NSColor* grayColor();
@@ -30,6 +32,7 @@ public:
     /// or the focus changes. Nothing without a focus.
     void set() const;
 
+    /// Return the components, from 0 to 1, not multiplied by alpha.
     double redComponent() const { return m_Red; }
     double greenComponent() const { return m_Green; }
     double blueComponent() const { return m_Blue; }

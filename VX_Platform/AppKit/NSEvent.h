@@ -60,9 +60,11 @@ public:
 
     /// What an event holds; fields that a type has no use for stay 0.
     struct Fields {
+        /// What happened.
         NSEventType type = NSMouseMoved;
         /// Unicode code point of the key without modifiers in lower case, or an `NSKey`.
         unsigned key = 0;
+        /// Whether the key was held down and types again.
         bool isRepeat = false;
         /// UTF-8.
         std::string characters;
@@ -72,6 +74,7 @@ public:
         CGPoint location;
         /// 0 left, 1 right, 2 and more the others.
         int button = 0;
+        /// 1 for a click, 2 for the second of two in a row, and so on.
         int clickCount = 0;
         /// Pixels moved since the last event, or lines scrolled, to the right and down (scrolling: up).
         double deltaX = 0.0;
@@ -82,7 +85,7 @@ public:
     /// host or a test may make events of its own and hand them to `NSResponder::handle`.
     static NSEvent* eventWithFields(const Fields& fields, NSWindow* window);
 
-    // Each returns the field of that name; the window is borrowed.
+    /// Each returns the field of that name; the window is borrowed.
     NSEventType type() const { return m_Fields.type; }
     NSWindow* window() const { return m_Window; }
     unsigned key() const { return m_Fields.key; }
@@ -92,6 +95,7 @@ public:
     /// `NSApplication::setComposesText`) and for every type but
     /// `NSKeyDown`.
     NSString* characters() const;
+    /// Each returns the field of that name.
     bool isARepeat() const { return m_Fields.isRepeat; }
     unsigned modifierFlags() const { return m_Fields.modifiers; }
     CGPoint locationInWindow() const { return m_Fields.location; }

@@ -19,6 +19,7 @@ public:
 
     /// Returns the name that it was asked for by; borrowed.
     NSString* fontName() const { return m_Name.get(); }
+    /// Returns the size in pixels of the canvas.
     double pointSize() const { return m_Size; }
     /// Returns the family that serves that name; borrowed, autoreleased.
     NSString* familyName() const;

@@ -25,6 +25,7 @@ public:
     /// Size in pixels; a fraction makes a whole pixel more. Without any pixels, and harmless, when a side is
     /// not above 0, is above 32767, or memory is short. Returns the image.
     NSImage* initWithSize(NSSize size);
+    /// As `initWithSize`, for `NSInit`.
     NSImage* init(NSSize size) { return initWithSize(size); }
 
     /// Returns the size that it was given.

@@ -12,6 +12,7 @@
 class NSScreen;
 class NSView;
 
+/// What a window has around its content, as bits.
 enum NSWindowStyleMask : unsigned {
     NSBorderlessWindowMask = 0,
     NSTitledWindowMask = 1 << 0,

@@ -11,11 +11,16 @@ class NSMutableDictionary;
 
 /// Names a display: the same one as long as it stays connected, also over being switched off and on. Never 0.
 using CGDirectDisplayID = std::uint32_t;
+/// A number of displays.
 using CGDisplayCount = std::uint32_t;
+/// Result of a question about displays.
 using CGError = std::int32_t;
+/// Names a display where its own name is asked for.
 using io_service_t = std::uint32_t;
 
+/// The question was answered.
 inline constexpr CGError kCGErrorSuccess = 0;
+/// There was nowhere to put the answer.
 inline constexpr CGError kCGErrorIllegalArgument = 1001;
 /// The one option of `IODisplayCreateInfoDictionary`: one name is enough.
 inline constexpr std::uint32_t kIODisplayOnlyPreferredName = 0x200;
@@ -32,6 +37,7 @@ VX_EXPORT CGError CGGetDisplaysWithPoint(CGPoint point, std::uint32_t capacity, 
                                          CGDisplayCount* count);
 /// Returns where the display lies on the desktop, in pixels; all zero for one that is off or gone.
 VX_EXPORT CGRect CGDisplayBounds(CGDirectDisplayID display);
+/// Return the display's size in pixels; 0 for one that is off or gone.
 VX_EXPORT std::size_t CGDisplayPixelsWide(CGDirectDisplayID display);
 VX_EXPORT std::size_t CGDisplayPixelsHigh(CGDirectDisplayID display);
 

@@ -17,12 +17,15 @@ struct CVTimeStamp {
 
 /// Result of an operation on a display link.
 using CVReturn = std::int32_t;
+/// Flags of a callback; none are used.
 using CVOptionFlags = std::uint64_t;
+/// It was done.
 inline constexpr CVReturn kCVReturnSuccess = 0;
 /// The system gives no more threads.
 inline constexpr CVReturn kCVReturnAllocationFailed = -6664;
 /// A link or context is null.
 inline constexpr CVReturn kCVReturnInvalidArgument = -6661;
+/// A link that runs was to be started, or one that does not was to be stopped.
 inline constexpr CVReturn kCVReturnDisplayLinkAlreadyRunning = -6671;
 inline constexpr CVReturn kCVReturnDisplayLinkNotRunning = -6672;
 /// A link cannot be started without a callback.

@@ -18,7 +18,9 @@ public:
     /// `name` and `reason` in UTF-8, copied.
     NSException(const char* name, const char* reason);
     ~NSException() override;
+    /// A copy shares the two texts. Any thread.
     NSException(const NSException&) = default;
+    /// The same.
     NSException& operator=(const NSException&) = default;
 
     /// Throws an exception of that name. `format` is one of `printf`, with "%@" for an `NSObject*`

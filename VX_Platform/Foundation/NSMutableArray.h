@@ -37,6 +37,7 @@ public:
     /// Where a walk over the list stands; made by `objects`.
     class VX_EXPORT Walk {
     public:
+        /// What a range-based `for` calls.
         explicit Walk(const NSMutableArray* array) : m_Array(array), m_Changes(array->m_Changes) {}
         Walk& begin() { return *this; }
         std::nullptr_t end() { return nullptr; }

@@ -91,6 +91,7 @@ template <class T>
 class NSRef {
 public:
     NSRef() = default;
+    /// Empty.
     NSRef(std::nullptr_t) {}
 
     /// Takes over a reference that the caller owns.
@@ -107,8 +108,10 @@ public:
         return adopt(object);
     }
 
+    /// A copy retains; a move hands the reference over and leaves `other` empty.
     NSRef(const NSRef& other) : NSRef(retain(other.m_Object)) {}
     NSRef(NSRef&& other) noexcept : m_Object(other.m_Object) { other.m_Object = nullptr; }
+    /// Takes the new object, then releases the former one.
     NSRef& operator=(NSRef other) noexcept {
         T* old = m_Object;
         m_Object = other.m_Object;
@@ -122,8 +125,10 @@ public:
 
     /// Returns the object, borrowed, or null.
     T* get() const { return m_Object; }
+    /// The object, which must be there.
     T* operator->() const { return m_Object; }
     T& operator*() const { return *m_Object; }
+    /// Returns whether there is an object.
     explicit operator bool() const { return m_Object != nullptr; }
 
 private:

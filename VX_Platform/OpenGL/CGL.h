@@ -10,6 +10,7 @@ class NSOpenGLPixelFormat;
 using CGLContextObj = NSOpenGLContext*;
 using CGLPixelFormatObj = NSOpenGLPixelFormat*;
 
+/// Result of an operation on a context.
 enum CGLError { kCGLNoError = 0, kCGLBadContext = 10004, kCGLBadConnection = 10017 };
 
 /// Makes the context current on the calling thread without waiting; null releases the one that is current
@@ -19,4 +20,5 @@ VX_EXPORT CGLError CGLSetCurrentContext(CGLContextObj context);
 VX_EXPORT CGLContextObj CGLGetCurrentContext();
 /// Takes the context's lock, which is recursive and guards nothing by itself. Null does nothing.
 VX_EXPORT CGLError CGLLockContext(CGLContextObj context);
+/// Gives one hold of the lock back, on the thread that has it. Null does nothing.
 VX_EXPORT CGLError CGLUnlockContext(CGLContextObj context);

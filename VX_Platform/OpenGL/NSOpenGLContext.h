@@ -40,6 +40,7 @@ public:
     bool makeCurrentContext();
     /// The same without waiting.
     bool tryMakeCurrentContext();
+    /// Whether this context is current on the calling thread.
     bool isCurrent() const;
     /// Whether both have textures, buffers, shaders and programs in common; so has each with itself.
     bool sharesWith(const NSOpenGLContext* other) const;
@@ -57,11 +58,13 @@ public:
     /// Sets `NSOpenGLCPSwapInterval` from `values[0]`; remembered and applied to each surface bound from now
     /// on.
     void setValues(const int* values, NSOpenGLContextParameter parameter);
+    /// Writes the value that was set last, 0 at first, to `values[0]`; another parameter leaves it.
     void getValues(int* values, NSOpenGLContextParameter parameter) const;
 
     /// Gives the context the view's surface, or none for null; the view is not retained. Waits as
     /// `makeCurrentContext` does when the context is current on another thread.
     void setView(NSOpenGLView* view);
+    /// The view that was set; borrowed, or null.
     NSOpenGLView* view() const { return m_View; }
     /// Size in pixels of what the context draws to now, (0, 0) without a surface. On the thread that has it
     /// current.
@@ -74,6 +77,7 @@ public:
 
     /// The object itself, under CGL's name for it.
     NSOpenGLContext* CGLContextObj() { return this; }
+    /// The context's recursive lock, which guards nothing by itself; frames hold it. Any thread.
     void lock() { m_Lock.lock(); }
     void unlock() { m_Lock.unlock(); }
 

@@ -31,7 +31,9 @@ public:
     /// Drops the context: its surface goes at once, the context with its last reference. Where it is current
     /// on the calling thread it is released there.
     void clearGLContext();
+    /// The format, borrowed, or null.
     NSOpenGLPixelFormat* pixelFormat() const { return m_PixelFormat.get(); }
+    /// Puts a format in place, retained, for the next context; null for none. The present context stays.
     void setPixelFormat(NSOpenGLPixelFormat* format);
 
     /// Hook: the context is new, current, and has its surface.

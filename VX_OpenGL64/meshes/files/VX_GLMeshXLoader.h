@@ -10,6 +10,7 @@
 
 /// A keyword of X text files and the code that stands for it.
 struct VX_GLMeshXTemplate {
+    /// As it stands in the file, and the number that the loader knows it by.
     const char* keyword;
     int code;
 };
@@ -106,6 +107,7 @@ public:
     std::vector<glm::tvec3<float>> m_Positions;
     /// One normal for each position.
     std::vector<glm::tvec3<float>> m_Normals;
+    /// Texture coordinates, one for each position or none at all.
     std::vector<glm::tvec2<float>> m_UVs;
     /// The indices of all faces as they stand in the file, three or four for each.
     std::vector<unsigned int> m_FaceIndices;

@@ -26,6 +26,7 @@ public:
 
     /// Appends a new face and returns it, borrowed.
     VX_GLStandardFaceData* AddFace();
+    /// Returns how many faces there are.
     int GetFaceCount() const;
     /// Destroys the faces and empties the list.
     void ClearFace();
@@ -34,5 +35,6 @@ public:
 
     /// For the host; nothing here reads it.
     int m_MeshTag = -1;
+    /// Owned, in the order of addition.
     std::vector<VX_GLStandardFaceData*> m_Faces;
 };

@@ -16,7 +16,9 @@ public:
     VX_GLStandardMeshs(const VX_GLStandardMeshs&) = delete;
     VX_GLStandardMeshs& operator=(const VX_GLStandardMeshs&) = delete;
 
+    /// Appends the number of a mesh, which is not checked.
     void AddMeshIndex(int index);
+    /// Empties the list of numbers.
     void ClearMeshIndex();
     /// Appends a new child and returns it, borrowed.
     VX_GLStandardMeshs* AddChildren();
@@ -27,6 +29,8 @@ public:
 
     /// The identity at first.
     glm::tmat4x4<float> m_Transform{1.0f};
+    /// Positions in the model's list of meshes.
     std::vector<int> m_MeshIndex;
+    /// Owned, in the order of addition.
     std::vector<VX_GLStandardMeshs*> m_Children;
 };

@@ -15,8 +15,10 @@ public:
     /// The first vertex of each arc is written twice; the z of the first one is left as it was. Vertices are
     /// not finite with a `stepCount` of 1. Nothing is written with a `dotCount` or `stepCount` below 1.
     /// @param radiusA, radiusB the two edges of the arcs
+    /// @param dotCount how many arcs
     /// @param stepCount places along one arc, both ends included
     /// @param fill share of its angle that each arc covers, 0 to 1
+    /// @param[out] out the vertices, or null
     /// @return with a null `out` (`stepCount` * 2 + 2) * `dotCount`
     static int DotDonut(float radiusA, float radiusB, int dotCount, int stepCount, float fill,
                         glm::tvec3<float>* out);
@@ -27,6 +29,7 @@ public:
     /// @param headWidth, shaftWidth extents in y
     /// @param headRatio share of half the length by which the shaft ends before the tip; as a divisor of the
     ///        widths, how far the head sweeps back. Not 0.
+    /// @param[out] out the vertices, or null
     /// @return with a null `out` 21
     static int Arrow1(float length, float headWidth, float shaftWidth, float headRatio,
                       glm::tvec3<float>* out);

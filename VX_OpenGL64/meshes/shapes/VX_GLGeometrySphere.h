@@ -25,6 +25,7 @@ public:
     static const float vdata[12][3];
     static const unsigned int tindices[20][3];
 
+    /// From the origin to each vertex.
     float m_Radius = 0.5f;
     /// How often each triangle is split.
     int m_Subdivision = 3;

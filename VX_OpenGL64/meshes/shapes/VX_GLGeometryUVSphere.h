@@ -15,6 +15,7 @@ public:
     /// Fewer than 2 divisions write nothing and log "##".
     virtual void Generate(int format);
 
+    /// From the origin to each vertex.
     float m_Radius = 0.5f;
     /// Steps around a ring. Half as many bands lie between the poles; an odd number leaves the upper pole
     /// open.

@@ -51,6 +51,7 @@ public:
     /// Size of the largest level in pixels, as the header says.
     int m_Width = 0;
     int m_Height = 0;
+    /// Levels that the header claims.
     int m_MipMapCount = 0;
     /// What `Load` returned last.
     unsigned int m_Texture = 0;

@@ -5,24 +5,26 @@
 
 /// A decoded picture as `glTexImage2D` takes it: premultiplied BGRA, the picture's bottom row first.
 struct GLImageBitmap {
-    /// Size of the picture in its file, in pixels.
+    /// Size of the picture in its file, in pixels; the second is the height.
     int orgwidth = 0;
     int orgheight = 0;
-    /// 0, as is `level`.
+    /// Both 0.
     int border = 0;
     int level = 0;
     /// GL_TEXTURE_2D when sides that are powers of two were asked for, else GL_TEXTURE_RECTANGLE.
     unsigned int target = 0;
-    unsigned int internalFormat = 0; ///< GL_RGBA8
-    unsigned int format = 0;         ///< GL_BGRA
-    unsigned int type = 0;           ///< GL_UNSIGNED_INT_8_8_8_8_REV
+    /// GL_RGBA8, GL_BGRA and GL_UNSIGNED_INT_8_8_8_8_REV.
+    unsigned int internalFormat = 0;
+    unsigned int format = 0;
+    unsigned int type = 0;
+    /// 8 and 4.
     unsigned int bitsPerComponent = 0;
     int bytesPerPixel = 0;
     /// Bytes of `data`, of which 32 bits are kept.
     unsigned int dataSize = 0;
     /// From `new[]`; whose who holds the record.
     void* data = nullptr;
-    /// Size of the canvas, which is the texture's.
+    /// Size of the canvas in pixels, which is the texture's, and bytes from one row to the next.
     unsigned long height = 0;
     unsigned long width = 0;
     unsigned long rowBytes = 0;
