@@ -56,11 +56,11 @@ public:
     /// GL: glUseProgram(0), whichever program is current.
     void deactiveProgram();
 
-    // Uniforms of the current program: each looks `name` (NUL-terminated) up with glGetUniformLocation on
-    // every call and passes the rest on unchanged. An unknown name is ignored by GL. They act on the program
-    // that is current, so call them between `activeProgram` and `deactiveProgram`. `count` is a number of
-    // vectors or matrices; arrays are borrowed for the call, matrices column by column unless `transpose`
-    // is 1.
+    // `set1f` and its kin set uniforms of the current program: each looks `name` (NUL-terminated) up with
+    // glGetUniformLocation on every call and passes the rest on unchanged. An unknown name is ignored by GL.
+    // They act on the program that is current, so call them between `activeProgram` and `deactiveProgram`.
+    // `count` is a number of vectors or matrices; arrays are borrowed for the call, matrices column by column
+    // unless `transpose` is 1.
 
     /// GL: glUniform1f.
     void set1f(const char* name, float x);

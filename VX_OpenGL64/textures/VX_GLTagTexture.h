@@ -45,9 +45,10 @@ public:
     void Attach(unsigned int target, CGSize textureSize, CGSize contentSize,
                 const glm::tvec4<float>& texCoords, float aspect, unsigned int texture);
 
-    // Each of the five draws the picture on unit 0 under the caller's matrices and blending, all its corners
-    // with the position's z. `size` is the quad's width, and its height follows from the aspect, unless told
-    // otherwise. "Mirrored" means that the picture's left side lies toward +x; its top lies toward +y always.
+    // `Render` and its kin draw the picture on unit 0 under the caller's matrices and blending, all its
+    // corners with the position's z. `size` is the quad's width, and its height follows from the aspect,
+    // unless told otherwise. "Mirrored" means that the picture's left side lies toward +x; its top lies
+    // toward +y always.
     //
     // Left changed: unit 0 is active, the texture bound, the target disabled, the texture environment's mode
     // GL_MODULATE, the texture matrix the identity and the matrix mode GL_TEXTURE. GL: glActiveTexture,

@@ -44,8 +44,8 @@ public:
     VX_GLTagTexture* renderTextForSingleLine(NSString* text, float size, NSColor* bkColor, NSColor* color,
                                              float width);
 
-    // A 2D texture with mipmaps whose sides are powers of two, with the text in the middle; the tag shows the
-    // text's part of it.
+    // `renderTextForMipmap` and its kin make a 2D texture with mipmaps whose sides are powers of two, with
+    // the text in the middle; the tag shows the text's part of it.
 
     /// Clear but for the text, which is wrapped to `maxWidth` pixels when it is wider. The height is reckoned
     /// before: that of one line for each width that the text fills, and one more.
