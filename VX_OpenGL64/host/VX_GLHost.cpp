@@ -3,9 +3,12 @@
 
 #include <VX_Platform/AppKit/NSApplication.h>
 #include <VX_Platform/AppKit/NSEvent.h>
+#include <VX_Platform/AppKit/NSView.h>
 #include <VX_Platform/Foundation/NSLog.h>
 #include <VX_Platform/OpenGL/NSOpenGLPixelFormat.h>
+#include <VX_Platform/OpenGL/private/FormerContext.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <string>
 
@@ -19,6 +22,26 @@ public:
         if (closesOnEscape && event->key() == NSEscapeKey)
             performClose();
     }
+};
+
+// Keeps the views in it off the edges.
+class MarginView : public NSView {
+public:
+    explicit MarginView(VX_GLHostMargins margins) : m_Margins(margins) {}
+
+    CGRect inner() const {
+        const CGSize size = frame().size;
+        return CGRectMake(m_Margins.left, m_Margins.top,
+                          std::max(1.0, size.width - m_Margins.left - m_Margins.right),
+                          std::max(1.0, size.height - m_Margins.top - m_Margins.bottom));
+    }
+    void frameDidChange() override {
+        for (const NSRef<NSView>& view : subviews())
+            view->setFrame(inner());
+    }
+
+private:
+    VX_GLHostMargins m_Margins;
 };
 
 bool choosePlatform(const VX_GLHostOptions& options) {
@@ -40,10 +63,13 @@ void gatherPixelFormat(VX_GLMainView* view, const VX_GLHostOptions& options) {
 
 std::unique_ptr<VX_GLHost> VX_GLHost::open(VX_GLRenderpipeline* pipeline, const VX_GLHostOptions& options) {
     std::unique_ptr<VX_GLHost> host(new VX_GLHost);
+    const vx::FormerContext former;
     if (!pipeline)
         NSLog("VX_GLHost::open: there is no pipeline");
-    else if (choosePlatform(options) && host->start(pipeline, options))
+    else if (choosePlatform(options) && host->start(pipeline, options)) {
+        former.restore(); // a host with GL of its own goes on with it
         return host;
+    }
     return nullptr;
 }
 
@@ -68,10 +94,19 @@ bool VX_GLHost::start(VX_GLRenderpipeline* pipeline, const VX_GLHostOptions& opt
     if (!makeWindow(options))
         return false;
     m_View = NSInit(new VX_GLMainView, m_Window->frame(), nullptr);
-    m_Window->setContentView(m_View.get());
+    placeView(options.margins);
     m_View->SetFollowsSize(true);
     m_View->SetStepped(options.stepped);
     return attach(pipeline, options);
+}
+
+void VX_GLHost::placeView(const VX_GLHostMargins& margins) {
+    if (!(margins.left || margins.top || margins.right || margins.bottom))
+        return m_Window->setContentView(m_View.get());
+    const auto content = NSInit(new MarginView(margins), CGRect{});
+    m_Window->setContentView(content.get());
+    m_View->setFrame(content->inner());
+    content->addSubview(m_View.get());
 }
 
 bool VX_GLHost::attach(VX_GLRenderpipeline* pipeline, const VX_GLHostOptions& options) {

@@ -9,6 +9,11 @@
 #include <cstdint>
 #include <memory>
 
+/// Pixels along the edges of a window that a view leaves free.
+struct VX_GLHostMargins {
+    int left = 0, top = 0, right = 0, bottom = 0;
+};
+
 /// What `VX_GLHost::open` makes. Every field has a default.
 struct VX_GLHostOptions {
     /// Borrowed for the call.
@@ -21,6 +26,8 @@ struct VX_GLHostOptions {
     /// A window of another toolkit to put the view into, instead of a window of its own: its title, size and
     /// input stay that toolkit's, and it is not closed at the end.
     vx::NativeWindow inside = {};
+    /// What of the window stays the host's own to draw; the view fills the rest and follows its size.
+    VX_GLHostMargins margins = {};
     /// Whether the user can change the window's size; the picture follows (`VX_GLMainView::SetFollowsSize`).
     bool resizable = true;
     /// Whether Escape closes the window.
@@ -48,7 +55,8 @@ class VX_EXPORT VX_GLHost {
 public:
     /// Opens the window and attaches the pipeline, which is retained and gets the view as its target. Drawing
     /// begins in the next step of the run loop. Null, with one line in the log, when the platform cannot
-    /// start, there is no such pixel format or no window to be inside of, or `pipeline` is null.
+    /// start, there is no such pixel format or no window to be inside of, or `pipeline` is null. The EGL
+    /// context that was current on the thread, or none, is so again; one of GLX must not be.
     static std::unique_ptr<VX_GLHost> open(VX_GLRenderpipeline* pipeline,
                                            const VX_GLHostOptions& options = {});
     ~VX_GLHost();
@@ -72,6 +80,7 @@ private:
     VX_GLHost() = default;
     bool makeWindow(const VX_GLHostOptions& options);
     bool start(VX_GLRenderpipeline* pipeline, const VX_GLHostOptions& options);
+    void placeView(const VX_GLHostMargins& margins);
     bool attach(VX_GLRenderpipeline* pipeline, const VX_GLHostOptions& options);
 
     NSRef<NSWindow> m_Window;
