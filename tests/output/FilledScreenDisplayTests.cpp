@@ -6,6 +6,7 @@
 #include <VX_Platform/Foundation/NSMutableArray.h>
 #include <tests/support/Pixels.h>
 #include <tests/support/ScriptedPipeline.h>
+#include <tests/support/WindowManager.h>
 #include <tests/support/X11Input.h>
 
 #include <sys/wait.h>
@@ -26,58 +27,31 @@ constexpr std::uint32_t kAttributes[] = {NSOpenGLPFADoubleBuffer, NSOpenGLPFACol
 
 // A window manager, and a panel along the top of each display. Windows that are shown while it starts may
 // stay above those that fill a display, so that it is awaited.
-class Desktop {
+class Desktop : public WindowManager {
 public:
     Desktop() {
-        m_Manager = fork();
-        if (m_Manager == 0) {
-            execlp("openbox", "openbox", "--sm-disable", nullptr);
-            _exit(127);
-        }
         const Window panels[] = {addPanel(0, 1280), addPanel(1280, 1024)};
-        const auto isManaged = [this](Window panel) { return !property(panel, "WM_STATE").empty(); };
-        EXPECT_TRUE(waitFor([&] { return std::ranges::all_of(panels, isManaged); }));
-    }
-    ~Desktop() {
-        kill(m_Manager, SIGTERM);
-        waitpid(m_Manager, nullptr, 0);
-        XCloseDisplay(m_Server);
+        EXPECT_TRUE(waitFor(
+            [&] { return std::ranges::all_of(panels, [this](Window panel) { return isManaged(panel); }); }));
     }
     bool coversPanels(unsigned long window) const {
         return property(window, "_NET_WM_STATE") == std::vector{atom("_NET_WM_STATE_FULLSCREEN")};
     }
 
 private:
-    Atom atom(const char* name) const { return XInternAtom(m_Server, name, False); }
-    std::vector<Atom> property(Window window, const char* name) const {
-        Atom type = 0;
-        int bits = 0;
-        unsigned long count = 0, left = 0;
-        unsigned char* value = nullptr;
-        XGetWindowProperty(m_Server, window, atom(name), 0, 99, False, AnyPropertyType, &type, &bits, &count,
-                           &left, &value);
-        const auto* const words = reinterpret_cast<const Atom*>(value);
-        const std::vector<Atom> all(words, words + count);
-        if (value)
-            XFree(value);
-        return all;
-    }
     Window addPanel(int left, int width) {
         constexpr long kHeight = 30;
-        const Window panel = XCreateSimpleWindow(m_Server, DefaultRootWindow(m_Server), left, 0, width,
-                                                 kHeight, 0, 0, 0x808080);
+        const Window panel =
+            XCreateSimpleWindow(server, DefaultRootWindow(server), left, 0, width, kHeight, 0, 0, 0x808080);
         const Atom dock = atom("_NET_WM_WINDOW_TYPE_DOCK");
-        XChangeProperty(m_Server, panel, atom("_NET_WM_WINDOW_TYPE"), XA_ATOM, 32, PropModeReplace,
+        XChangeProperty(server, panel, atom("_NET_WM_WINDOW_TYPE"), XA_ATOM, 32, PropModeReplace,
                         reinterpret_cast<const unsigned char*>(&dock), 1);
         const long strut[12] = {0, 0, kHeight, 0, 0, 0, 0, 0, left, left + width - 1, 0, 0};
-        XChangeProperty(m_Server, panel, atom("_NET_WM_STRUT_PARTIAL"), XA_CARDINAL, 32, PropModeReplace,
+        XChangeProperty(server, panel, atom("_NET_WM_STRUT_PARTIAL"), XA_CARDINAL, 32, PropModeReplace,
                         reinterpret_cast<const unsigned char*>(strut), 12);
-        XMapRaised(m_Server, panel);
+        XMapRaised(server, panel);
         return panel;
     }
-
-    Display* m_Server = XOpenDisplay(nullptr);
-    pid_t m_Manager = 0;
 };
 
 int entries(const char* folder) {
