@@ -19,7 +19,7 @@ struct VX_Library {
     std::string version;
 };
 
-/// The version of this library that runs, "0.1.0"; a literal.
+/// The version of this library that runs, "1.2.3"; a literal.
 VX_EXPORT const char* VX_GetVersion();
 /// What windows, pictures and text are made by.
 VX_EXPORT std::vector<VX_Library> VX_GetLibraries();
