@@ -3,7 +3,6 @@
 // a bar of its own, whose left end has the colour that a click on it gives to the picture.
 #include <tests/support/RunProgram.h>
 #include <tests/support/TemporaryFile.h>
-#include <tests/support/WindowManager.h>
 #include <tests/support/X11Input.h>
 
 #include <gtest/gtest.h>
@@ -12,7 +11,9 @@
 #include <cstdlib>
 #include <filesystem>
 
-// Behind the others: its macros take common words.
+// Behind the others: X11's macros take common words.
+#include <tests/support/WindowManager.h>
+
 #include <X11/Xutil.h>
 #include <X11/keysym.h>
 
