@@ -39,6 +39,10 @@ protected:
         XTranslateCoordinates(manager.server, window, is.root, 0, 0, &is.x, &is.y, &child);
         return {is.map_state == IsViewable ? user.root() : 0, is.x, is.y, is.width, is.height};
     }
+    bool isNormal(Window window) const {
+        const auto state = manager.property(window, "WM_STATE");
+        return !state.empty() && state[0] == NormalState;
+    }
     // At the corners of the picture and the left end of the bar, after so many clicks.
     bool hasColors(Window window, int clicks) {
         constexpr unsigned grounds[] = {0x1d3557, 0x1f6f54, 0x7a3b69};
@@ -88,10 +92,10 @@ TEST_P(HostDisplayTest, ShowsThePictureAndItsOwnWidgetsWhateverBecomesOfItsWindo
     }
     for (const auto hide : {XIconifyWindow, XWithdrawWindow}) {
         hide(manager.server, window, 0);
-        ASSERT_TRUE(waitFor([&] { return !place(window).id; }));
+        ASSERT_TRUE(waitFor([&] { return !isNormal(window); }));
         XMapWindow(manager.server, window);
-        ASSERT_TRUE(waitFor([&] { return place(window).id; }));
-        ASSERT_TRUE(shows(window, 0));
+        ASSERT_TRUE(waitFor([&] { return isNormal(window); }));
+        ASSERT_TRUE(shows(window, 0)) << (hide == XIconifyWindow ? "minimised" : "withdrawn");
     }
     click(window); // which gives the window the keyboard as well
     ASSERT_TRUE(shows(window, 1));

@@ -12,7 +12,6 @@
 #include <GLFW/glfw3native.h> // behind the others: X11's macros take common words
 
 #include <algorithm>
-#include <cstdlib>
 #include <memory>
 #include <vector>
 
@@ -94,13 +93,13 @@ int main(int count, char** words) {
     glfwInitHint(GLFW_PLATFORM, GLFW_PLATFORM_X11);
 #endif
     glfwInit();
-    std::vector<std::unique_ptr<PictureWindow>> windows(count > 1 ? std::size_t(std::atoi(words[1])) : 1);
+    std::vector<std::unique_ptr<PictureWindow>> windows(count > 1 && *words[1] == '2' ? 2 : 1);
     for (auto& window : windows)
         window = std::make_unique<PictureWindow>();
     while (!windows.empty()) {
+        // Sizes, timers, notifications; frames come by themselves.
         glfwWaitEventsTimeout(0.02);
-        NSApplication::sharedApplication()->runStep(
-            0.0); // sizes, timers, notifications; frames come by themselves
+        NSApplication::sharedApplication()->runStep(0.0);
         std::erase_if(windows, [](const auto& window) { return window->isToClose(); });
         for (const auto& window : windows)
             window->drawBar();

@@ -8,7 +8,6 @@
 #include <gtk/gtk.h>
 
 #include <cstdio>
-#include <cstdlib>
 #include <memory>
 #include <vector>
 
@@ -35,6 +34,8 @@ public:
         ++s_Open;
         gtk_widget_show_all(m_Window);
     }
+
+    ~PictureWindow() { g_object_unref(m_Style); }
 
 private:
     void connect() {
@@ -94,14 +95,14 @@ private:
 int main(int count, char** words) {
     gdk_set_allowed_backends("x11");
     gtk_init(&count, &words);
-    std::vector<std::unique_ptr<PictureWindow>> windows(count > 1 ? std::size_t(std::atoi(words[1])) : 1);
+    std::vector<std::unique_ptr<PictureWindow>> windows(count > 1 && *words[1] == '2' ? 2 : 1);
     for (auto& window : windows)
         window = std::make_unique<PictureWindow>();
+    // Sizes, timers, notifications; frames come by themselves.
     g_timeout_add(
         10,
         [](void*) {
-            NSApplication::sharedApplication()->runStep(
-                0.0); // sizes, timers, notifications; frames come by themselves
+            NSApplication::sharedApplication()->runStep(0.0);
             return gboolean(G_SOURCE_CONTINUE);
         },
         nullptr);

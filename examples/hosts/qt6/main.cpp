@@ -12,7 +12,6 @@
 #include <QSlider>
 #include <QTimer>
 
-#include <cstdlib>
 #include <memory>
 #include <vector>
 
@@ -107,7 +106,7 @@ int main(int count, char** words) {
     QCoreApplication::setAttribute(
         Qt::AA_DontCreateNativeWidgetSiblings); // the picture's window is the only one inside
     QApplication application(count, words);
-    std::vector<std::unique_ptr<PictureWindow>> windows(count > 1 ? std::size_t(std::atoi(words[1])) : 1);
+    std::vector<std::unique_ptr<PictureWindow>> windows(count > 1 && *words[1] == '2' ? 2 : 1);
     for (auto& window : windows) {
         window = std::make_unique<PictureWindow>();
         window->show();

@@ -10,7 +10,6 @@
 #include <X11/Xlib.h> // behind the others: its macros take common words
 
 #include <algorithm>
-#include <cstdlib>
 #include <memory>
 #include <vector>
 
@@ -81,7 +80,7 @@ int main(int count, char** words) {
     SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION,
                 "0"); // a bar by GL would bring another window and a context of its own
     SDL_Init(SDL_INIT_VIDEO);
-    std::vector<std::unique_ptr<PictureWindow>> windows(count > 1 ? std::size_t(std::atoi(words[1])) : 1);
+    std::vector<std::unique_ptr<PictureWindow>> windows(count > 1 && *words[1] == '2' ? 2 : 1);
     for (auto& window : windows)
         window = std::make_unique<PictureWindow>();
     while (!windows.empty()) {
