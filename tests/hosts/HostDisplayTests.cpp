@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <filesystem>
@@ -30,7 +31,11 @@ protected:
         XSetErrorHandler([](Display*, XErrorEvent*) { return 0; }); // a window may be gone
         m_Program =
             popen(("exec " + program + " " + std::to_string(number) + " 2>" + log.path()).c_str(), "w");
-        ASSERT_TRUE(waitFor([&] { return manager.clients().size() == number; }));
+        ASSERT_TRUE(waitFor([&] {
+            const auto all = manager.clients(); // the list may be behind the windows
+            return all.size() == number &&
+                   std::ranges::all_of(all, [&](Window one) { return place(one).id; });
+        }));
     }
     X11Input::Window place(Window window) const {
         XWindowAttributes is{};
