@@ -11,7 +11,10 @@
 
 /// Pixels along the edges of a window that a view leaves free.
 struct VX_GLHostMargins {
-    int left = 0, top = 0, right = 0, bottom = 0;
+    int left = 0;   ///< from 0 on, as the others
+    int top = 0;    ///< along the upper edge
+    int right = 0;  ///< along the right edge
+    int bottom = 0; ///< along the lower edge
 };
 
 /// What `VX_GLHost::open` makes. Every field has a default.
