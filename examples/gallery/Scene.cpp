@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#include <examples/gallery/Scene.h>
+
+#include <VX_OpenGL64/host/VX_GLMainView.h>
+
+#include <epoxy/gl.h>
+
+#include <algorithm>
+#include <filesystem>
+
+namespace {
+
+// Beside the installed program, else where the sources are.
+std::string scenesFolder() {
+    std::error_code failure;
+    const auto program = std::filesystem::read_symlink("/proc/self/exe", failure);
+    const auto shared = program.parent_path().parent_path() / "share/VX_OpenGL64/gallery";
+    return std::filesystem::is_directory(shared, failure) ? shared.string() : GALLERY_SCENES;
+}
+
+} // namespace
+
+std::string Scene::path(const char* file) const {
+    return scenesFolder() + "/" + m_Folder + "/" + file;
+}
+
+void Scene::openShaders() {
+    m_Shaders = std::make_unique<VX_GLFilterManager>();
+    m_Shaders->AddResourcePath(path("").c_str());
+    m_Shaders->WatchShaderFiles(true);
+}
+
+void Scene::doStopRender() {
+    m_Shaders.reset();
+    VX_GLRenderpipeline::doStopRender();
+}
+
+void Scene::beginFrame(const CGRect* bounds) {
+    m_Width = std::max(static_cast<int>(bounds->size.width), 1);
+    m_Height = std::max(static_cast<int>(bounds->size.height), 1);
+    glViewport(0, 0, m_Width, m_Height);
+    m_Shaders->RebuildChangedPrograms();
+}
+
+float Scene::time() const {
+    return static_cast<float>(m_TargetGLView->GetFrameTime());
+}
+
+const std::vector<std::string>& Scene::failures() const {
+    static const std::vector<std::string> none;
+    return m_Shaders ? m_Shaders->RebuildFailures() : none;
+}

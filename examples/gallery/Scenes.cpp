@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+// To add a scene: copy a folder below scenes/, put its source file into CMakeLists.txt, and here its function
+// and its row. docs/images/gallery has a picture of each, which the tests hold against what is drawn:
+//
+//     gallery --scene NAME --headless docs/images/gallery
+#include <examples/gallery/Scenes.h>
+
+// clang-format off
+Scene* makeFractal();
+
+namespace {
+
+constexpr SceneEntry kScenes[] = {
+    {"fractal", "A fractal, ray by ray", makeFractal, 6.0},
+};
+// clang-format on
+
+} // namespace
+
+std::span<const SceneEntry> scenes() {
+    return kScenes;
+}
+
+int sceneNamed(std::string_view name) {
+    for (int i = 0; i < static_cast<int>(std::size(kScenes)); ++i)
+        if (name == kScenes[i].name)
+            return i;
+    return -1;
+}
