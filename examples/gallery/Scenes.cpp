@@ -7,11 +7,13 @@
 
 // clang-format off
 Scene* makeFractal();
+Scene* makeLitRoom();
 
 namespace {
 
 constexpr SceneEntry kScenes[] = {
     {"fractal", "A fractal, ray by ray", makeFractal, 6.0},
+    {"lit_room", "A lit room through filters", makeLitRoom, 4.0},
 };
 // clang-format on
 
