@@ -16,7 +16,8 @@
 
 namespace {
 
-constexpr glm::vec3 kRoom{4.4f, 2.3f, 4.2f}, kLamp{0.0f, 4.55f, -0.4f}, kEye{0.0f, 1.9f, 8.6f};
+constexpr glm::vec3 kRoom{4.4f, 2.3f, 7.1f}, kLamp{0.0f, 4.55f, 0.7f}, kEye{0.0f, 1.9f, 8.6f};
+constexpr glm::vec3 kMiddle{0.0f, kRoom.y, 2.9f};
 
 struct Box {
     glm::vec3 center, extent, color;
@@ -26,19 +27,19 @@ constexpr std::array<Box, 5> kBoxes = {{{{-2.5f, 0.45f, -0.5f}, {0.5f, 0.45f, 0.
                                         {{0.0f, 0.3f, -0.3f}, {0.7f, 0.3f, 0.7f}, {0.16f, 0.16f, 0.3f}},
                                         {{1.3f, 1.1f, -1.9f}, {0.5f, 1.1f, 0.5f}, {0.85f, 0.35f, 0.24f}},
                                         {{2.5f, 0.6f, -0.4f}, {0.5f, 0.6f, 0.5f}, {0.85f, 0.6f, 0.2f}}}};
-constexpr int kBalls = 8, kSolidBalls = 5;
+constexpr int kBalls = 8, kSolidBalls = 5, kGlowing = 3;
 // The last three glow.
-constexpr std::array<glm::vec4, kBalls> kBallColors = {{{0.9f, 0.32f, 0.25f, 0.0f},
-                                                        {0.2f, 0.55f, 0.62f, 0.0f},
-                                                        {0.92f, 0.88f, 0.82f, 0.0f},
-                                                        {0.95f, 0.7f, 0.25f, 0.0f},
-                                                        {0.4f, 0.3f, 0.68f, 0.0f},
-                                                        {1.0f, 0.42f, 0.2f, 1.0f},
-                                                        {0.2f, 0.8f, 0.9f, 1.0f},
-                                                        {1.0f, 0.3f, 0.55f, 1.0f}}};
+constexpr std::array<glm::vec3, kBalls> kBallColors = {{{0.9f, 0.32f, 0.25f},
+                                                        {0.2f, 0.55f, 0.62f},
+                                                        {0.72f, 0.69f, 0.65f},
+                                                        {0.95f, 0.7f, 0.25f},
+                                                        {0.4f, 0.3f, 0.68f},
+                                                        {1.0f, 0.42f, 0.2f},
+                                                        {0.2f, 0.8f, 0.9f},
+                                                        {1.0f, 0.3f, 0.55f}}};
 
-enum Program { kSolid, kAntialias, kBright, kBloom, kShift, kKaleidoscope, kShow };
-enum Texture { kScene, kOther, kSmall, kTextures };
+enum Program { kSolid, kBall, kShadow, kAntialias, kBright, kBlur, kBloom, kShift, kKaleidoscope, kCopy };
+enum Texture { kScreen = -1, kScene, kOther, kSmall, kSmaller, kTextures };
 
 class LitRoom : public Scene {
 public:
@@ -60,19 +61,23 @@ private:
 
     void moveBalls();
     void look();
+    VX_Program* useLit(Program number);
+    void draw(VX_GLMeshDataRenderer& mesh, VX_Program* program, const glm::vec3& center,
+              const glm::vec3& extent, const glm::vec3& color, float up);
+    void drawBoxes(VX_Program* program, float up);
+    void drawBalls(VX_Program* program, float up);
+    void drawShadows();
     void drawRoom();
-    void drawSolid(VX_Program* program, const glm::vec3& center, const glm::vec3& extent,
-                   const glm::vec4& color, float mirrors);
     void drawBright();
-    void setParameters(VX_Program* program);
-    void filter();
+    void drawFilter(const Filter& filter, int from, int to);
+    void drawFilters();
 
     std::array<Filter, 4> m_Filters = {{{'a', "anti-aliasing", kAntialias, true},
                                         {'b', "bloom", kBloom, true},
                                         {'c', "colour shift", kShift, true},
                                         {'k', "kaleidoscope", kKaleidoscope, false}}};
     std::unique_ptr<Passes> m_Passes;
-    std::unique_ptr<VX_GLMeshDataRenderer> m_Box, m_Ball, m_Room;
+    std::unique_ptr<VX_GLMeshDataRenderer> m_Box, m_Ball, m_CoarseBall, m_Room;
     std::array<glm::vec4, kBalls> m_Balls;
     VX_GLCamera m_Camera;
 };
@@ -81,13 +86,16 @@ void LitRoom::doStartRender() {
     openShaders();
     m_Passes = std::make_unique<Passes>(m_Shaders.get(),
                                         Passes::Rows{{"solid.vert", "solid.frag"},
+                                                     {"solid.vert", "ball.frag"},
+                                                     {"pass.vert", "shadow.frag"},
                                                      {"pass.vert", "antialias.frag"},
                                                      {"pass.vert", "bright.frag"},
+                                                     {"pass.vert", "blur.frag"},
                                                      {"pass.vert", "bloom.frag"},
                                                      {"pass.vert", "shift.frag"},
                                                      {"pass.vert", "kaleidoscope.frag"},
-                                                     {"pass.vert", "show.frag"}},
-                                        kTextures, GL_RGBA16F_ARB);
+                                                     {"pass.vert", "copy.frag"}},
+                                        kTextures);
     VX_GLGeometryCube box;
     box.m_HalfSize = glm::vec3(1.0f);
     box.Generate(VX_GLVertexPN);
@@ -96,17 +104,19 @@ void LitRoom::doStartRender() {
     VX_GLGeometryCube::MakeRoom(box.m_Vertex->m_Data, VX_GLVertexPN, glm::vec3(0.0f), glm::vec3(1.0f));
     m_Room = std::make_unique<VX_GLMeshDataRenderer>();
     m_Room->UpdateByMeshData(GL_STATIC_DRAW, GL_STATIC_DRAW, &box);
-    VX_GLGeometryUVSphere ball;
-    ball.m_Radius = 1.0f;
-    ball.m_Divisions = 64;
-    ball.Generate(VX_GLVertexPN);
-    m_Ball = std::make_unique<VX_GLMeshDataRenderer>();
-    m_Ball->UpdateByMeshData(GL_STATIC_DRAW, GL_STATIC_DRAW, &ball);
+    for (const bool isFine : {false, true}) {
+        VX_GLGeometryUVSphere ball;
+        ball.m_Radius = 1.0f;
+        ball.m_Divisions = isFine ? 56 : 24;
+        ball.Generate(VX_GLVertexPN);
+        (isFine ? m_Ball : m_CoarseBall) = std::make_unique<VX_GLMeshDataRenderer>();
+        (isFine ? m_Ball : m_CoarseBall)->UpdateByMeshData(GL_STATIC_DRAW, GL_STATIC_DRAW, &ball);
+    }
 }
 
 void LitRoom::doStopRender() {
     m_Passes.reset();
-    for (auto* mesh : {&m_Box, &m_Ball, &m_Room})
+    for (auto* mesh : {&m_Box, &m_Ball, &m_CoarseBall, &m_Room})
         mesh->reset();
     Scene::doStopRender();
 }
@@ -131,9 +141,9 @@ void LitRoom::renderPipeline(CGRect* bounds) {
         return;
     moveBalls();
     look();
-    m_Passes->Bind(kScene);
+    drawShadows();
     drawRoom();
-    filter();
+    drawFilters();
 }
 
 // Each ball dances over its box; the glowing ones go around.
@@ -166,86 +176,133 @@ void LitRoom::look() {
     m_Camera.SetCameraView();
 }
 
-void LitRoom::drawSolid(VX_Program* program, const glm::vec3& center, const glm::vec3& extent,
-                        const glm::vec4& color, float mirrors) {
-    program->set3fv("center", 1, &center[0]);
-    program->set3fv("extent", 1, &extent[0]);
-    program->set3fv("color", 1, &color[0]);
-    program->set1f("glow", color.a);
-    program->set1f("mirrors", mirrors);
+VX_Program* LitRoom::useLit(Program number) {
+    VX_Program* const program = m_Passes->use(number);
+    program->set4fv("balls", number == kShadow ? kSolidBalls : kBalls, &m_Balls[0][0]);
+    program->set3fv("glows", kGlowing, &kBallColors[kSolidBalls][0]);
+    program->set3fv("room", 1, &kRoom[0]);
+    program->set3fv("middle", 1, &kMiddle[0]);
+    program->set3fv("lamp", 1, &kLamp[0]);
+    program->set3fv("eye", 1, &m_Camera.m_EyeAt[0]);
+    return program;
 }
 
-void LitRoom::drawRoom() {
-    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-    glEnable(GL_DEPTH_TEST);
-    glEnable(GL_CULL_FACE);
-    VX_Program* const program = m_Passes->use(kSolid);
-    program->set4fv("balls", kBalls, &m_Balls[0][0]);
-    program->set4fv("ballColors", kBalls, &kBallColors[0][0]);
-    std::array<glm::vec3, kBoxes.size()> centers, extents, colors;
+// `up` is -1 for what stands mirrored in the floor.
+void LitRoom::draw(VX_GLMeshDataRenderer& mesh, VX_Program* program, const glm::vec3& center,
+                   const glm::vec3& extent, const glm::vec3& color, float up) {
+    const glm::vec3 flip(1.0f, up, 1.0f), place = center * flip, size = extent * flip;
+    program->set3fv("center", 1, &place[0]);
+    program->set3fv("extent", 1, &size[0]);
+    program->set3fv("color", 1, &color[0]);
+    const bool isBox = &mesh == m_Box.get() || &mesh == m_Room.get();
+    mesh.Draw(isBox ? GL_QUADS : GL_TRIANGLE_STRIP, VX_GLVertexPN, 0, 0);
+}
+
+void LitRoom::drawBoxes(VX_Program* program, float up) {
+    for (const Box& box : kBoxes)
+        draw(*m_Box, program, box.center, box.extent, box.color, up);
+}
+
+void LitRoom::drawBalls(VX_Program* program, float up) {
+    program->set1f("gloss", 1.0f);
+    for (std::size_t i = 0; i < kBalls; ++i) {
+        const bool glows = i >= kSolidBalls;
+        program->set1f("glow", glows ? 1.0f : 0.0f);
+        draw(glows || up < 0.0f ? *m_CoarseBall : *m_Ball, program, m_Balls[i], glm::vec3(m_Balls[i].w),
+             kBallColors[i], up);
+    }
+    program->set1f("glow", 1.0f);
+    draw(*m_Box, program, kLamp, {1.1f, 0.05f, 0.6f}, {1.6f, 1.38f, 1.06f}, up);
+    program->set1f("glow", 0.0f);
+}
+
+// What stands on the floor casts them, into a quarter of the size.
+void LitRoom::drawShadows() {
+    std::array<glm::vec3, kBoxes.size()> centers, extents;
     for (std::size_t i = 0; i < kBoxes.size(); ++i) {
         centers[i] = kBoxes[i].center;
         extents[i] = kBoxes[i].extent;
-        colors[i] = kBoxes[i].color;
     }
+    VX_Program* const program = useLit(kShadow);
     program->set3fv("boxes", 5, &centers[0][0]);
     program->set3fv("boxExtents", 5, &extents[0][0]);
-    program->set3fv("boxColors", 5, &colors[0][0]);
-    program->set3fv("room", 1, &kRoom[0]);
-    program->set3fv("lamp", 1, &kLamp[0]);
-    program->set3fv("eye", 1, &m_Camera.m_EyeAt[0]);
-    program->set1f("isRoom", 0.0f);
-    for (const Box& box : kBoxes) {
-        drawSolid(program, box.center, box.extent, glm::vec4(box.color, 0.0f), 0.0f);
-        m_Box->Draw(GL_QUADS, VX_GLVertexPN, 0, 0);
-    }
-    for (std::size_t i = 0; i < kBalls; ++i) {
-        drawSolid(program, m_Balls[i], glm::vec3(m_Balls[i].w), kBallColors[i], 1.0f);
-        m_Ball->Draw(GL_TRIANGLE_STRIP, VX_GLVertexPN, 0, 0);
-    }
-    drawSolid(program, kLamp, {1.1f, 0.05f, 0.6f}, {1.6f, 1.38f, 1.06f, 1.0f}, 0.0f);
-    m_Box->Draw(GL_QUADS, VX_GLVertexPN, 0, 0);
-    program->set1f("isRoom", 1.0f);
-    drawSolid(program, {0.0f, kRoom.y, 0.0f}, kRoom, glm::vec4(0.0f), 0.0f);
-    m_Room->Draw(GL_QUADS, VX_GLVertexPN, 0, 0);
-    glDisable(GL_DEPTH_TEST);
-    glDisable(GL_CULL_FACE);
+    m_Passes->Bind(kSmall);
+    glViewport(0, 0, m_Width / 4, m_Height / 4);
+    m_Passes->drawOver();
 }
 
+// First what is mirrored, then the floor half over it.
+void LitRoom::drawRoom() {
+    m_Passes->Bind(kScene);
+    glClearColor(0.16f, 0.15f, 0.33f, 1.0f); // the far wall
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    glEnable(GL_DEPTH_TEST);
+    glEnable(GL_CULL_FACE);
+    glFrontFace(GL_CW);
+    VX_Program* program = useLit(kBall);
+    drawBalls(program, -1.0f);
+    program->set1f("gloss", 0.0f);
+    drawBoxes(program, -1.0f);
+    glFrontFace(GL_CCW);
+    glClear(GL_DEPTH_BUFFER_BIT);
+    drawBalls(program, 1.0f);
+    m_Passes->read(0, kSmall);
+    program = useLit(kSolid);
+    program->set1f("isRoom", 0.0f);
+    drawBoxes(program, 1.0f);
+    program->set1f("isRoom", 1.0f);
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    draw(*m_Room, program, kMiddle, kRoom, {}, 1.0f);
+    for (const GLenum ability : {GL_DEPTH_TEST, GL_CULL_FACE, GL_BLEND})
+        glDisable(ability);
+}
+
+// The bright parts into a quarter of the size, and blurred there.
 void LitRoom::drawBright() {
     m_Passes->Bind(kSmall);
     glViewport(0, 0, m_Width / 4, m_Height / 4);
     m_Passes->use(kBright);
     m_Passes->drawOver();
-}
-
-void LitRoom::setParameters(VX_Program* program) {
-    program->set1f("strength", 0.3f + 1.4f * m_Mouse.y);
-    program->set1f("slices", std::floor(3.0f + 8.0f * m_Mouse.x));
-}
-
-// Each filter that is on reads what the one before it has drawn.
-void LitRoom::filter() {
-    int from = kScene, to = kOther;
-    for (const Filter& filter : m_Filters) {
-        if (!filter.isOn)
-            continue;
-        m_Passes->read(0, from);
-        if (filter.program == kBloom)
-            drawBright();
-        m_Passes->read(1, kSmall);
-        VX_Program* const program = m_Passes->use(filter.program);
-        setParameters(program);
-        program->set1f("turn", filter.program == kShift ? 6.2832f * (m_Mouse.x - 0.5f) : 0.2f * time());
-        m_Passes->Bind(to);
+    for (const bool isUpward : {false, true}) {
+        m_Passes->read(0, isUpward ? kSmaller : kSmall);
+        m_Passes->use(kBlur)->set2f("along", isUpward ? 0.0f : 1.0f, isUpward ? 1.0f : 0.0f);
+        m_Passes->Bind(isUpward ? kSmall : kSmaller);
+        glViewport(0, 0, m_Width / 4, m_Height / 4);
         m_Passes->drawOver();
-        std::swap(from, to);
     }
-    m_Passes->Unbind();
+}
+
+void LitRoom::drawFilter(const Filter& filter, int from, int to) {
     m_Passes->read(0, from);
-    VX_Program* const show = m_Passes->use(kShow);
+    if (filter.program == kBloom)
+        drawBright();
+    m_Passes->read(0, from);
+    m_Passes->read(1, kSmall);
+    VX_Program* const program = m_Passes->use(filter.program);
+    program->set1f("strength", 0.4f + 1.2f * m_Mouse.y);
+    program->set1f("slices", std::floor(3.0f + 8.0f * m_Mouse.x));
+    program->set1f("turn", filter.program == kShift ? 6.2832f * (m_Mouse.x - 0.5f) : 0.2f * time());
+    if (to == kScreen)
+        m_Passes->Unbind();
+    else
+        m_Passes->Bind(to);
     m_Passes->drawOver();
-    show->deactiveProgram();
+    program->deactiveProgram();
+}
+
+// Each filter that is on reads what the one before it has drawn; the last one draws to the screen.
+void LitRoom::drawFilters() {
+    int from = kScene, to = kOther;
+    const auto isOn = [](const Filter& filter) { return filter.isOn; };
+    auto left = std::count_if(m_Filters.begin(), m_Filters.end(), isOn);
+    if (left == 0)
+        drawFilter({0, "", kCopy, true}, from, kScreen);
+    for (const Filter& filter : m_Filters)
+        if (filter.isOn) {
+            drawFilter(filter, from, --left == 0 ? kScreen : to);
+            std::swap(from, to);
+        }
 }
 
 } // namespace
