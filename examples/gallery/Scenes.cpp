@@ -12,7 +12,7 @@ Scene* makeLitRoom();
 namespace {
 
 constexpr SceneEntry kScenes[] = {
-    {"fractal", "A fractal, ray by ray", makeFractal, 6.0},
+    {"fractal", "A Julia set in relief", makeFractal, 6.0},
     {"lit_room", "A lit room through filters", makeLitRoom, 4.0},
 };
 // clang-format on

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// One program over the whole picture: a fractal solid found by walking along each pixel's ray.
+// One program over the whole picture: a fractal, each pixel by itself.
 #include <examples/gallery/Passes.h>
 #include <examples/gallery/Scene.h>
 
@@ -29,7 +29,7 @@ public:
         m_Passes->drawOver();
         program->deactiveProgram();
     }
-    std::vector<std::string> keys() const override { return {"Mouse: around it, and what grows"}; }
+    std::vector<std::string> keys() const override { return {"Mouse: another shape, and nearer"}; }
 
 private:
     std::unique_ptr<Passes> m_Passes;
