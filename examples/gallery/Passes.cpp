@@ -22,19 +22,31 @@ Passes::Passes(VX_GLFilterManager* manager, Rows rows, int textures, unsigned fo
 }
 
 bool Passes::fit(int width, int height) {
-    if (!std::exchange(m_IsSetUp, true))
-        m_Manager->SetupFilter(this, width, height, m_Format, GL_UNSIGNED_BYTE);
-    else if (m_Textures > 0 && (width != m_Width || height != m_Height))
-        makeTextures(width, height);
+    const bool isOther = width != m_Width || height != m_Height;
     m_Width = width;
     m_Height = height;
+    if (!std::exchange(m_IsSetUp, true))
+        m_Manager->SetupFilter(this, width, height, m_Format, GL_UNSIGNED_BYTE);
+    else if (m_Textures > 0 && isOther)
+        makeTextures();
+    if (m_Textures > 0 && isOther)
+        clearTextures();
     return m_Programs.size() + 2 == m_Rows.size() + m_GeometryRows.size();
 }
 
-void Passes::makeTextures(int width, int height) {
-    SetResolution(width, height);
+void Passes::makeTextures() {
+    SetResolution(m_Width, m_Height);
     for (int i = 0; i < m_Textures; ++i)
         CreateRT(m_Format, GL_UNSIGNED_BYTE, -1, -1);
+}
+
+void Passes::clearTextures() {
+    glClearColor(0.0f, 0.0f, 0.0f, 0.0f);
+    for (int i = 0; i < m_Textures; ++i) {
+        Bind(i);
+        glClear(GL_COLOR_BUFFER_BIT);
+    }
+    Unbind();
 }
 
 VX_Program* Passes::use(int row) {

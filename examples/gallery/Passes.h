@@ -37,7 +37,8 @@ public:
     void drawOver();
 
 private:
-    void makeTextures(int width, int height);
+    void makeTextures();
+    void clearTextures();
 
     Rows m_Rows;
     GeometryRows m_GeometryRows;

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 // To add a scene: copy a folder below scenes/, put its source file into CMakeLists.txt, and here its function
-// and its row. docs/images/gallery has a picture of each, which the tests hold against what is drawn:
+// and its row. Each has a namespace of its own, since they are compiled together. docs/images/gallery has a
+// picture of each, which the tests hold against what is drawn:
 //
 //     gallery --scene NAME --headless docs/images/gallery
 #include <examples/gallery/Scenes.h>
 
 // clang-format off
+Scene* makeFeedback();
 Scene* makeFractal();
 Scene* makeLitRoom();
 
@@ -14,6 +16,7 @@ namespace {
 constexpr SceneEntry kScenes[] = {
     {"fractal", "A Julia set in relief", makeFractal, 6.0},
     {"lit_room", "A lit room through filters", makeLitRoom, 4.0},
+    {"feedback", "Two pictures that draw each other", makeFeedback, 4.0, true},
 };
 // clang-format on
 

@@ -5,7 +5,7 @@
 
 #include <epoxy/gl.h>
 
-namespace {
+namespace fractal {
 
 class Fractal : public Scene {
 public:
@@ -35,8 +35,8 @@ private:
     std::unique_ptr<Passes> m_Passes;
 };
 
-} // namespace
+} // namespace fractal
 
 Scene* makeFractal() {
-    return new Fractal;
+    return new fractal::Fractal;
 }

@@ -14,7 +14,7 @@
 #include <array>
 #include <cmath>
 
-namespace {
+namespace lit_room {
 
 constexpr glm::vec3 kRoom{4.4f, 2.3f, 7.1f}, kLamp{0.0f, 4.55f, 0.7f}, kEye{0.0f, 1.9f, 8.6f};
 constexpr glm::vec3 kMiddle{0.0f, kRoom.y, 2.9f};
@@ -305,8 +305,8 @@ void LitRoom::drawFilters() {
         }
 }
 
-} // namespace
+} // namespace lit_room
 
 Scene* makeLitRoom() {
-    return new LitRoom;
+    return new lit_room::LitRoom;
 }
