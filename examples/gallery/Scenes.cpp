@@ -9,6 +9,7 @@
 // clang-format off
 Scene* makeFeedback();
 Scene* makeFractal();
+Scene* makeInstances();
 Scene* makeLitRoom();
 
 namespace {
@@ -17,6 +18,7 @@ constexpr SceneEntry kScenes[] = {
     {"fractal", "A Julia set in relief", makeFractal, 6.0},
     {"lit_room", "A lit room through filters", makeLitRoom, 4.0},
     {"feedback", "Two pictures that draw each other", makeFeedback, 4.0, true},
+    {"instances", "Ten thousand boxes in one draw", makeInstances, 5.0},
 };
 // clang-format on
 
