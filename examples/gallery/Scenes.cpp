@@ -11,6 +11,7 @@ Scene* makeFeedback();
 Scene* makeFractal();
 Scene* makeInstances();
 Scene* makeLitRoom();
+Scene* makeParticles();
 
 namespace {
 
@@ -19,6 +20,7 @@ constexpr SceneEntry kScenes[] = {
     {"lit_room", "A lit room through filters", makeLitRoom, 4.0},
     {"feedback", "Two pictures that draw each other", makeFeedback, 4.0, true},
     {"instances", "Ten thousand boxes in one draw", makeInstances, 5.0},
+    {"particles", "Particles through a geometry shader", makeParticles, 3.0},
 };
 // clang-format on
 
