@@ -18,7 +18,7 @@ namespace {
 constexpr SceneEntry kScenes[] = {
     {"fractal", "A Julia set in relief", makeFractal, 6.0},
     {"lit_room", "A lit room through filters", makeLitRoom, 4.0},
-    {"feedback", "Two pictures that draw each other", makeFeedback, 4.0, true},
+    {"feedback", "Two pictures that draw each other", makeFeedback, 3.5, true},
     {"instances", "Ten thousand boxes in one draw", makeInstances, 5.0},
     {"particles", "Particles through a geometry shader", makeParticles, 3.0},
 };

@@ -32,6 +32,7 @@ private:
     bool takeWord(int count, char** words, int& i);
     bool takeValue(std::string_view word, const char* value);
     bool takeScene(const char* name);
+    bool tellUsage(const char* program);
 };
 
 bool Options::takeScene(const char* name) {
@@ -63,16 +64,19 @@ bool Options::takeWord(int count, char** words, int& i) {
     return i + 1 < count && takeValue(word, words[++i]);
 }
 
+bool Options::tellUsage(const char* program) {
+    std::fprintf(stderr, "usage: %s %s\n", program, kUsage);
+    return false;
+}
+
 bool Options::parse(int count, char** words) {
     for (int i = 1; i < count; ++i) {
         const bool namesScene = std::string_view(words[i]) == "--scene" && i + 1 < count;
         if (namesScene ? takeScene(words[++i]) : takeWord(count, words, i))
             continue;
-        if (!namesScene)
-            std::fprintf(stderr, "usage: %s %s\n", words[0], kUsage);
-        return false;
+        return namesScene ? false : tellUsage(words[0]);
     }
-    return true;
+    return film.last < 0 || !film.folder.empty() || tellUsage(words[0]);
 }
 
 // What keys and mouse do; the rest is the gallery's, on the thread that draws.

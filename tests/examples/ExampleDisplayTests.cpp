@@ -89,4 +89,25 @@ TEST_F(ExampleDisplayTest, TheOutputGoesToADisplayAndBackAndThereAgainInTheNextR
     }
 }
 
+TEST_F(ExampleDisplayTest, TheGalleryChangesScenesByNumbersAndArrowsAndFillsTheDisplay) {
+    constexpr const char *first = "A Julia set in relief", *second = "A lit room through filters";
+    start({GALLERY, "--size", "160x120"});
+    ASSERT_TRUE(shows(first) && moves(first));
+    user.press('2');
+    ASSERT_TRUE(shows(second) && moves(second));
+    constexpr std::uint32_t left = 0xff51, escape = 0xff1b;
+    user.press(left);
+    ASSERT_TRUE(shows(first));
+    user.press(left); // around to the last one
+    ASSERT_TRUE(shows(first, 0));
+    user.press('2');
+    user.press('f');
+    ASSERT_TRUE(waitFor([&] {
+        const auto windows = user.windows(second);
+        return windows.size() == 1 && windows[0].width == 1280;
+    }));
+    user.press(escape);
+    EXPECT_EQ(status(), 0);
+}
+
 } // namespace
