@@ -43,6 +43,8 @@ bool writeFilm(const Film& film, VX_GLHost& host, Gallery& gallery) {
     NSApplication::sharedApplication()->runStep(0.0); // prepares the view
     for (const int number : film.scenes) {
         gallery.show(number);
+        for (const char key : film.keys)
+            gallery.press(static_cast<unsigned char>(key));
         const SceneEntry& scene = scenes()[static_cast<std::size_t>(number)];
         if (!writeScene(film, scene, host))
             return false;

@@ -16,6 +16,8 @@ struct Film {
     /// Numbered frames, or with -1 each scene's picture alone.
     int first = -1;
     int last = -1;
+    /// Pressed in each scene before its first frame.
+    std::string keys;
     /// Frames a second.
     double rate = 60.0;
 };

@@ -18,7 +18,8 @@ namespace {
 
 struct Options : ExampleOptions {
     static constexpr const char* kUsage =
-        "[--scene NAME] [--list] [--headless DIR [--frames A-B] [--rate R] [--overlay]] [--size WxH] "
+        "[--scene NAME] [--list] [--headless DIR [--frames A-B] [--rate R] [--keys LETTERS] [--overlay]] "
+        "[--size WxH] "
         "[--platform NAME] [--fps]";
 
     int scene = -1;
@@ -49,8 +50,8 @@ bool Options::takeValue(std::string_view word, const char* value) {
                film.last >= film.first;
     if (word == "--rate")
         return std::sscanf(value, "%lf%c", &film.rate, &rest) == 1 && film.rate > 0.0;
-    film.folder = value;
-    return !film.folder.empty();
+    (word == "--keys" ? film.keys : film.folder) = value;
+    return *value;
 }
 
 bool Options::takeWord(int count, char** words, int& i) {
@@ -59,7 +60,7 @@ bool Options::takeWord(int count, char** words, int& i) {
         return lists = true;
     if (word == "--overlay")
         return hasOverlay = true;
-    if (word != "--headless" && word != "--frames" && word != "--rate")
+    if (word != "--headless" && word != "--frames" && word != "--rate" && word != "--keys")
         return take(count, words, i);
     return i + 1 < count && takeValue(word, words[++i]);
 }

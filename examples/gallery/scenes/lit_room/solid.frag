@@ -45,6 +45,8 @@ void main() {
         float far = dot(toBall, toBall);
         sum += (surface + 0.02) * glows[i] * (max(dot(n, toBall), 0.0) * inversesqrt(far) * 2.6 / (0.3 + far));
     }
+    // What keeps the lamp off keeps some of all other light off.
+    sum *= 0.3 + 0.7 * seen;
     // The floor is varnished: what is mirrored in it has been drawn before.
     float clear = 1.0 - max(dot(n, normalize(eye - world)), 0.0);
     gl_FragColor = vec4(toScreen(sum), isFloor ? 0.9 - 0.75 * clear * clear * clear : 1.0);
