@@ -10,6 +10,7 @@
 #include <epoxy/gl.h>
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace {
@@ -23,6 +24,14 @@ std::string joined(const std::vector<std::string>& lines) {
     for (const std::string& line : lines)
         text += line + "\n";
     return text.substr(0, text.find_last_not_of('\n') + 1);
+}
+
+// The file without its folder, and the line of the shader below the message.
+std::string twoLines(const std::string& failure) {
+    const std::size_t folder = failure.substr(0, failure.find(':')).rfind('/');
+    std::string text = failure.substr(folder == std::string::npos ? 0 : folder + 1);
+    const std::size_t quote = text.find(" | ");
+    return quote == std::string::npos ? text : text.replace(quote, 3, "\n    ");
 }
 
 void fill(const glm::vec2& from, const glm::vec2& to, float alpha) {
@@ -125,7 +134,9 @@ void Overlay::drawTitle(const std::string& title, const std::vector<std::string>
 
 void Overlay::drawFailures(const std::vector<std::string>& lines, int width, int height) {
     const float size = textSize(width, height), widest = static_cast<float>(width) - 4.0f * size;
-    m_Failures.set(joined(lines), "monospace", std::max(10.0f, 0.8f * size), kAlarm);
+    std::vector<std::string> told;
+    std::transform(lines.begin(), lines.end(), std::back_inserter(told), twoLines);
+    m_Failures.set(joined(told), "monospace", std::max(10.0f, 0.8f * size), kAlarm);
     if (lines.empty())
         return;
     const glm::vec2 area = m_Failures.size() * std::min(1.0f, widest / m_Failures.size().x);

@@ -26,7 +26,7 @@ std::string Scene::path(const char* file) const {
 
 void Scene::openShaders() {
     m_Shaders = std::make_unique<VX_GLFilterManager>();
-    m_Shaders->AddResourcePath(path("").c_str());
+    m_Shaders->AddResourcePath((scenesFolder() + "/" + m_Folder).c_str());
     m_Shaders->WatchShaderFiles(true);
 }
 
