@@ -2,6 +2,7 @@
 #include <examples/gallery/FrameGraph.h>
 
 #include <VX_OpenGL64/host/VX_GLMainView.h>
+#include <VX_Platform/CoreVideo/CVDisplayLink.h>
 
 #include <epoxy/gl.h>
 
@@ -38,10 +39,12 @@ void FrameGraph::tell(const VX_GLMainView* view, float textSize) {
     if (m_LastFrame - m_Told < kTellEvery)
         return;
     m_Told = m_LastFrame;
+    CVDisplayLinkRef link = view->displayLink();
+    const auto lost = view->GetLostRefreshes() + (link ? CVDisplayLinkGetMissedRefreshes(link) : 0);
     char text[96];
     std::snprintf(text, sizeof text, "%.1f frames/s, slowest %.1f ms, lost refreshes: %llu",
                   view->GetFrameRate(), 1000.0f * *std::max_element(m_Seconds.begin(), m_Seconds.end()),
-                  static_cast<unsigned long long>(view->GetLostRefreshes()));
+                  static_cast<unsigned long long>(lost));
     m_Figures.set(text, "sans-serif", textSize, {1.0f, 0.98f, 0.94f});
 }
 
