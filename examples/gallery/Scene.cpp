@@ -6,6 +6,7 @@
 #include <epoxy/gl.h>
 
 #include <algorithm>
+#include <cmath>
 #include <filesystem>
 
 namespace {
@@ -40,6 +41,15 @@ void Scene::beginFrame(const CGRect* bounds) {
     m_Height = std::max(static_cast<int>(bounds->size.height), 1);
     glViewport(0, 0, m_Width, m_Height);
     m_Shaders->RebuildChangedPrograms();
+}
+
+void Scene::look(VX_GLCamera& camera, const glm::vec2& within) const {
+    camera.m_Fovy = 2.0f * glm::degrees(std::atan(std::max(within.y, within.x / aspect())));
+    camera.m_Aspect = aspect();
+    glMatrixMode(GL_PROJECTION);
+    camera.SetProjectionPerspective();
+    glMatrixMode(GL_MODELVIEW);
+    camera.SetCameraView();
 }
 
 float Scene::time() const {

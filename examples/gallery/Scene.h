@@ -2,6 +2,7 @@
 #pragma once
 
 #include <VX_OpenGL64/VX_GLM.h>
+#include <VX_OpenGL64/camera/VX_GLCamera.h>
 #include <VX_OpenGL64/host/VX_GLRenderpipeline.h>
 #include <VX_OpenGL64/shaders/VX_GLFilterManager.h>
 
@@ -36,6 +37,9 @@ protected:
     /// For the beginning of `renderPipeline`: changed shader files take effect, the viewport is the picture.
     void beginFrame(const CGRect* bounds);
     float time() const;
+    /// Both matrices are the camera's, with the field of view that shows what lies `within` these tangents of
+    /// half its angles, across and up, whatever the picture's shape; GL_MODELVIEW is the matrix mode.
+    void look(VX_GLCamera& camera, const glm::vec2& within) const;
     float aspect() const { return static_cast<float>(m_Width) / static_cast<float>(m_Height); }
     /// Of a file in the scene's folder.
     std::string path(const char* file) const;
