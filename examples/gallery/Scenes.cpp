@@ -12,6 +12,7 @@ Scene* makeFractal();
 Scene* makeInstances();
 Scene* makeLitRoom();
 Scene* makeParticles();
+Scene* makeReflection();
 
 namespace {
 
@@ -21,6 +22,7 @@ constexpr SceneEntry kScenes[] = {
     {"feedback", "Two pictures that draw each other", makeFeedback, 3.5, true},
     {"instances", "Ten thousand boxes in one draw", makeInstances, 5.0},
     {"particles", "Particles through a geometry shader", makeParticles, 3.0},
+    {"reflection", "A mesh mirrors its surroundings", makeReflection, 4.0},
 };
 // clang-format on
 
