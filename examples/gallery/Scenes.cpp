@@ -13,6 +13,7 @@ Scene* makeInstances();
 Scene* makeLitRoom();
 Scene* makeParticles();
 Scene* makeReflection();
+Scene* makePlanet();
 
 namespace {
 
@@ -23,6 +24,7 @@ constexpr SceneEntry kScenes[] = {
     {"instances", "Ten thousand boxes in one draw", makeInstances, 5.0},
     {"particles", "Particles through a geometry shader", makeParticles, 3.0},
     {"reflection", "A mesh mirrors its surroundings", makeReflection, 4.0},
+    {"planet", "A planet from a DDS texture", makePlanet, 5.0},
 };
 // clang-format on
 
