@@ -14,6 +14,7 @@ Scene* makeLitRoom();
 Scene* makeParticles();
 Scene* makeReflection();
 Scene* makePlanet();
+Scene* makeShadow();
 
 namespace {
 
@@ -25,6 +26,7 @@ constexpr SceneEntry kScenes[] = {
     {"particles", "Particles through a geometry shader", makeParticles, 3.0},
     {"reflection", "A mesh mirrors its surroundings", makeReflection, 4.0},
     {"planet", "A planet from a DDS texture", makePlanet, 5.0},
+    {"shadow", "Shadows by a depth texture", makeShadow, 3.0},
 };
 // clang-format on
 
