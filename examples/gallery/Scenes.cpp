@@ -15,6 +15,7 @@ Scene* makeParticles();
 Scene* makeReflection();
 Scene* makePlanet();
 Scene* makeShadow();
+Scene* makeScripts();
 
 namespace {
 
@@ -27,6 +28,7 @@ constexpr SceneEntry kScenes[] = {
     {"reflection", "A mesh mirrors its surroundings", makeReflection, 4.0},
     {"planet", "A planet from a DDS texture", makePlanet, 5.0},
     {"shadow", "Shadows by a depth texture", makeShadow, 3.0},
+    {"scripts", "Six scripts and emoji", makeScripts, 4.0},
 };
 // clang-format on
 
