@@ -16,6 +16,7 @@ Scene* makeReflection();
 Scene* makePlanet();
 Scene* makeShadow();
 Scene* makeScripts();
+Scene* makeTags();
 
 namespace {
 
@@ -29,6 +30,7 @@ constexpr SceneEntry kScenes[] = {
     {"planet", "A planet from a DDS texture", makePlanet, 5.0},
     {"shadow", "Shadows by a depth texture", makeShadow, 3.0},
     {"scripts", "Six scripts and emoji", makeScripts, 4.0},
+    {"tags", "Seven ways to draw a tag", makeTags, 2.0},
 };
 // clang-format on
 
