@@ -17,6 +17,7 @@ Scene* makePlanet();
 Scene* makeShadow();
 Scene* makeScripts();
 Scene* makeTags();
+Scene* makeMultisample();
 
 namespace {
 
@@ -31,6 +32,7 @@ constexpr SceneEntry kScenes[] = {
     {"shadow", "Shadows by a depth texture", makeShadow, 3.0},
     {"scripts", "Six scripts and emoji", makeScripts, 4.0},
     {"tags", "Seven ways to draw a tag", makeTags, 2.0},
+    {"multisample", "Multisampling: off and on", makeMultisample, 2.0},
 };
 // clang-format on
 
