@@ -18,6 +18,7 @@ Scene* makeShadow();
 Scene* makeScripts();
 Scene* makeTags();
 Scene* makeMultisample();
+Scene* makePrimitives();
 
 namespace {
 
@@ -33,6 +34,7 @@ constexpr SceneEntry kScenes[] = {
     {"scripts", "Six scripts and emoji", makeScripts, 4.0},
     {"tags", "Seven ways to draw a tag", makeTags, 2.0},
     {"multisample", "Multisampling: off and on", makeMultisample, 2.0},
+    {"primitives", "Shapes of two dimensions", makePrimitives, 3.0},
 };
 // clang-format on
 
