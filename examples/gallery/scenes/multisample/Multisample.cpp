@@ -12,7 +12,7 @@
 #include <array>
 #include <cmath>
 
-namespace {
+namespace multisample {
 
 constexpr glm::vec3 kNight{0.055f, 0.07f, 0.16f};
 constexpr std::array<glm::vec3, 4> kInks = {
@@ -168,8 +168,8 @@ void Multisample::drawCompared() {
     program->deactiveProgram();
 }
 
-} // namespace
+} // namespace multisample
 
 Scene* makeMultisample() {
-    return new Multisample;
+    return new multisample::Multisample;
 }

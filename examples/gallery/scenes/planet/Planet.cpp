@@ -13,7 +13,7 @@
 
 #include <cmath>
 
-namespace {
+namespace planet {
 
 constexpr glm::vec2 kRing{1.45f, 2.35f};
 constexpr glm::vec3 kSun{-0.72f, 0.36f, 0.6f};
@@ -124,8 +124,8 @@ void Planet::drawRing() {
     program->deactiveProgram();
 }
 
-} // namespace
+} // namespace planet
 
 Scene* makePlanet() {
-    return new Planet;
+    return new planet::Planet;
 }

@@ -12,7 +12,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace {
+namespace primitives {
 
 constexpr glm::vec3 kPaper{0.956f, 0.918f, 0.843f}, kInk{0.11f, 0.13f, 0.19f}, kRed{0.85f, 0.24f, 0.18f};
 constexpr glm::vec3 kBlue{0.12f, 0.33f, 0.58f}, kYellow{0.95f, 0.71f, 0.20f}, kSquares{0.86f, 0.80f, 0.70f};
@@ -193,8 +193,8 @@ void Primitives::drawBars() {
     }
 }
 
-} // namespace
+} // namespace primitives
 
 Scene* makePrimitives() {
-    return new Primitives;
+    return new primitives::Primitives;
 }

@@ -14,7 +14,7 @@
 
 #include <cmath>
 
-namespace {
+namespace reflection {
 
 class Reflection : public Scene {
 public:
@@ -99,8 +99,8 @@ void Reflection::drawKnot() {
     program->deactiveProgram();
 }
 
-} // namespace
+} // namespace reflection
 
 Scene* makeReflection() {
-    return new Reflection;
+    return new reflection::Reflection;
 }

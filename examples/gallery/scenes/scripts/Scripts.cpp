@@ -17,7 +17,7 @@
 #include <array>
 #include <cmath>
 
-namespace {
+namespace scripts {
 
 struct Script {
     const char *font, *word, *name, *emoji;
@@ -200,8 +200,8 @@ void Scripts::drawTile(int number) {
         size.x);
 }
 
-} // namespace
+} // namespace scripts
 
 Scene* makeScripts() {
-    return new Scripts;
+    return new scripts::Scripts;
 }

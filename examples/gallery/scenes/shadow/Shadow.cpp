@@ -14,7 +14,7 @@
 
 #include <cmath>
 
-namespace {
+namespace shadow {
 
 constexpr int kStones = 18, kMoons = 5, kSide = 1024;
 constexpr glm::vec3 kSand{0.93f, 0.72f, 0.55f}, kHaze{0.98f, 0.74f, 0.58f};
@@ -192,8 +192,8 @@ void Shadow::drawSky() {
     glEnable(GL_DEPTH_TEST);
 }
 
-} // namespace
+} // namespace shadow
 
 Scene* makeShadow() {
-    return new Shadow;
+    return new shadow::Shadow;
 }

@@ -18,7 +18,7 @@
 #include <cmath>
 #include <utility>
 
-namespace {
+namespace tags {
 
 using Tag = VX_GLTagTexture;
 using Place = glm::vec3;
@@ -63,11 +63,11 @@ constexpr std::array<Way, 8> kWays = {
       [](Tag& tag, const Place& place, float size) {
           tag.BeginTexture();
           for (const float step : {-1.0f, 0.0f, 1.0f})
-              tag.DrawQuads({place.x, place.y + 0.3f * step * size, 0.0f}, 0.7f * size);
+              tag.DrawQuads({place.x, place.y + 0.27f * step * size, 0.0f}, 0.6f * size);
           tag.EndTexture();
       },
       false,
-      {0.7f, 0.55f}},
+      {0.6f, 0.6f}},
      {"DrawQuadsRH",
       "many, around, by height",
       [](Tag& tag, const Place& place, float size) {
@@ -153,7 +153,7 @@ void Tags::drawCell(int number) {
     const PixelState state(m_Width, m_Height);
     glColor3fv(&kGrounds[static_cast<std::size_t>((column + row) % 2)][0]);
     glRectf(from.x, from.y, from.x + cell.x, from.y + cell.y);
-    drawTag(number, from + cell * glm::vec2(0.5f, 0.6f), cell);
+    drawTag(number, from + cell * glm::vec2(0.5f, 0.62f), cell);
     const float size = std::max(9.0f, std::round(0.1f * std::min(cell.x, cell.y)));
     m_Names[index].set(kWays[index].name, "sans-serif", size, kText);
     m_Words[index].set(kWays[index].words, "sans-serif", std::max(9.0f, std::round(0.66f * size)), kFaint);
@@ -171,7 +171,7 @@ void Tags::drawTag(int number, const glm::vec2& middle, const glm::vec2& cell) {
     if (!tag)
         return;
     const float swell = 0.85f + 0.15f * std::sin(1.4f * time() + 0.8f * static_cast<float>(number));
-    const float width = swell * std::min(0.7f * cell.x, 0.44f * cell.y / tag->aspect());
+    const float width = swell * std::min(0.7f * cell.x, 0.4f * cell.y / tag->aspect());
     const glm::vec2 extent(width, width * tag->aspect());
     const glm::vec2 point = middle - 0.5f * way.middle * extent;
     glPushMatrix();
@@ -198,8 +198,8 @@ void Tags::drawPoint(const glm::vec2& at, float unit) {
                                        VXVector2(at.x + 2.6f * unit * way.x, at.y + 2.6f * unit * way.y));
 }
 
-} // namespace
+} // namespace tags
 
 Scene* makeTags() {
-    return new Tags;
+    return new tags::Tags;
 }
