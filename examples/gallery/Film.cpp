@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <examples/gallery/Film.h>
+#include <examples/gallery/SideViews.h>
 
 #include <VX_Platform/AppKit/NSApplication.h>
 
@@ -41,13 +42,17 @@ bool writeFilm(const Film& film, VX_GLHost& host, Gallery& gallery) {
     std::error_code failure; // a folder that cannot be had shows at the first frame
     std::filesystem::create_directories(film.folder, failure);
     NSApplication::sharedApplication()->runStep(0.0); // prepares the view
+    SideViews sideViews(host, &gallery);
     for (const int number : film.scenes) {
         gallery.show(number);
         for (const char key : film.keys)
             gallery.press(static_cast<unsigned char>(key));
         const SceneEntry& scene = scenes()[static_cast<std::size_t>(number)];
+        sideViews.show(scene.sideViews);
+        NSApplication::sharedApplication()->runStep(0.0);
         if (!writeScene(film, scene, host))
             return false;
     }
+    sideViews.show(0);
     return true;
 }

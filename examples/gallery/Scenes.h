@@ -14,6 +14,8 @@ struct SceneEntry {
     double pictureTime;
     /// Whether a frame needs those before it.
     bool remembers = false;
+    /// How many views it draws in windows beside the main one's.
+    int sideViews = 0;
 };
 
 /// All scenes, in the order of the number keys.

@@ -3,6 +3,7 @@
 // file while it runs: the picture follows with the next save.
 #include <examples/gallery/Film.h>
 #include <examples/gallery/Gallery.h>
+#include <examples/gallery/SideViews.h>
 #include <examples/support/ExampleHost.h>
 
 #include <VX_Platform/AppKit/NSEvent.h>
@@ -19,12 +20,12 @@ namespace {
 struct Options : ExampleOptions {
     static constexpr const char* kUsage =
         "[--scene NAME] [--list] [--headless DIR [--frames A-B] [--rate R] [--keys LETTERS] [--overlay]] "
-        "[--size WxH] "
-        "[--platform NAME] [--fps]";
+        "[--size WxH] [--display NAME] [--platform NAME] [--fps]";
 
     int scene = -1;
     bool lists = false;
     bool hasOverlay = false;
+    std::string display; ///< the one to be filled from the start
     Film film;
 
     bool parse(int count, char** words);
@@ -50,7 +51,7 @@ bool Options::takeValue(std::string_view word, const char* value) {
                film.last >= film.first;
     if (word == "--rate")
         return std::sscanf(value, "%lf%c", &film.rate, &rest) == 1 && film.rate > 0.0;
-    (word == "--keys" ? film.keys : film.folder) = value;
+    (word == "--keys" ? film.keys : word == "--display" ? display : film.folder) = value;
     return *value;
 }
 
@@ -60,7 +61,8 @@ bool Options::takeWord(int count, char** words, int& i) {
         return lists = true;
     if (word == "--overlay")
         return hasOverlay = true;
-    if (word != "--headless" && word != "--frames" && word != "--rate" && word != "--keys")
+    if (word != "--headless" && word != "--frames" && word != "--rate" && word != "--keys" &&
+        word != "--display")
         return take(count, words, i);
     return i + 1 < count && takeValue(word, words[++i]);
 }
@@ -83,9 +85,11 @@ bool Options::parse(int count, char** words) {
 // What keys and mouse do; the rest is the gallery's, on the thread that draws.
 class Visitor {
 public:
-    Visitor(VX_GLHost& host, Gallery& gallery, int scene)
-        : m_Window(host.window()), m_Gallery(gallery), m_Scene(scene) {
+    Visitor(VX_GLHost& host, Gallery& gallery, int scene, const std::string& display)
+        : m_Window(host.window()), m_Gallery(gallery), m_SideViews(host, &gallery), m_Scene(scene) {
         goTo(scene);
+        if (!display.empty() && !(m_FillsDisplay = m_Window->fillDisplay(display.c_str())))
+            std::fprintf(stderr, "There is no display \"%s\"\n", display.c_str());
         m_Window->setEventHandler([this](NSEvent* event) { return take(event); });
     }
 
@@ -97,6 +101,7 @@ private:
 
     NSWindow* m_Window;
     Gallery& m_Gallery;
+    SideViews m_SideViews;
     int m_Scene;
     bool m_FillsDisplay = false;
 };
@@ -137,7 +142,10 @@ void Visitor::fillDisplay(bool fills) {
 void Visitor::goTo(int scene) {
     m_Scene = scene;
     m_Gallery.show(scene);
-    m_Window->setTitle(scenes()[static_cast<std::size_t>(scene)].title);
+    const SceneEntry& entry = scenes()[static_cast<std::size_t>(scene)];
+    m_Window->setTitle(entry.title);
+    m_SideViews.show(entry.sideViews,
+                     [this](const NSEvent* event) { return event->type() == NSKeyDown && take(event); });
 }
 
 int list() {
@@ -164,7 +172,7 @@ int showWindow(const Options& options) {
     const auto gallery = NSInit(new Gallery(first, true));
     std::optional<Visitor> visitor;
     return runExample(gallery.get(), options,
-                      [&](VX_GLHost& host) { visitor.emplace(host, *gallery, first); });
+                      [&](VX_GLHost& host) { visitor.emplace(host, *gallery, first, options.display); });
 }
 
 } // namespace
