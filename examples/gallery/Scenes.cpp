@@ -19,6 +19,7 @@ Scene* makeScripts();
 Scene* makeTags();
 Scene* makeMultisample();
 Scene* makePrimitives();
+Scene* makeCalibration();
 
 namespace {
 
@@ -35,6 +36,7 @@ constexpr SceneEntry kScenes[] = {
     {"tags", "Seven ways to draw a tag", makeTags, 2.0},
     {"multisample", "Multisampling: off and on", makeMultisample, 2.0},
     {"primitives", "Shapes of two dimensions", makePrimitives, 3.0},
+    {"calibration", "The calibration picture", makeCalibration, 1.5},
 };
 // clang-format on
 
