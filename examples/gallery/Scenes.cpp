@@ -20,6 +20,7 @@ Scene* makeTags();
 Scene* makeMultisample();
 Scene* makePrimitives();
 Scene* makeCalibration();
+Scene* makeViews();
 
 namespace {
 
@@ -37,6 +38,7 @@ constexpr SceneEntry kScenes[] = {
     {"multisample", "Multisampling: off and on", makeMultisample, 2.0},
     {"primitives", "Shapes of two dimensions", makePrimitives, 3.0},
     {"calibration", "The calibration picture", makeCalibration, 1.5},
+    {"views", "Three views of one scene", makeViews, 1.0, true, 2},
 };
 // clang-format on
 
