@@ -82,7 +82,7 @@ INSTANTIATE_TEST_SUITE_P(Scene, GalleryTest, testing::ValuesIn(sceneNames()),
                          [](const auto& test) { return test.param; });
 
 TEST_F(GalleryTest, AFrameIsTheSameFileWhicheverRangeItCameFrom) {
-    for (const std::string scene : {"lit_room", "feedback", "particles"}) {
+    for (const std::string scene : {"lit_room", "feedback", "particles", "views"}) {
         const std::string options = " --size 160x90 --rate 25 --scene " + scene;
         EXPECT_EQ(draw("--frames 0-12" + options, "a").status, 0);
         EXPECT_EQ(draw("--frames 11-13" + options, "b").status, 0);

@@ -73,9 +73,9 @@ void Planet::renderPipeline(CGRect* bounds) {
     m_Camera.m_EyeAt = {0.5f * std::sin(0.13f * time()), 1.9f + 0.35f * std::sin(0.17f * time()), 7.5f};
     look(m_Camera, {0.33f, 0.205f});
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-    drawSpace();
     glEnable(GL_DEPTH_TEST);
     drawPlanet();
+    drawSpace(); // where the planet is not
     drawRing();
     glDisable(GL_DEPTH_TEST);
 }

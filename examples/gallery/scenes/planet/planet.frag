@@ -36,9 +36,8 @@ void main() {
     float water = smoothstep(0.02, 0.16, ground.b - ground.r);
     vec3 q = vec3(3.0, 5.0, 3.0) * n + vec3(0.05 * time, 0.0, 0.0);
     float bend = smoothed(q + 4.0);
-    float cloud = 0.55 * smoothed(q + 1.6 * bend) + 0.3 * smoothed(2.3 * q - bend + 0.04 * time) +
-                  0.15 * smoothed(5.7 * q);
-    cloud = smoothstep(0.5, 0.76, cloud);
+    float cloud = 0.6 * smoothed(q + 1.6 * bend) + 0.4 * smoothed(2.7 * q - bend + 0.04 * time);
+    cloud = smoothstep(0.5, 0.78, cloud);
     float facing = dot(n, sun), day = smoothstep(-0.12, 0.5, facing);
     float mirrored = pow(max(dot(n, normalize(sun + toEye)), 0.0), 50.0);
     vec3 light = mix(vec3(1.0, 0.42, 0.18), vec3(1.0, 0.96, 0.9), smoothstep(-0.05, 0.4, facing)) * day;

@@ -24,7 +24,7 @@ vec3 stars(vec2 p, float cells) {
     vec2 cell = floor(p);
     float chance = hashed(cell + cells);
     vec2 at = cell + 0.2 + 0.6 * vec2(hashed(cell + 7.3), hashed(cell + 3.1));
-    float bright = pow(chance, 14.0) * (0.8 + 0.2 * sin(time * (1.0 + 2.0 * hashed(cell + 1.7)) + 40.0 * chance));
+    float bright = pow(chance, 11.0) * (0.8 + 0.2 * sin(time * (1.0 + 2.0 * hashed(cell + 1.7)) + 40.0 * chance));
     // No star is smaller than a pixel.
     float wide = max(0.07, 1.1 * cells / size.y);
     vec3 tint = mix(vec3(1.0, 0.75, 0.55), vec3(0.7, 0.85, 1.0), hashed(cell + 9.9));
@@ -34,12 +34,12 @@ vec3 stars(vec2 p, float cells) {
 void main() {
     vec2 p = place * vec2(size.x / size.y, 1.0);
     float across = dot(p, vec2(-0.45, 0.89)) + 0.25;
-    float cloud = smoothed(2.3 * p) + 0.5 * smoothed(5.1 * p) + 0.25 * smoothed(11.0 * p);
+    float cloud = smoothed(2.3 * p) + 0.7 * smoothed(5.9 * p);
     float band = exp(-5.0 * across * across) * cloud;
     vec3 color = mix(vec3(0.012, 0.016, 0.045), vec3(0.03, 0.025, 0.09), 0.5 + 0.5 * p.y);
     color += band * mix(vec3(0.10, 0.06, 0.16), vec3(0.16, 0.10, 0.12), cloud - 0.5);
     vec2 drift = p + vec2(0.004 * time, 0.0);
-    color += stars(drift, 9.0) + 0.8 * stars(drift + 5.0, 17.0) + (0.5 + band) * stars(drift + 9.0, 33.0);
+    color += stars(drift, 11.0) + (0.7 + band) * stars(drift + 9.0, 27.0);
     vec2 off = p - planet;
     float far = length(off) / radius - 1.0;
     float lit = smoothstep(-0.75, 0.9, dot(normalize(off), normalize(sun.xy)));

@@ -4,5 +4,5 @@ varying vec2 place;
 
 void main() {
     place = gl_Vertex.xy;
-    gl_Position = vec4(gl_Vertex.xy, 0.0, 1.0);
+    gl_Position = vec4(gl_Vertex.xy, 0.9999, 1.0);
 }

@@ -19,12 +19,10 @@ float between(vec2 at, float depth) {
 
 float sunlight() {
     vec2 at = sunPlace.xy * side - 0.5;
-    float depth = sunPlace.z - 0.0006, sum = 0.0;
+    float depth = sunPlace.z - 0.0006;
     if (max(abs(sunPlace.x - 0.5), abs(sunPlace.y - 0.5)) > 0.497)
         return 1.0;
-    sum += between(at + vec2(-0.7, -0.4), depth) + between(at + vec2(0.5, -0.8), depth);
-    sum += between(at + vec2(-0.4, 0.7), depth) + between(at + vec2(0.8, 0.5), depth);
-    return 0.25 * sum;
+    return 0.5 * (between(at + vec2(-0.5, -0.3), depth) + between(at + vec2(0.5, 0.3), depth));
 }
 
 void main() {
