@@ -92,11 +92,11 @@ void Calibration::drawDial(float radius) {
     glDrawArrays(GL_TRIANGLE_STRIP, 0, lit);
     glDisableClientState(GL_VERTEX_ARRAY);
     const float turn = 6.283185f * std::fmod(time() / 4.0f, 1.0f);
-    const VXVector2 end(0.72f * radius * std::cos(turn), 0.72f * radius * std::sin(turn));
+    const VXVector2 end = VXVector2{0.72f * radius * std::cos(turn), 0.72f * radius * std::sin(turn)};
     glLineWidth(std::max(2.0f, radius / 30.0f));
     glColor3fv(&kRunning[0]);
-    VX_GLConvenienceDraw::drawLine(VXVector2(0.0f, 0.0f), end);
-    VX_GLConvenienceDraw::drawSolidCircle(VXVector2(0.0f, 0.0f), 0.08f * radius, 40);
+    VX_GLConvenienceDraw::drawLine(VXVector2{0.0f, 0.0f}, end);
+    VX_GLConvenienceDraw::drawSolidCircle(VXVector2{0.0f, 0.0f}, 0.08f * radius, 40);
     VX_GLConvenienceDraw::drawSolidCircle(end, 0.05f * radius, 40);
 }
 

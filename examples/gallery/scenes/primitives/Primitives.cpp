@@ -58,7 +58,7 @@ void drawDot(const VXVector2& at, float radius) {
 }
 
 VXVector2 onCircle(float radius, float turn) {
-    return VXVector2(radius * std::cos(kTurn * turn), radius * std::sin(kTurn * turn));
+    return VXVector2{radius * std::cos(kTurn * turn), radius * std::sin(kTurn * turn)};
 }
 
 class Primitives : public Scene {
@@ -126,10 +126,10 @@ void Primitives::drawPaper() {
     paint(kSquares);
     for (float x = 0.0f; x < right; x += 0.125f)
         for (const float side : {x, -x})
-            VX_GLConvenienceDraw::drawLine(VXVector2(side, -top), VXVector2(side, top));
+            VX_GLConvenienceDraw::drawLine(VXVector2{side, -top}, VXVector2{side, top});
     for (float y = 0.0f; y < top; y += 0.125f)
         for (const float side : {y, -y})
-            VX_GLConvenienceDraw::drawLine(VXVector2(-right, side), VXVector2(right, side));
+            VX_GLConvenienceDraw::drawLine(VXVector2{-right, side}, VXVector2{right, side});
     paint(kInk);
     VX_GLConvenienceDraw::drawStrokedRect(
         CGRectMake(0.045 - right, 0.045 - top, 2.0 * right - 0.09, 2.0 * top - 0.09));
@@ -139,7 +139,7 @@ void Primitives::drawPaper() {
 void Primitives::drawDial() {
     const float t = time();
     paint(kBlue);
-    drawDot(VXVector2(0.0f, 0.0f), 0.86f);
+    drawDot(VXVector2{0.0f, 0.0f}, 0.86f);
     paint(kPaper);
     drawRing(0.795f, 0.82f, 60, 0.35f, 0.004f * t);
     drawRing(0.745f, 0.82f, 12, 0.1f, 0.004f * t);
@@ -150,7 +150,7 @@ void Primitives::drawDial() {
     paint(kPaper);
     drawRing(0.38f, 0.42f, 24, 0.5f, -0.03f * t);
     paint(kInk);
-    drawDot(VXVector2(0.0f, 0.0f), 0.33f);
+    drawDot(VXVector2{0.0f, 0.0f}, 0.33f);
     paint(kYellow);
     drawRing(0.25f, 0.28f, 8, 0.6f, 0.06f * t);
     paint(kPaper);
@@ -158,7 +158,7 @@ void Primitives::drawDial() {
     paint(kRed);
     drawArrow(0.0f, 0.5f, 0.15f, 0.045f, 0.62f - 0.02f * t);
     paint(kPaper);
-    drawDot(VXVector2(0.0f, 0.0f), 0.055f);
+    drawDot(VXVector2{0.0f, 0.0f}, 0.055f);
 }
 
 void Primitives::drawPlanets() {

@@ -190,7 +190,7 @@ void Scripts::drawTile(int number) {
     const PixelState state(m_Width, m_Height);
     const glm::vec2 sun = whole * (0.5f + 0.3f * glm::vec2(std::cos(0.35f * t), std::sin(0.5f * t)));
     glColor3fv(&script.sun[0]);
-    VX_GLConvenienceDraw::drawSolidCircle(VXVector2(sun.x, sun.y), 0.62f * std::max(size.x, size.y), 160);
+    VX_GLConvenienceDraw::drawSolidCircle(VXVector2{sun.x, sun.y}, 0.62f * std::max(size.x, size.y), 160);
     const glm::vec2 drift(0.03f * std::sin(0.8f * t + phase), 0.03f * std::cos(0.9f * t + phase));
     m_Words[index].word.draw(middle + unit * (drift + glm::vec2(0.0f, 0.06f)), 0.84f * size.x);
     m_Words[index].name.draw({middle.x, from.y + 0.16f * size.y}, 0.7f * size.x);

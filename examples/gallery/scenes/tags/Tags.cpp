@@ -84,9 +84,9 @@ constexpr std::array<Way, 8> kWays = {
       false,
       {0.0f, 0.0f}}}};
 
-constexpr glm::vec3 kText{0.98f, 0.95f, 0.88f}, kFaint{0.66f, 0.74f, 0.86f}, kPoint{1.0f, 0.84f, 0.36f};
-constexpr std::array<glm::vec3, 4> kGrounds = {
-    {{0.075f, 0.105f, 0.215f}, {0.095f, 0.135f, 0.265f}, {0.10f, 0.14f, 0.27f}, {0.08f, 0.115f, 0.23f}}};
+constexpr glm::vec3 kText{0.98f, 0.95f, 0.88f}, kFaint{0.75f, 0.79f, 0.93f}, kPoint{1.0f, 0.84f, 0.36f};
+constexpr std::array<glm::vec3, 2> kGrounds = {{{0.115f, 0.125f, 0.30f}, {0.15f, 0.165f, 0.375f}}};
+constexpr glm::vec3 kGuide{0.27f, 0.31f, 0.56f};
 constexpr std::array<glm::vec3, 4> kTagColors = {
     {{0.91f, 0.36f, 0.29f}, {0.16f, 0.55f, 0.58f}, {0.83f, 0.52f, 0.16f}, {0.52f, 0.35f, 0.70f}}};
 
@@ -171,9 +171,15 @@ void Tags::drawTag(int number, const glm::vec2& middle, const glm::vec2& cell) {
     if (!tag)
         return;
     const float swell = 0.85f + 0.15f * std::sin(1.4f * time() + 0.8f * static_cast<float>(number));
-    const float width = swell * std::min(0.7f * cell.x, 0.4f * cell.y / tag->aspect());
+    const float width = swell * std::min(0.76f * cell.x, 0.42f * cell.y / tag->aspect());
     const glm::vec2 extent(width, width * tag->aspect());
     const glm::vec2 point = middle - 0.5f * way.middle * extent;
+    // Lines through the point, all over the cell.
+    glColor3fv(&kGuide[0]);
+    glLineWidth(std::max(1.0f, std::round(0.006f * std::min(cell.x, cell.y))));
+    const glm::vec2 low = middle - cell * glm::vec2(0.5f, 0.28f), high = low + cell * glm::vec2(1.0f, 0.66f);
+    VX_GLConvenienceDraw::drawLine(VXVector2{low.x, point.y}, VXVector2{high.x, point.y});
+    VX_GLConvenienceDraw::drawLine(VXVector2{point.x, low.y}, VXVector2{point.x, high.y});
     glPushMatrix();
     glTranslatef(point.x, point.y, 0.0f);
     if (number == static_cast<int>(kWays.size()) - 1)
@@ -187,15 +193,15 @@ void Tags::drawTag(int number, const glm::vec2& middle, const glm::vec2& cell) {
 
 // A cross in a ring, and dark around it, so that it can be seen on the tag too.
 void Tags::drawPoint(const glm::vec2& at, float unit) {
-    const VXVector2 place(at.x, at.y);
+    const VXVector2 place = VXVector2{at.x, at.y};
     glColor4f(0.04f, 0.06f, 0.14f, 1.0f);
-    VX_GLConvenienceDraw::drawSolidCircle(place, 0.95f * unit, 40);
+    VX_GLConvenienceDraw::drawSolidCircle(place, 0.8f * unit, 40);
     glColor3fv(&kPoint[0]);
-    VX_GLConvenienceDraw::drawSolidCircle(place, 0.6f * unit, 40);
+    VX_GLConvenienceDraw::drawSolidCircle(place, 0.5f * unit, 40);
     glLineWidth(std::max(1.0f, std::round(0.25f * unit)));
     for (const glm::vec2& way : {glm::vec2(1.0f, 0.0f), glm::vec2(0.0f, 1.0f)})
-        VX_GLConvenienceDraw::drawLine(VXVector2(at.x - 2.6f * unit * way.x, at.y - 2.6f * unit * way.y),
-                                       VXVector2(at.x + 2.6f * unit * way.x, at.y + 2.6f * unit * way.y));
+        VX_GLConvenienceDraw::drawLine(VXVector2{at.x - 2.6f * unit * way.x, at.y - 2.6f * unit * way.y},
+                                       VXVector2{at.x + 2.6f * unit * way.x, at.y + 2.6f * unit * way.y});
 }
 
 } // namespace tags

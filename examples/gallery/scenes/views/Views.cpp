@@ -26,7 +26,7 @@ struct Eye {
     glm::vec3 at, up, ground, ink;
     float half; // the tangent of half its angle
 };
-constexpr Eye kMain{"", {0.0f, 1.9f, 6.4f}, {0.0f, 1.0f, 0.0f}, {0.11f, 0.31f, 0.38f}, {}, 0.275f};
+constexpr Eye kMain{"", {0.0f, 1.9f, 6.4f}, {0.0f, 1.0f, 0.0f}, {0.11f, 0.31f, 0.38f}, {}, 0.29f};
 constexpr std::array<Eye, 2> kOthers = {{{"from above",
                                           {0.0f, 7.2f, 0.01f},
                                           {0.0f, 0.0f, -1.0f},
@@ -56,6 +56,7 @@ private:
     void draw(const Eye& eye, int width, int height);
     void drawAt(VX_Program* program, const glm::vec3& center, const glm::vec3& extent, const glm::vec3& color,
                 float turn, bool isBall = false);
+    void drawGround(const glm::vec3& ground);
     void drawStair(VX_Program* program);
     void drawPictures();
     void drawPicture(int number, const glm::vec2& from, float side);
@@ -107,6 +108,7 @@ void Views::renderPipeline(CGRect* bounds) {
         return;
     glClearColor(kMain.ground.r, kMain.ground.g, kMain.ground.b, 1.0f);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    drawGround(kMain.ground);
     const int column = std::min(m_Width, m_Height) / 2;
     const bool isWide = m_Width > m_Height;
     glViewport(0, isWide ? 0 : column, m_Width - (isWide ? column : 0), m_Height - (isWide ? 0 : column));
@@ -129,11 +131,27 @@ void Views::renderSubPipeline(CGRect* bounds, VX_GLSharedView* view) {
     glViewport(0, 0, width, height);
     glClearColor(ground.r, ground.g, ground.b, 1.0f);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    drawGround(ground);
     draw(kOthers[index], width, height);
     glBindTexture(GL_TEXTURE_2D, m_Pictures[index]);
     glCopyTexImage2D(GL_TEXTURE_2D, 0, GL_RGB8, 0, 0, width, height, 0);
     glBindTexture(GL_TEXTURE_2D, 0);
     glFlush();
+}
+
+// Lighter toward the top; below it is what the stair fades into.
+void Views::drawGround(const glm::vec3& ground) {
+    const glm::vec3 sky = glm::mix(ground, kCreamy, 0.38f);
+    for (const GLenum matrix : {GL_PROJECTION, GL_MODELVIEW}) {
+        glMatrixMode(matrix);
+        glLoadIdentity();
+    }
+    glBegin(GL_QUADS);
+    for (const auto& [x, y] : {std::pair(-1.0f, -1.0f), {1.0f, -1.0f}, {1.0f, 1.0f}, {-1.0f, 1.0f}}) {
+        glColor3fv(&(y < 0.0f ? ground : sky)[0]);
+        glVertex2f(x, y);
+    }
+    glEnd();
 }
 
 void Views::draw(const Eye& eye, int width, int height) {
