@@ -10,7 +10,7 @@
 
 SideViews::SideViews(VX_GLHost& host, VX_GLRenderpipeline* pipeline)
     : m_MainWindow(host.window()), m_Main(host.view()), m_Pipeline(pipeline) {
-    whenClosed(m_MainWindow, [this] { show(0); });
+    whenClosed(m_MainWindow, [this] { closeAll(); });
 }
 
 SideViews::~SideViews() {
@@ -25,6 +25,13 @@ void SideViews::whenClosed(NSWindow* window, std::function<void()> act) {
 void SideViews::show(int count, const std::function<bool(NSEvent*)>& handler) {
     if (count == 0 && m_Views.empty())
         return;
+    closeAll();
+    for (int i = 0; i < count; ++i)
+        open(i, handler);
+    m_MainWindow->makeKeyAndOrderFront(); // the keyboard is its again
+}
+
+void SideViews::closeAll() {
     const std::vector<SideView> former = std::exchange(m_Views, {});
     m_Main->RenderThreadLock();
     m_Main->removeAllChildSharedViews();
@@ -33,10 +40,6 @@ void SideViews::show(int count, const std::function<bool(NSEvent*)>& handler) {
     m_Main->RenderThreadUnLock();
     for (const SideView& each : former)
         each.window->close();
-    for (int i = 0; i < count; ++i)
-        open(i, handler);
-    if (count > 0)
-        m_MainWindow->makeKeyAndOrderFront(); // it has the keyboard first
 }
 
 // As squares in a column; not resizable, since a further view keeps the size that it was set up with.

@@ -27,6 +27,7 @@ private:
         NSRef<VX_GLSharedView> view;
     };
     void open(int number, const std::function<bool(NSEvent*)>& handler);
+    void closeAll();
     void drop(const NSWindow* window);
     void whenClosed(NSWindow* window, std::function<void()> act);
 
