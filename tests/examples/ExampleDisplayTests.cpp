@@ -9,6 +9,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdlib>
 #include <fstream>
 
@@ -87,6 +88,17 @@ TEST_F(ExampleDisplayTest, TheOutputGoesToADisplayAndBackAndThereAgainInTheNextR
         EXPECT_NE(kept.find(again ? "\"ShouldFitScreen\": 0" : "\"ShouldFitScreen\": 1"), std::string::npos)
             << kept;
     }
+}
+
+TEST_F(ExampleDisplayTest, TheGalleryFillsTheDisplayThatIsNamed) {
+    constexpr const char* title = "A Julia set in relief";
+    start({GALLERY, "--scene", "fractal", "--display", "DUMMY1", "--size", "160x120"});
+    EXPECT_TRUE(waitFor([&] {
+        const auto windows = user.windows(title);
+        return windows.size() == 1 && windows[0].x == 1280 && windows[0].width == 1024;
+    }));
+    kill(m_Program, SIGTERM);
+    status();
 }
 
 TEST_F(ExampleDisplayTest, TheGalleryChangesScenesByNumbersAndArrowsAndFillsTheDisplay) {
