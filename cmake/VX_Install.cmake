@@ -30,5 +30,7 @@ if(VX_PACKAGE)
 endif()
 # Side by side as in the tree, so that their links hold.
 install(FILES CHANGELOG.md README.md DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT development)
+# The scenes that docs/gallery.md shows, to be copied.
+install(DIRECTORY examples/gallery examples/support DESTINATION "${CMAKE_INSTALL_DOCDIR}/examples" COMPONENT development)
 install(DIRECTORY docs DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT development PATTERN Doxyfile EXCLUDE)
 install(FILES LICENSE DESTINATION "${CMAKE_INSTALL_DOCDIR}") # a package has it as its copyright

@@ -9,6 +9,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdlib>
 #include <fstream>
 
@@ -87,6 +88,39 @@ TEST_F(ExampleDisplayTest, TheOutputGoesToADisplayAndBackAndThereAgainInTheNextR
         EXPECT_NE(kept.find(again ? "\"ShouldFitScreen\": 0" : "\"ShouldFitScreen\": 1"), std::string::npos)
             << kept;
     }
+}
+
+TEST_F(ExampleDisplayTest, TheGalleryFillsTheDisplayThatIsNamed) {
+    constexpr const char* title = "A Julia set in relief";
+    start({GALLERY, "--scene", "fractal", "--display", "DUMMY1", "--size", "160x120"});
+    EXPECT_TRUE(waitFor([&] {
+        const auto windows = user.windows(title);
+        return windows.size() == 1 && windows[0].x == 1280 && windows[0].width == 1024;
+    }));
+    kill(m_Program, SIGTERM);
+    status();
+}
+
+TEST_F(ExampleDisplayTest, TheGalleryChangesScenesByNumbersAndArrowsAndFillsTheDisplay) {
+    constexpr const char *first = "A Julia set in relief", *second = "A lit room through filters";
+    start({GALLERY, "--size", "160x120"});
+    ASSERT_TRUE(shows(first) && moves(first));
+    user.press('2');
+    ASSERT_TRUE(shows(second) && moves(second));
+    constexpr std::uint32_t left = 0xff51, escape = 0xff1b;
+    user.press(left);
+    ASSERT_TRUE(shows(first));
+    user.press(left); // around to the last one
+    ASSERT_TRUE(shows(first, 0));
+    user.press('2');
+    ASSERT_TRUE(shows(second) && moves(second));
+    user.press('f');
+    ASSERT_TRUE(waitFor([&] {
+        const auto windows = user.windows(second);
+        return windows.size() == 1 && windows[0].width == 1280;
+    }));
+    user.press(escape);
+    EXPECT_EQ(status(), 0);
 }
 
 } // namespace
