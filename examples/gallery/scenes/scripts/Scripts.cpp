@@ -156,7 +156,10 @@ void Scripts::renderPipeline(CGRect* bounds) {
 // Three beside each other, or in a tall picture two; whole pixels without a gap.
 Tile Scripts::tile(int number) const {
     const int columns = aspect() > 1.0f ? 3 : 2, rows = 6 / columns;
-    const auto at = [](int part, int parts, int whole) { return static_cast<float>(part * whole / parts); };
+    const auto at = [](int part, int parts, int whole) {
+        const int pixel = part * whole / parts;
+        return static_cast<float>(pixel);
+    };
     const int column = number % columns, row = rows - 1 - number / columns;
     const glm::vec2 from(at(column, columns, m_Width), at(row, rows, m_Height));
     const glm::vec2 to(at(column + 1, columns, m_Width), at(row + 1, rows, m_Height));
