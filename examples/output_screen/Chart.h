@@ -7,7 +7,7 @@
 #include <vector>
 
 /// What the chart says in its middle.
-struct Caption {
+struct ChartCaption {
     std::string name, size;
     std::vector<std::string> lines;
 };
@@ -16,7 +16,7 @@ struct Caption {
 /// be square and round, colours, greys, stripes of one pixel, and the display's name.
 class Chart : public VX_GLDynamicTexture {
 public:
-    Chart(int width, int height, Caption caption)
+    Chart(int width, int height, ChartCaption caption)
         : VX_GLDynamicTexture(width, height), m_Caption(std::move(caption)) {}
     void Draw() override;
 
@@ -32,7 +32,7 @@ private:
     void fill(float x, float y, float width, float height) const;
     void drawCircle(float x, float y, float radius, float lineWidth) const;
 
-    Caption m_Caption;
+    ChartCaption m_Caption;
     float m_Unit = 0.0f;
     float m_MiddleX = 0.0f, m_MiddleY = 0.0f;
 };

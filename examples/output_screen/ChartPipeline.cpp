@@ -8,7 +8,7 @@
 
 #include <cmath>
 
-void ChartPipeline::setCaption(Caption caption) {
+void ChartPipeline::setCaption(ChartCaption caption) {
     const std::lock_guard guard(m_CaptionLock);
     m_Caption = std::move(caption);
     m_IsNewCaption = true;

@@ -10,7 +10,7 @@
 class ChartPipeline : public VX_GLRenderpipeline {
 public:
     /// What the chart says from the next frame on. Any thread.
-    void setCaption(Caption caption);
+    void setCaption(ChartCaption caption);
 
     void doStopRender() override;
     void renderPipeline(CGRect* bounds) override;
@@ -19,7 +19,7 @@ private:
     void makeChart(int width, int height);
 
     std::mutex m_CaptionLock;
-    Caption m_Caption;
+    ChartCaption m_Caption;
     bool m_IsNewCaption = false;
     VX_GLTagTexture* m_Chart = nullptr;
 };

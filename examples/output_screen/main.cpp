@@ -163,7 +163,7 @@ void Operator::goBack() {
 
 // What there is and where the picture is now: in the chart, and as the window's title.
 void Operator::tell() {
-    Caption caption{"Window", "", displayLines()};
+    ChartCaption caption{"Window", "", displayLines()};
     caption.lines.push_back("Keys:   1 to 9 to that display   B or Escape back");
     if (m_Output->isOut()) {
         caption.name = m_Settings->GetTargetScreenName()->string();
