@@ -66,11 +66,10 @@ std::unique_ptr<VX_GLHost> VX_GLHost::open(VX_GLRenderpipeline* pipeline, const 
     const vx::FormerContext former;
     if (!pipeline)
         NSLog("VX_GLHost::open: there is no pipeline");
-    else if (choosePlatform(options) && host->start(pipeline, options)) {
-        former.restore(); // a host with GL of its own goes on with it
-        return host;
-    }
-    return nullptr;
+    if (!pipeline || !choosePlatform(options) || !host->start(pipeline, options))
+        host.reset();
+    former.restore(); // a host with GL of its own goes on with it
+    return host;
 }
 
 bool VX_GLHost::makeWindow(const VX_GLHostOptions& options) {

@@ -58,8 +58,9 @@ class VX_EXPORT VX_GLHost {
 public:
     /// Opens the window and attaches the pipeline, which is retained and gets the view as its target. Drawing
     /// begins in the next step of the run loop. Null, with one line in the log, when the platform cannot
-    /// start, there is no such pixel format or no window to be inside of, or `pipeline` is null. The EGL
-    /// context that was current on the thread, or none, is so again; one of GLX must not be.
+    /// start, there is no such pixel format or no window to be inside of, or `pipeline` is null. Main
+    /// thread. The EGL context that was current on it, or none, is so again; a GLX context must not be
+    /// current there.
     static std::unique_ptr<VX_GLHost> open(VX_GLRenderpipeline* pipeline,
                                            const VX_GLHostOptions& options = {});
     ~VX_GLHost();

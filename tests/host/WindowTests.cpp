@@ -195,6 +195,7 @@ TEST(Window, GivesAViewToAWindowOfAnotherToolkit) {
         options.inside = vx::NativeWindow::x11(foreign);
         auto host = VX_GLHost::open(pipeline.get(), options);
         ASSERT_NE(host, nullptr);
+        EXPECT_EQ(NSOpenGLContext::currentContext(), nullptr) << "as before";
         EXPECT_TRUE(runUntil([&] { return shownPixel(foreign, 100, 80) == 0x00FFFFu; }));
         XResizeWindow(other, foreign, 180, 160);
         XSync(other, False);
