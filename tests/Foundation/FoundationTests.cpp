@@ -17,6 +17,7 @@
 #include <tests/support/TemporaryFile.h>
 
 #include <cmath>
+#include <filesystem>
 #include <limits>
 #include <thread>
 
@@ -148,7 +149,9 @@ TEST(NSString, ReadsWholeFilesOrNothing) {
     ASSERT_NE(read(file.path()), nullptr);
     EXPECT_EQ(read(file.path())->string(), bytes);
     EXPECT_FALSE(read(file.path())->isEqual(text("a\n"))) << "equal up to the NUL";
-    for (const char* none : {notUTF8.path(), "/tmp/no such file", "/tmp", "/dev/zero"})
+    const vx::test::TemporaryFile endless("");
+    std::filesystem::resize_file(endless.path(), std::uintmax_t(1) << 40); // more than any memory
+    for (const char* none : {notUTF8.path(), "/tmp/no such file", "/tmp", "/dev/zero", endless.path()})
         EXPECT_EQ(read(none), nullptr) << none;
     const auto exists = [](const char* path) {
         return NSFileManager::defaultManager()->fileExistsAtPath(text(path));
