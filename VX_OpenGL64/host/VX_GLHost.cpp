@@ -85,7 +85,7 @@ bool VX_GLHost::makeWindow(const VX_GLHostOptions& options) {
         return false;
     window->closesOnEscape = options.closesOnEscape;
     window->setTitle(options.title);
-    m_Window = NSRef<NSWindow>::retain(window.get());
+    m_Window = window;
     return true;
 }
 

@@ -4,6 +4,7 @@
 #include <VX_Platform/VX_Export.h>
 
 #include <atomic>
+#include <concepts>
 #include <cstddef>
 #include <utility>
 
@@ -110,7 +111,12 @@ public:
 
     /// A copy retains; a move hands the reference over and leaves `other` empty.
     NSRef(const NSRef& other) : NSRef(retain(other.m_Object)) {}
-    NSRef(NSRef&& other) noexcept : m_Object(other.m_Object) { other.m_Object = nullptr; }
+    NSRef(NSRef&& other) noexcept : m_Object(std::exchange(other.m_Object, nullptr)) {}
+    /// The same from a handle of a derived class.
+    template <std::derived_from<T> Derived>
+    NSRef(const NSRef<Derived>& other) : NSRef(retain(other.get())) {}
+    template <std::derived_from<T> Derived>
+    NSRef(NSRef<Derived>&& other) noexcept : m_Object(std::exchange(other.m_Object, nullptr)) {}
     /// Takes the new object, then releases the former one.
     NSRef& operator=(NSRef other) noexcept {
         T* old = m_Object;
@@ -132,6 +138,9 @@ public:
     explicit operator bool() const { return m_Object != nullptr; }
 
 private:
+    template <class Base>
+    friend class NSRef;
+
     T* m_Object = nullptr;
 };
 

@@ -34,7 +34,7 @@ Output::~Output() {
 void Output::makeWindow(CGRect frame) {
     const auto window = NSInit(new DisplayWindow([this] { goBack(); }), frame, NSBorderlessWindowMask);
     window->setEventHandler(m_Keys);
-    m_Window = NSRef<VX_GLFilledScreenWindow>::retain(window.get());
+    m_Window = window;
     m_View->retain(); // the window releases it when it ends
 }
 
