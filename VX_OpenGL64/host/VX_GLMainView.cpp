@@ -159,11 +159,6 @@ void VX_GLMainView::detachRenderpipeline() {
     m_TargetRenderpipeline = nullptr;
 }
 
-void VX_GLMainView::takeSize(CGSize size) {
-    m_Width = static_cast<float>(size.width);
-    m_Height = static_cast<float>(size.height);
-}
-
 void VX_GLMainView::makeImageContext() {
     m_ciContext = NSRef<CIContext>::retain(CIContext::contextWithCGLContext(openGLContext()));
 }

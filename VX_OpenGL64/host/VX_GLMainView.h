@@ -221,7 +221,6 @@ private:
     void makeDisplayLink();
     void startCounting();
     void tieDisplayLink();
-    void takeSize(CGSize size);
     void clearToBlack();
     void makeImageContext();
     void detachPipelineFromContext();

@@ -5,6 +5,7 @@
 #include <VX_OpenGL64/host/VX_GLChildView.h>
 #include <VX_OpenGL64/host/VX_GLRenderpipeline.h>
 #include <VX_OpenGL64/host/private/MainViewInternals.h>
+#include <VX_OpenGL64/host/private/SampledSize.h>
 #include <VX_Platform/Foundation/NSAutoreleasePool.h>
 #include <VX_Platform/Foundation/NSDate.h>
 #include <VX_Platform/Foundation/NSLog.h>
@@ -81,7 +82,7 @@ bool VX_GLMainView::drawLocked(const Frame& frame) {
     const vx::ContextClaim claimed(frame.context.get());
     m_ContextRefusals = 0;
     if (m_Internals->followsSize)
-        takeSize(frame.context->drawableSize());
+        vx::takeSize(frame.context->drawableSize(), m_Width, m_Height);
     m_Internals->frameThread = std::this_thread::get_id();
     try {
         draw(frame);

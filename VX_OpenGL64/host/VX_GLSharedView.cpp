@@ -75,6 +75,16 @@ void VX_GLSharedView::prepareOpenGL() {
         owner->RenderThreadUnLock();
 }
 
+void VX_GLSharedView::SetFollowsSize(bool follows) {
+    m_FollowsSize = follows;
+    update();
+}
+
+void VX_GLSharedView::update() {
+    if (m_FollowsSize)
+        NSOpenGLView::update();
+}
+
 void VX_GLSharedView::setContext(NSRef<NSOpenGLContext> context) {
     const std::lock_guard guard(m_ContextGuard);
     std::swap(m_GLContext, context);
@@ -88,11 +98,13 @@ NSRef<NSOpenGLContext> VX_GLSharedView::context() const {
 void VX_GLSharedView::callBackRender() {
     const NSRef<VX_GLSharedView> keep = NSRef<VX_GLSharedView>::retain(this); // the hook may end it
     const auto pool = NSInit(new NSAutoreleasePool);
-    CGRect area = CGRectMake(0.0, 0.0, m_Width, m_Height);
     const NSRef<NSOpenGLContext> own = context();
     // Waiting would hold up the main view, whose lock may be what the other thread waits for.
     if (own ? !own->tryMakeCurrentContext() : m_AwaitsContext.load())
         return;
+    if (own && m_FollowsSize)
+        vx::takeSize(own->drawableSize(), m_Width, m_Height);
+    CGRect area = CGRectMake(0.0, 0.0, m_Width, m_Height);
     if (m_TargetRenderpipeline)
         m_TargetRenderpipeline->renderSubPipeline(&area, this);
     if (own)

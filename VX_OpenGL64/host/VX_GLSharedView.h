@@ -50,8 +50,9 @@ public:
     /// thread. GL: glViewport over the whole view, glClearColor(0, 0, 0, 0) and glClear of the colour buffer,
     /// all of which stay set in the view's context; eglSwapBuffers.
     void prepareOpenGL() override;
-    /// Empty: a view that is resized keeps place and size of its picture until it is set up again.
-    void update() override {}
+    /// Called when the view's frame or window changes; nothing unless `SetFollowsSize` was asked for: the
+    /// picture keeps its place and size until the view is set up again. Host's thread.
+    void update() override;
     /// One frame: `renderSubPipeline` with the view's context current, then the flush. A frame whose context
     /// another thread has is left out. Without a context, which is so after `releaseResources`, the hook runs
     /// on the one that is current. On the display link's thread, from the owner's frame; the view's context
@@ -69,9 +70,14 @@ public:
     /// Returns the object of that key, borrowed, or null.
     NSObject* objectForKey(NSString* key) const;
 
-    /// Size in pixels as of the last `prepareOpenGL`, 0 before it: the hook's bounds. Any thread.
+    /// Size in pixels as of the last `prepareOpenGL`, 0 before it: the hook's bounds. A later resize leaves
+    /// it alone unless `SetFollowsSize` was asked for. Any thread.
     float width() const { return m_Width; }
     float height() const { return m_Height; }
+    /// From the next frame on, and for good, `width`, `height` and the hook's bounds are the drawable's own
+    /// size at the beginning of each frame, so that a resize needs no new set-up; the viewport stays the
+    /// hook's to set. Off by default. Host's thread.
+    void SetFollowsSize(bool follows);
 
 protected:
     ~VX_GLSharedView() override;
@@ -100,4 +106,5 @@ private:
     mutable std::mutex m_ContextGuard;
     /// From the beginning of a set-up until its context is there: no hook may run on the main view's instead.
     std::atomic<bool> m_AwaitsContext{false};
+    std::atomic<bool> m_FollowsSize{false};
 };

@@ -6,6 +6,7 @@
 #include <VX_Platform/Foundation/NSString.h>
 
 #include <algorithm>
+#include <string>
 #include <utility>
 
 namespace {
@@ -53,21 +54,24 @@ void SideViews::closeAll() {
         each.window->close();
 }
 
-// As squares in a column; not resizable, since a further view keeps the size that it was set up with.
+// As squares in a column.
 void SideViews::open(int number, const std::function<bool(NSEvent*)>& handler) {
     const CGRect main = m_MainWindow->frame();
     const double side = std::max(0.44 * std::min(main.size.width, main.size.height), 1.0);
     const CGRect frame = CGRectMake(main.origin.x + main.size.width + 20.0,
                                     main.origin.y + number * (side + 40.0), side, side);
-    const auto window = NSInit(new SideWindow, frame, NSTitledWindowMask | NSClosableWindowMask);
+    const auto window =
+        NSInit(new SideWindow, frame, NSTitledWindowMask | NSClosableWindowMask | NSResizableWindowMask);
     const auto view = NSInit(new VX_GLSharedView, frame, nullptr);
     view->setRenderpipeline(m_Pipeline);
+    view->SetFollowsSize(true);
     view->setObject(NSNumber::numberWithInt(number), NSString::stringWithUTF8String("number"));
+    window->setTitle(("View " + std::to_string(number + 2)).c_str());
     window->setContentView(view.get());
     if (handler)
         window->setEventHandler(handler);
     whenClosed(window.get(), [this, closed = window.get()] { drop(closed); });
-    m_Views.push_back({NSRef<NSWindow>::retain(window.get()), view});
+    m_Views.push_back({window, view});
     window->makeKeyAndOrderFront();
     // The list of views changes between two frames, under the lock.
     m_Main->RenderThreadLock();

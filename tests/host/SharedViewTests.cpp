@@ -102,6 +102,13 @@ TEST_F(SharedViewTest, EachChildDrawsIntoItsOwnSurfaceWithTheMainViewsObjects) {
     stage.frame();
     EXPECT_EQ(drawn, "80x60 20x10 0x0 ");
     drawn.clear();
+    blue->SetFollowsSize(true);
+    for (const auto& window : {stage.windows[0], stage.windows[1]})
+        window->setFrame(CGRectMake(0, 0, 50, 50));
+    stage.step();
+    stage.frame();
+    EXPECT_EQ(drawn, "80x60 50x50 0x0 ") << "but for one that was asked to follow";
+    drawn.clear();
     stage.children->onChild = [&](CGSize, VX_GLSharedView*) {
         drawn += "child ";
         stage.view->stopRender();

@@ -14,4 +14,9 @@ inline void sampleSize(CGRect bounds, std::atomic<float>& width, std::atomic<flo
     height = static_cast<float>(origin.y + size.height) - static_cast<float>(origin.y);
 }
 
+inline void takeSize(CGSize size, std::atomic<float>& width, std::atomic<float>& height) {
+    width = static_cast<float>(size.width);
+    height = static_cast<float>(size.height);
+}
+
 } // namespace vx

@@ -134,7 +134,8 @@ void Views::renderSubPipeline(CGRect* bounds, VX_GLSharedView* view) {
     drawGround(ground);
     draw(kOthers[index], width, height);
     glBindTexture(GL_TEXTURE_2D, m_Pictures[index]);
-    glCopyTexImage2D(GL_TEXTURE_2D, 0, GL_RGB8, 0, 0, width, height, 0);
+    const int side = std::min(width, height); // the middle of it
+    glCopyTexImage2D(GL_TEXTURE_2D, 0, GL_RGB8, (width - side) / 2, (height - side) / 2, side, side, 0);
     glBindTexture(GL_TEXTURE_2D, 0);
     glFlush();
 }
