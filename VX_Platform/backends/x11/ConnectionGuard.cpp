@@ -2,11 +2,13 @@
 #include <VX_Platform/backends/x11/ConnectionGuard.h>
 
 #include <VX_Platform/Foundation/NSLog.h>
+#include <VX_Platform/Foundation/private/LineAMinute.h>
 
 #include <X11/Xlib.h>
 #include <poll.h>
 
 #include <algorithm>
+#include <map>
 #include <mutex>
 #include <utility>
 #include <vector>
@@ -22,7 +24,7 @@ struct Guards {
     XErrorHandler formerErrors = nullptr;
     XIOErrorHandler formerEnds = nullptr;
     bool installed = false;
-    XErrorEvent last{};
+    std::map<std::pair<int, int>, LineAMinute> told; // by error and request
 };
 
 Guards& guards() {
@@ -37,12 +39,10 @@ const ConnectionGuard* guardOf(::Display* connection) {
     return found == all.end() ? nullptr : *found;
 }
 
-// A window that is gone fails each request for it in the same way.
+// A window that is gone fails each request for it, again and again.
 bool repeats(const XErrorEvent& error) {
     std::lock_guard lock(guards().lock);
-    const XErrorEvent former = std::exchange(guards().last, error);
-    return former.error_code == error.error_code && former.request_code == error.request_code &&
-           former.minor_code == error.minor_code;
+    return !guards().told[{error.error_code, error.request_code}].ask(Clock::system().now());
 }
 
 int logError(::Display* connection, XErrorEvent* error) {
