@@ -31,6 +31,8 @@ TEST(FileWatch, TellsTheLatestTextHoweverItCameThere) {
     write("first");
     write("second");
     EXPECT_EQ(next(), "second") << "changed before the first look";
+    write("sec0nd");
+    EXPECT_EQ(next(), "sec0nd") << "in the same second, no longer and no shorter";
     std::ofstream(root / "other") << "renamed";
     std::filesystem::rename(root / "other", file);
     EXPECT_EQ(next(), "renamed");

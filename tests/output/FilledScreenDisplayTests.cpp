@@ -157,6 +157,22 @@ TEST_P(FilledDisplay, IsCoveredFromCornerToCornerMoveAfterMoveAndNothingIsLeftBe
             before = held();
     }
     EXPECT_EQ(held(), before) << "windows, threads, descriptors, references to view and pipeline";
+
+    // A window with a place of its own finds it again.
+    const unsigned long own = stage.window->nativeWindow().handle;
+    const CGSize size = stage.window->frame().size;
+    for (const char* display : {"DUMMY0", "DUMMY1"})
+        ASSERT_TRUE(stage.window->fillDisplay(display));
+    EXPECT_TRUE(runUntil(stage, [&] {
+        return isCovered(CGRectMake(1280, 0, 1024, 768), 0x00FF00) &&
+               (!desktop || desktop->coversPanels(own));
+    }));
+    stage.window->leaveDisplay();
+    EXPECT_TRUE(runUntil(stage, [&] {
+        const CGSize is = stage.window->frame().size;
+        return is.width == size.width && is.height == size.height &&
+               (!desktop || !desktop->coversPanels(own));
+    }));
     stage.view->retain();
     stage.pipeline->autorelease();
 }

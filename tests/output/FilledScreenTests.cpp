@@ -141,6 +141,11 @@ TEST_F(FilledScreen, WaitsForADisplayThatIsOffAndFindsItAgain) {
     EXPECT_TRUE(drawsOn(320));
     NSApplication::plugHeadlessDisplay("wall", CGRectMake(1920, 0, 400, 300), 60.0);
     EXPECT_TRUE(has(window->frame(), 1920, 0, 400, 300)) << "it comes back with another mode";
+    NSApplication::plugHeadlessDisplay("wall", CGRectMake(1900, 0, 480, 270), 60.0);
+    EXPECT_TRUE(has(window->frame(), 1900, 0, 480, 270)) << "and changes that";
+    NSApplication::unplugHeadlessDisplay("wall");
+    EXPECT_EQ(log.count("Display wall is off"), 2);
+    NSApplication::plugHeadlessDisplay("wall", CGRectMake(1920, 0, 400, 300), 60.0);
     detach();
     EXPECT_TRUE(drawsOn(64));
     NSApplication::plugHeadlessDisplay("wall", CGRectMake(1920, 0, 500, 300), 60.0);
