@@ -58,6 +58,7 @@ struct VX_GLFrameRecorder::Recording {
 
     void startReading();
     bool handOver(bool wait);
+    void handOverReady();
     void takeBack(bool wait);
     void drain();
     void deleteBuffers();
@@ -77,7 +78,8 @@ struct VX_GLFrameRecorder::Recording {
     vx::FrameWriter writer;
 };
 
-// Into a free buffer, of which there is one.
+// Into a free buffer, of which there is one. What is ready goes to the writer only then, whose copying would
+// hold up a driver that reads at once.
 void VX_GLFrameRecorder::Recording::startReading() {
     const GLuint buffer = free.back();
     free.pop_back();
@@ -87,6 +89,12 @@ void VX_GLFrameRecorder::Recording::startReading() {
     glReadPixels(0, 0, width, height, GL_BGRA, GL_UNSIGNED_BYTE, nullptr);
     reading.push_back(
         {buffer, vx::currentGLCapabilities().sync ? glFenceSync(GL_SYNC_GPU_COMMANDS_COMPLETE, 0) : nullptr});
+    handOverReady();
+}
+
+void VX_GLFrameRecorder::Recording::handOverReady() {
+    while (handOver(false)) {
+    }
 }
 
 // Gives the writer the oldest buffer that GL is filling, where it has; false where it has not.
@@ -222,8 +230,8 @@ bool VX_GLFrameRecorder::makeRoom() {
         return false;
     const bool waits = m_Recording->behind == VX_GLFrameRecorderBehind::wait;
     m_Recording->takeBack(false);
-    while (m_Recording->handOver(false)) {
-    }
+    if (m_Recording->free.empty())
+        m_Recording->handOverReady();
     while (waits && m_Recording->free.empty()) {
         m_Recording->handOver(m_Recording->writing.empty());
         m_Recording->takeBack(true);
