@@ -41,6 +41,8 @@ void NSOpenGLContext::dealloc() {
     // It is current nowhere: whoever has it current keeps a reference.
     m_Internals->slot->set(nullptr);
     m_Internals->surface.reset();
+    if (m_Internals->frameEnd)
+        m_Internals->driver->awaitFence(m_Internals->frameEnd);
     if (m_Internals->spare)
         m_Internals->driver->destroySurface(m_Internals->spare);
     if (m_Internals->context)
@@ -110,7 +112,7 @@ bool NSOpenGLContext::flushBuffer() {
     vx::Surface* surface = m_Internals->surface.get();
     const bool taken = !surface || surface->takesFrame();
     if (surface && taken)
-        m_Internals->driver->swapBuffers(surface->handle());
+        m_Internals->swap();
     if (former)
         former->restore();
     return taken;

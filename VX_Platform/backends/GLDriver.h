@@ -53,6 +53,11 @@ public:
     bool makeCurrent(Handle context, Handle surface) const;
     void clearCurrent() const;
     bool swapBuffers(Handle surface) const;
+    /// After a swap: the end of what the calling thread's context has drawn so far. Null where swapping waits
+    /// by itself, as it does for windows, and where EGL has no fences.
+    Handle createFence() const;
+    /// Waits until that end is reached, at the most two seconds, and ends the fence, which may be null.
+    void awaitFence(Handle fence) const;
     /// For the surface bound on the calling thread.
     void setSwapInterval(int interval) const;
 

@@ -42,6 +42,30 @@ TEST(NSOpenGLContext, DrawsToItsViewsSurfaceFollowsItsSizeAndLeavesNoErrorWithou
     child->setView(nullptr);
 }
 
+// Else a frame that takes longer than a refresh is shown seconds late, and one of them waits for all.
+TEST(NSOpenGLContext, LetsNoMoreThanAFramePileUpInTheDriver) {
+    HeadlessContext gl(1024, 1024);
+    const auto drawSlowly = [] {
+        glEnable(GL_BLEND);
+        for (int i = 0; i < 20; ++i)
+            glRectf(-1, -1, 1, 1);
+    };
+    const auto timeOf = [](const std::function<void()>& work) {
+        const auto begin = std::chrono::steady_clock::now();
+        work();
+        return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+    };
+    glFinish();
+    const double all = timeOf([&] {
+        for (int frame = 0; frame < 12; ++frame) {
+            drawSlowly();
+            gl.context()->flushBuffer();
+        }
+    });
+    const double left = timeOf(glFinish);
+    EXPECT_LT(left, 0.4 * (all + left));
+}
+
 TEST(NSOpenGLContext, SharesObjectsAndRecordOfTheDriverAndLivesAsLongAsItIsCurrent) {
     HeadlessContext gl(8, 8);
     GLuint texture = 0;

@@ -87,6 +87,11 @@ bool NSOpenGLContext::Internals::bind(bool isCurrent) {
     return true;
 }
 
+void NSOpenGLContext::Internals::swap() {
+    driver->swapBuffers(surface->handle());
+    driver->awaitFence(std::exchange(frameEnd, driver->createFence()));
+}
+
 vx::GLDriver::Handle NSOpenGLContext::Internals::drawable() {
     if (surface)
         return surface->handle();

@@ -22,6 +22,8 @@ struct NSOpenGLContext::Internals {
     CGSize drawableSize;
     // In its place where there is none, so that what a frame draws is no error; one pixel, of no use.
     vx::GLDriver::Handle spare = nullptr;
+    // Of the frame before, where nothing else keeps frames from piling up in the driver.
+    vx::GLDriver::Handle frameEnd = nullptr;
     int appliedSwapInterval = -1;
     bool refusalLogged = false;
     // Set until the driver's messages have been connected with the log.
@@ -56,6 +58,8 @@ struct NSOpenGLContext::Internals {
     bool isBound() const { return vx::GLDriver::currentContext() == context; }
     /// Binds the context to the calling thread, which has claimed it, with the surface the view wants now.
     bool bind(bool isCurrent);
+    /// Hands a frame over, and waits for the one before it.
+    void swap();
     bool waitForTurn(std::unique_lock<std::mutex>& lock);
     bool needsBind() const;
     void refreshSurface(bool isCurrent);

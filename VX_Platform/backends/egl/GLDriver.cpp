@@ -135,6 +135,18 @@ bool GLDriver::swapBuffers(Handle surface) const {
     return eglSwapBuffers(m_Display, surface);
 }
 
+GLDriver::Handle GLDriver::createFence() const {
+    return m_Kind == SurfaceKind::pbuffer ? eglCreateSync(m_Display, EGL_SYNC_FENCE, nullptr) : nullptr;
+}
+
+void GLDriver::awaitFence(Handle fence) const {
+    constexpr EGLTime kBound = 2'000'000'000; // nanoseconds
+    if (!fence)
+        return;
+    eglClientWaitSync(m_Display, fence, EGL_SYNC_FLUSH_COMMANDS_BIT, kBound);
+    eglDestroySync(m_Display, fence);
+}
+
 void GLDriver::setSwapInterval(int interval) const {
     eglSwapInterval(m_Display, interval);
 }
