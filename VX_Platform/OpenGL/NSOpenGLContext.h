@@ -51,8 +51,9 @@ public:
 
     /// Presents the back buffer (`eglSwapBuffers`); nothing without a surface. Where another context is
     /// current on the calling thread, this one is made current for the swap and the other one afterwards
-    /// again. False when the frame was given up: the context could not be had, or the window system does not
-    /// take a frame now and a swap would wait for it.
+    /// again. Without a window it waits, as a window's swap does, until the frame before is drawn, at the
+    /// most two seconds (`eglCreateSync`, `eglClientWaitSync`). False when the frame was given up: the
+    /// context could not be had, or the window system does not take a frame now and a swap would wait for it.
     bool flushBuffer();
 
     /// Sets `NSOpenGLCPSwapInterval` from `values[0]`; remembered and applied to each surface bound from now
