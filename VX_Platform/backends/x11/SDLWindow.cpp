@@ -32,6 +32,7 @@ void paintEmptyParts(SDL_Window* window) {
         return;
     Display* const display = info.info.x11.display;
     XSetWindowBackground(display, info.info.x11.window, BlackPixel(display, DefaultScreen(display)));
+    XSync(display, False); // from here on it is there for other connections
 }
 
 // SDL waits for a window that it shows until it is shown, and a window manager that hangs or is just starting

@@ -40,9 +40,10 @@ public:
     std::unique_ptr<WindowBackend> makeWindow(CGRect frame, WindowStyle style) override {
         auto window = SDLWindow::make(
             *m_Session, m_Events, [this] { return displays(); }, frame, style);
-        // SDL says nothing of its end.
-        if (window)
+        if (window) { // SDL says nothing of its end
             XSelectInput(m_Connection->display(), window->nativeWindow().handle, StructureNotifyMask);
+            XFlush(m_Connection->display());
+        }
         return window;
     }
     std::unique_ptr<WindowBackend> adoptWindow(const NativeWindow& native) override {
