@@ -166,6 +166,7 @@ TEST(Window, HandsKeysAndMouseToTheHost) {
                 {XK_F5, XK_Shift_L, NSF1FunctionKey + 4, ""}};
     for (const auto& each : keys) {
         input.press(each.symbol, each.held);
+        std::this_thread::sleep_for(std::chrono::milliseconds(30)); // both ends of both keys come at once
         EXPECT_TRUE(runUntil([&] { return last->type() == NSKeyDown && last->key() == each.key; }))
             << each.symbol;
         EXPECT_STREQ(last->characters()->UTF8String(), each.characters);
