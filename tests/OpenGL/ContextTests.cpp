@@ -10,6 +10,7 @@
 
 #include <epoxy/gl.h>
 #include <gtest/gtest.h>
+#include <malloc.h>
 
 #include <thread>
 
@@ -64,6 +65,15 @@ TEST(NSOpenGLContext, LetsNoMoreThanAFramePileUpInTheDriver) {
     });
     const double left = timeOf(glFinish);
     EXPECT_LT(left, 0.4 * (all + left));
+
+    const auto flush = [&](int frames) {
+        while (frames-- > 0)
+            gl.context()->flushBuffer();
+    };
+    flush(100);
+    const auto before = static_cast<double>(mallinfo2().uordblks);
+    flush(3000);
+    EXPECT_LT(static_cast<double>(mallinfo2().uordblks) - before, 65536.0) << "for days";
 }
 
 TEST(NSOpenGLContext, SharesObjectsAndRecordOfTheDriverAndLivesAsLongAsItIsCurrent) {

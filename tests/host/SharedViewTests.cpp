@@ -102,12 +102,15 @@ TEST_F(SharedViewTest, EachChildDrawsIntoItsOwnSurfaceWithTheMainViewsObjects) {
     stage.frame();
     EXPECT_EQ(drawn, "80x60 20x10 0x0 ");
     drawn.clear();
-    blue->SetFollowsSize(true);
-    for (const auto& window : {stage.windows[0], stage.windows[1]})
-        window->setFrame(CGRectMake(0, 0, 50, 50));
-    stage.step();
-    stage.frame();
-    EXPECT_EQ(drawn, "80x60 50x50 0x0 ") << "but for one that was asked to follow";
+    for (const double side : {50.0, 60.0}) {
+        for (const auto& window : {stage.windows[0], stage.windows[1]})
+            window->setFrame(CGRectMake(0, 0, side, side));
+        if (side == 50.0)
+            blue->SetFollowsSize(true);
+        stage.step();
+        stage.frame();
+    }
+    EXPECT_EQ(drawn, "80x60 50x50 0x0 80x60 60x60 0x0 ") << "but for one that was asked to follow";
     drawn.clear();
     stage.children->onChild = [&](CGSize, VX_GLSharedView*) {
         drawn += "child ";
