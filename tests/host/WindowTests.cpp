@@ -218,21 +218,18 @@ TEST(Window, ThatAnotherClientEndsClosesAndTheProcessLives) {
         XSync(other, False);
     };
     Stage stage(Stage::Draws::byItself, {100, 100});
-    LogCollector log;
     end(stage.window->nativeWindow().handle);
     EXPECT_TRUE(runUntil([&] { return stage.window->isClosed(); }));
     stage.window->setFrame(CGRectMake(5, 5, 50, 50));
-    const int errors = log.count("X11: Bad");
 
     const ::Window foreign = XCreateSimpleWindow(other, DefaultRootWindow(other), 0, 0, 90, 90, 0, 0, 0);
     XSync(other, False);
     const auto gone = NSRef<NSWindow>::adopt((new NSWindow)->initWithX11Window(foreign));
     end(foreign);
+    LogCollector log;
     gone->setContentView(stage.view.get());
-    char line[99];
-    std::snprintf(line, sizeof line, "window 0x%lx is gone; its view has nothing to draw to", foreign);
-    EXPECT_EQ(log.count(line), 1);
-    EXPECT_EQ(log.count("X11: Bad"), errors) << "one line is enough";
+    EXPECT_EQ(log.count("is gone; its view has nothing to draw to"), 1);
+    EXPECT_EQ(log.count("X11: Bad"), 0) << "one line is enough";
     EXPECT_TRUE(runUntil([&] { return gone->isClosed(); }));
     stage.view->stopRender();
 

@@ -21,12 +21,14 @@ Result runHere(const std::string& command) {
 TEST(DoctorDisplayTest, TellsOfBothDisplaysAndOfTheServersOwnRefreshes) {
     const Result result = runHere(DOCTOR);
     EXPECT_EQ(result.status, 0) << result.output;
+    // On a busy machine the last refresh may be one without an event, which the log says.
+    const bool lacked = result.output.find("no Present events for") != std::string::npos;
     for (const char* line :
          {"  log +Platform: x11, DISPLAY is ", "  DUMMY0 .* 1280 x 1024 at \\(0, 0\\), 60",
           "  DUMMY1 .* 1024 x 768 at \\(1280, 0\\), 75", "  display +DUMMY0, 60",
           "  log +Display link: 60.00 Hz by Present events",
-          // on a busy machine the last refresh may be one without an event
-          "  throttle +(Present events|absolute deadlines), ", "  a pixel read back +as drawn\n"})
+          lacked ? "  throttle +(Present events|absolute deadlines), " : "  throttle +Present events, ",
+          "  a pixel read back +as drawn\n"})
         EXPECT_TRUE(std::regex_search(result.output, std::regex(line))) << line << "\n" << result.output;
 }
 
